@@ -1,0 +1,44 @@
+#include "app/error_log.h"
+
+#include "base/error.h"
+#include "base/executable.h"
+
+#include <QLocale>
+
+namespace app {
+
+ErrorLog::ErrorLog() : file_(path()) {
+    if (!file_.open(QIODevice::Append)) {
+        throw FileError(QStringLiteral("Не открывается журнал ошибок"), file_.fileName(),
+                        file_.errorString());
+    }
+}
+
+QString ErrorLog::path() {
+    return executable::withExtension(executable::path(), QStringLiteral(".log"));
+}
+
+void ErrorLog::append(const QString& line) {
+    const QByteArray bytes = line.toLocal8Bit() + "\r\n";
+    if (file_.write(bytes) != bytes.size() || !file_.flush()) {
+        throw FileError(QStringLiteral("Не записывается журнал ошибок"), file_.fileName(),
+                        file_.errorString());
+    }
+}
+
+QString errorLine(const QDateTime& time, const std::exception& error, const QString& componentName) {
+    return defaultDateTimeText(time, QLocale::system()) + u':' + classNameOf(error) + u':' +
+           messageOf(error) + QStringLiteral(" Компонент ") + componentName;
+}
+
+QString defaultDateTimeText(const QDateTime& time, const QLocale& locale) {
+    const QString date = locale.toString(time.date(), QLocale::ShortFormat);
+    if (time.time() == QTime(0, 0)) {
+        return date;
+    }
+    // Qt ends the long time in the mark of the time zone, which the regional setting does not have.
+    const QString format = locale.timeFormat(QLocale::LongFormat).remove(u't').trimmed();
+    return date + u' ' + locale.toString(time.time(), format);
+}
+
+} // namespace app

@@ -1,0 +1,246 @@
+#include "app/main_form.h"
+
+#include "app/catalog_connection.h"
+#include "app/error_log.h"
+#include "browser/ter_form.h"
+#include "data/data_modul.h"
+#include "ui/action_manager.h"
+#include "ui/application.h"
+#include "ui/application_events.h"
+#include "ui/fonts.h"
+#include "ui/input_box.h"
+#include "ui/screen_cursor.h"
+
+#include <QActionGroup>
+#include <QCloseEvent>
+#include <QScreen>
+#include <QStatusTipEvent>
+#include <QVBoxLayout>
+
+#include <algorithm>
+
+TMainForm* MainForm = nullptr;
+
+namespace {
+
+constexpr QSize designSize(966, 642);
+constexpr int toolBarHeight = 23;
+constexpr int statusBarHeight = 20;
+constexpr int browserMargin = 3;
+
+constexpr int connectionPanel = 0;
+constexpr int hintPanel = 1;
+
+const QColor connectedColor(0, 128, 0);
+const QColor notConnectedColor(255, 0, 0);
+const QColor hintColor(128, 0, 0);
+const QColor statusBarColor(128, 0, 128);
+
+QString tahoma() {
+    return QStringLiteral("Tahoma");
+}
+
+} // namespace
+
+TMainForm::TMainForm() {
+    setObjectName(QStringLiteral("MainForm"));
+    setWindowTitle(QStringLiteral("Tarvelo"));
+    setFont(ui::pixelFont(tahoma(), 11));
+    QPalette white = palette();
+    white.setColor(QPalette::Window, Qt::white);
+    setPalette(white);
+
+    new ui::ApplicationEvents(
+        QStringLiteral("ApplicationEvents1"),
+        [this](QObject& sender, const std::exception& exception) {
+            ApplicationEvents1Exception(sender, exception);
+        },
+        [this](QObject& sender) { ApplicationEvents1Hint(sender); }, this);
+    OpenDialog1 = new ui::OpenDialog(QStringLiteral("OpenDialog1"), QStringLiteral("Открыть базу данных"),
+                                     QStringLiteral("BAZAKATALOG.FDB"), this);
+    createMenu();
+    createToolBar();
+    createClientPanel();
+    createStatusBar();
+
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->setMenuBar(MainMenu1);
+    layout->addWidget(ActionToolBar1);
+    layout->addWidget(Panel1, 1);
+    layout->addWidget(dxStatusBar1);
+
+    resize(designSize);
+    move(screen()->availableGeometry().center() - QRect(QPoint(), designSize).center());
+    MainForm = this;
+}
+
+TMainForm::~TMainForm() {
+    MainForm = nullptr;
+}
+
+void TMainForm::createMenu() {
+    MainMenu1 = new QMenuBar(this);
+    MainMenu1->setObjectName(QStringLiteral("MainMenu1"));
+    MainMenu1->setPalette(QApplication::palette());
+    N1 = MainMenu1->addAction(QStringLiteral("Открыть базу данных"));
+    N1->setObjectName(QStringLiteral("N1"));
+    N1->setStatusTip(N1->text());
+    connect(N1, &QAction::triggered, this, [this] { ui::guarded(*this, [this] { N1Click(*N1); }); });
+}
+
+void TMainForm::createToolBar() {
+    ActionToolBar1 = new QToolBar(this);
+    ActionToolBar1->setObjectName(QStringLiteral("ActionToolBar1"));
+    ActionToolBar1->setFixedHeight(toolBarHeight);
+    ActionToolBar1->setFont(ui::pixelFont(tahoma(), 11));
+    ActionToolBar1->setAutoFillBackground(true);
+    QPalette colors = MainMenu1->palette();
+    colors.setColor(QPalette::Disabled, QPalette::ButtonText, QColor(109, 109, 109));
+    colors.setColor(QPalette::ButtonText, Qt::black);
+    ActionToolBar1->setPalette(colors);
+    if (QLayout* const layout = ActionToolBar1->layout()) {
+        layout->setContentsMargins(0, 0, 0, 0);
+        layout->setSpacing(0);
+    }
+    ActionToolBar1->hide();
+
+    using Handler = void (TMainForm::*)(QObject&);
+    static constexpr std::array<Handler, app::commands.size()> handlers{
+        &TMainForm::Action1Execute, &TMainForm::Action4Execute, &TMainForm::Action7Execute,
+        &TMainForm::Action8Execute, &TMainForm::Action9Execute};
+    ActionList1 = new QActionGroup(this);
+    ActionList1->setObjectName(QStringLiteral("ActionList1"));
+    auto* const manager = new ui::ActionManager(QStringLiteral("ActionManager1"), *ActionToolBar1, this);
+    for (std::size_t index = 0; index < app::commands.size(); ++index) {
+        const app::CommandSpec& command = app::commands[index];
+        auto* const action = new QAction(QStringView(command.caption).toString(), ActionList1);
+        action->setObjectName(QString::fromLatin1(command.name));
+        action->setStatusTip(QStringView(command.hint).toString());
+        connect(action, &QAction::triggered, this, [this, action, handler = handlers[index]] {
+            ui::guarded(*ActionToolBar1, [&] { (this->*handler)(*action); });
+        });
+        if (command.edition == nullptr) {
+            manager->addSeparator();
+        }
+        manager->addButton(*action, QStringView(command.toolBarCaption).toString());
+    }
+}
+
+void TMainForm::createClientPanel() {
+    Panel1 = new QFrame(this);
+    Panel1->setObjectName(QStringLiteral("Panel1"));
+    Panel1->setFrameShape(QFrame::NoFrame);
+    Panel1->setAutoFillBackground(true);
+    auto* const layout = new QVBoxLayout(Panel1);
+    layout->setContentsMargins(browserMargin, browserMargin, browserMargin, browserMargin);
+}
+
+void TMainForm::createStatusBar() {
+    const std::array<ui::TextPanelSpec, 2> panels{{
+        {"ConnectionPanel", 200, connectedColor},
+        {"HintPanel", 0, hintColor},
+    }};
+    dxStatusBar1 = new ui::StatusBar(QStringLiteral("dxStatusBar1"), statusBarHeight, panels,
+                                     ui::pixelFont(tahoma(), 13, true),
+                                     ui::loadSkin(QStringLiteral("DEFAULTUSERSKINDATA")), this);
+    QPalette colors = dxStatusBar1->palette();
+    colors.setColor(QPalette::WindowText, statusBarColor);
+    dxStatusBar1->setPalette(colors);
+}
+
+QWidget& TMainForm::clientPanel() {
+    return *Panel1;
+}
+
+void TMainForm::clearOpenBrowserMarker() {
+    Tag = 0;
+}
+
+void TMainForm::N1Click(QObject&) {
+    const QString server =
+        ui::inputBox(this, QStringLiteral("Сервер базы данных"), QStringLiteral("Введите IP сервера"),
+                     QString::fromLatin1(localServer));
+    const bool connected = app::connectToCatalog(DM->pFIBDatabase1, server);
+    dxStatusBar1->setFontColor(connectionPanel, connected ? connectedColor : notConnectedColor);
+    dxStatusBar1->setText(connectionPanel, connected ? QStringLiteral("База FB подключена")
+                                                     : QStringLiteral("База FB не подключена"));
+    if (connected) {
+        ActionToolBar1->show();
+    }
+}
+
+void TMainForm::Action1Execute(QObject&) {
+    openEdition(data::editions[0]);
+}
+
+void TMainForm::Action4Execute(QObject&) {
+    openEdition(data::editions[1]);
+}
+
+void TMainForm::Action7Execute(QObject&) {
+    openEdition(data::editions[2]);
+}
+
+void TMainForm::Action8Execute(QObject&) {
+    openEdition(data::editions[3]);
+}
+
+void TMainForm::openEdition(const data::Edition& edition) {
+    if (Tag != 0 && Tag != edition.number) {
+        // Called rather than triggered, so that a browser that fails to close ends this command too.
+        Action9Execute(*this);
+    }
+    ui::Application::processMessages();
+    if (TERForm == nullptr) {
+        ui::setScreenCursor(ui::ScreenCursor::Hourglass);
+        Tag = edition.number;
+        DM->chooseEdition(edition);
+        TTERForm::create(*this);
+        TERForm->setBanner(QStringLiteral("   ") + QStringView(edition.caption).toString());
+    }
+    TERForm->showForm();
+}
+
+void TMainForm::Action9Execute(QObject&) {
+    if (Tag == 0) {
+        close();
+        return;
+    }
+    std::vector<ui::Form*> forms = ui::Form::all();
+    std::for_each(forms.rbegin(), forms.rend(), [](ui::Form* form) { form->closeForm(); });
+}
+
+void TMainForm::ApplicationEvents1Hint(QObject&) {
+    dxStatusBar1->setText(hintPanel, ui::application().hint());
+}
+
+void TMainForm::ApplicationEvents1Exception(QObject& sender, const std::exception& exception) {
+    if (ui::application().isTerminating()) {
+        return;
+    }
+    app::ErrorLog log;
+    log.append(app::errorLine(QDateTime::currentDateTime(), exception, sender.objectName()));
+    ui::Application::showException(exception);
+}
+
+void TMainForm::FormClose() {
+    if (DM->pFIBDatabase1.isConnected()) {
+        DM->pFIBDatabase1.close();
+    }
+}
+
+bool TMainForm::event(QEvent* event) {
+    if (event->type() == QEvent::StatusTip) {
+        ui::application().setHint(static_cast<QStatusTipEvent*>(event)->tip());
+        return true;
+    }
+    return QWidget::event(event);
+}
+
+void TMainForm::closeEvent(QCloseEvent* event) {
+    ui::guarded(*this, [this] { FormClose(); });
+    ui::application().setTerminating();
+    event->accept();
+}

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QString>
+
+/// Where the running program lies and how the names of files beside it are made.
+namespace executable {
+
+/// Full path of the running executable file, with the system's own delimiters.
+[[nodiscard]] QString path();
+
+/// path() up to and including its last path delimiter.
+[[nodiscard]] QString folder();
+
+/// True for the characters at which a path is cut: "\" and ":", and "/" where the system has it.
+[[nodiscard]] bool isPathDelimiter(QChar character);
+
+/// `name` with everything from its last point on replaced by `extension` (which holds its point); a point
+/// before the last path delimiter does not count.
+[[nodiscard]] QString withExtension(const QString& name, const QString& extension);
+
+/// `name` up to and including its last path delimiter; empty when it has none.
+[[nodiscard]] QString folderOf(const QString& name);
+
+} // namespace executable

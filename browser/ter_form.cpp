@@ -1,0 +1,467 @@
+#include "browser/ter_form.h"
+
+#include "base/error.h"
+#include "base/executable.h"
+#include "browser/banner.h"
+#include "browser/catalog_selection.h"
+#include "browser/grid_layout.h"
+#include "data/data_modul.h"
+#include "export/export_file_name.h"
+#include "export/grid_export.h"
+#include "grid/grid.h"
+#include "grid/table_view.h"
+#include "grid/tree_list.h"
+#include "ui/application.h"
+#include "ui/fonts.h"
+#include "ui/screen_cursor.h"
+
+#include <QComboBox>
+#include <QDir>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QShowEvent>
+#include <QStackedLayout>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+#include <iterator>
+
+TTERForm* TERForm = nullptr;
+
+namespace {
+
+constexpr QSize designSize(1212, 644);
+constexpr int bannerHeight = 23;
+constexpr int selectorBarHeight = 25;
+constexpr int selectorGap = 57;
+constexpr int buttonPanelHeight = 41;
+constexpr QRect buttonPlace(0, 10, 121, 25);
+constexpr int treeMargin = 3;
+const QColor bannerColor(0, 0, 255);
+const QColor selectorBackground(255, 251, 240);
+
+QString qString(std::u16string_view text) {
+    return QStringView(text).toString();
+}
+
+template <typename Widget>
+Widget* named(Widget* widget, const char* name) {
+    widget->setObjectName(QString::fromLatin1(name));
+    return widget;
+}
+
+QFrame* makePanel(QWidget* parent, const char* name, QFrame::Shape shape) {
+    QFrame* const panel = named(new QFrame(parent), name);
+    panel->setFrameStyle(static_cast<int>(shape) | static_cast<int>(QFrame::Raised));
+    panel->setLineWidth(1);
+    return panel;
+}
+
+template <typename Layout>
+Layout* makeTightLayout(QWidget* parent) {
+    auto* const layout = new Layout(parent);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    return layout;
+}
+
+} // namespace
+
+/// A selector of the bar at the top.
+struct TTERForm::SelectorSpec {
+    QComboBox* TTERForm::*member;
+    const char* name;
+    int width;
+    std::u16string_view initialText;
+    std::u16string_view hint;
+    void (TTERForm::*handler)();
+};
+
+const TTERForm::SelectorSpec TTERForm::selectors[]{
+    {&TTERForm::cxComboBox1, "cxComboBox1", 240, u"Регион", u"Выбор текущего региона",
+     &TTERForm::cxComboBox1PropertiesChange},
+    {&TTERForm::cxComboBox2, "cxComboBox2", 103, u"Период", u"Выбор текущего периода",
+     &TTERForm::cxComboBox2PropertiesChange},
+};
+
+/// A grid of a tab and what it is bound to.
+struct TTERForm::GridPlace {
+    grid::Grid* TTERForm::*member = nullptr;
+    const grid::GridSpec* spec = nullptr;
+    grid::DataSource TDM::*dataSource = nullptr;
+};
+
+/// A tab with a button panel and a grid, which may cover another one.
+struct TTERForm::TabPlace {
+    QWidget* TTERForm::*sheet;
+    const char* sheetName;
+    std::u16string_view caption;
+    QFrame* TTERForm::*panel;
+    const char* panelName;
+    QPushButton* TTERForm::*button;
+    const char* buttonName;
+    void (TTERForm::*handler)();
+    GridPlace shown;
+    GridPlace covered = {};
+};
+
+const TTERForm::TabPlace TTERForm::tabs[]{
+    {&TTERForm::cxTabSheet1,
+     "cxTabSheet1",
+     u"КТЦ_Материалы",
+     &TTERForm::Panel4,
+     "Panel4",
+     &TTERForm::Button1,
+     "Button1",
+     &TTERForm::Button1Click,
+     {&TTERForm::cxGrid1, &browser::layout::materials, &TDM::DataSource3}},
+    {&TTERForm::cxTabSheet2,
+     "cxTabSheet2",
+     u"КТЦ_Материалы_оглавление",
+     &TTERForm::Panel5,
+     "Panel5",
+     &TTERForm::Button2,
+     "Button2",
+     &TTERForm::Button2Click,
+     {&TTERForm::cxGrid3, &browser::layout::contents, &TDM::DataSource4},
+     {&TTERForm::cxGrid2, &browser::layout::covered, &TDM::DataSource3}},
+    {&TTERForm::cxTabSheet3,
+     "cxTabSheet3",
+     u"КТЦ_Машины",
+     &TTERForm::Panel6,
+     "Panel6",
+     &TTERForm::Button3,
+     "Button3",
+     &TTERForm::Button3Click,
+     {&TTERForm::cxGrid4, &browser::layout::machines, &TDM::DataSource5}},
+    {&TTERForm::cxTabSheet4,
+     "cxTabSheet4",
+     u"КТЦ_Труд",
+     &TTERForm::Panel7,
+     "Panel7",
+     &TTERForm::Button4,
+     "Button4",
+     &TTERForm::Button4Click,
+     {&TTERForm::cxGrid5, &browser::layout::labour, &TDM::DataSource6}},
+    {&TTERForm::cxTabSheet9,
+     "cxTabSheet9",
+     u"Каталог перевозка",
+     &TTERForm::Panel11,
+     "Panel11",
+     &TTERForm::Button8,
+     "Button8",
+     &TTERForm::Button8Click,
+     {&TTERForm::cxGrid9, &browser::layout::transport, &TDM::DataSource10}},
+    {&TTERForm::cxTabSheet5,
+     "cxTabSheet5",
+     u"Справочник регионов",
+     &TTERForm::Panel8,
+     "Panel8",
+     &TTERForm::Button5,
+     "Button5",
+     &TTERForm::Button5Click,
+     {&TTERForm::cxGrid6, &browser::layout::regions, &TDM::DataSource1}},
+    {&TTERForm::cxTabSheet6,
+     "cxTabSheet6",
+     u"Справочник фирм",
+     &TTERForm::Panel9,
+     "Panel9",
+     &TTERForm::Button6,
+     "Button6",
+     &TTERForm::Button6Click,
+     {&TTERForm::cxGrid7, &browser::layout::firms, &TDM::DataSource7}},
+    {&TTERForm::cxTabSheet7,
+     "cxTabSheet7",
+     u"Региональные коэффициенты",
+     &TTERForm::Panel10,
+     "Panel10",
+     &TTERForm::Button7,
+     "Button7",
+     &TTERForm::Button7Click,
+     {&TTERForm::cxGrid8, &browser::layout::coefficients, &TDM::DataSource8}},
+};
+
+/// What an export button writes, and how its file is called.
+struct TTERForm::ExportSpec {
+    grid::Grid* TTERForm::*grid;
+    std::u16string_view fixedText;
+    bool ofSelection; ///< region and period are part of the file name
+};
+
+const TTERForm::ExportSpec TTERForm::exports[]{
+    {&TTERForm::cxGrid1, u"_КТЦ_Материалы_", true},
+    {&TTERForm::cxGrid3, u"_КТЦ_Материалы_оглавление_", true},
+    {&TTERForm::cxGrid4, u"_КТЦ_Машины_", true},
+    {&TTERForm::cxGrid5, u"_КТЦ_Труд_", true},
+    {&TTERForm::cxGrid6, u"_Регионы", false},
+    {&TTERForm::cxGrid7, u"_Фирмы", false},
+    {&TTERForm::cxGrid8, u"_Региональные коэффициенты", false},
+    {&TTERForm::cxGrid9, u"_Каталог перевозка_", true},
+};
+
+void TTERForm::create(browser::BrowserHost& host) {
+    TERForm = new TTERForm(host);
+    try {
+        TERForm->FormCreate();
+    } catch (...) {
+        delete TERForm;
+        throw;
+    }
+}
+
+TTERForm::TTERForm(browser::BrowserHost& host) : Form(QStringLiteral("TERForm")), host_(host) {
+    setWindowTitle(QStringLiteral("TERForm"));
+    setFont(ui::pixelFont(QStringLiteral("Calibri"), 16));
+    resize(designSize);
+    QPalette white = palette();
+    white.setColor(QPalette::Window, Qt::white);
+    setPalette(white);
+    setAutoFillBackground(true);
+    auto* const layout = makeTightLayout<QVBoxLayout>(this);
+    createBanner(*layout);
+    createSelectors(*layout);
+    createBody(*layout);
+}
+
+TTERForm::~TTERForm() {
+    if (TERForm == this) {
+        TERForm = nullptr;
+    }
+}
+
+void TTERForm::createBanner(QVBoxLayout& layout) {
+    cxLabel1 = named(new browser::Banner(QStringLiteral("cxLabel1"), this), "cxLabel1");
+    cxLabel1->setFixedHeight(bannerHeight);
+    cxLabel1->setAlignment(Qt::AlignCenter);
+    cxLabel1->setTextFormat(Qt::PlainText);
+    cxLabel1->setFont(ui::pixelFont(QStringLiteral("Calibri"), 15, true));
+    QPalette colors = palette();
+    colors.setColor(QPalette::Window, palette().color(QPalette::ToolTipBase));
+    colors.setColor(QPalette::WindowText, bannerColor);
+    cxLabel1->setPalette(colors);
+    layout.addWidget(cxLabel1);
+}
+
+void TTERForm::createSelectors(QVBoxLayout& layout) {
+    Panel2 = makePanel(this, "Panel2", QFrame::Panel);
+    Panel2->setFixedHeight(selectorBarHeight);
+    auto* const bar = makeTightLayout<QHBoxLayout>(Panel2);
+    for (const SelectorSpec& spec : selectors) {
+        QComboBox* const selector = named(new QComboBox(Panel2), spec.name);
+        this->*spec.member = selector;
+        selector->setEditable(true);
+        selector->setInsertPolicy(QComboBox::NoInsert);
+        // What is typed is taken letter by letter; completing it would choose what the user did not type.
+        selector->setCompleter(nullptr);
+        selector->setFixedWidth(spec.width);
+        selector->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+        selector->setFont(ui::pixelFont(QStringLiteral("Tahoma"), 13));
+        QPalette colors = selector->palette();
+        colors.setColor(QPalette::Base, selectorBackground);
+        selector->setPalette(colors);
+        const QString hint = qString(spec.hint);
+        selector->setToolTip(hint);
+        selector->setStatusTip(hint);
+        selector->setAccessibleName(hint);
+        selector->lineEdit()->setPlaceholderText(hint);
+        selector->setEditText(qString(spec.initialText));
+        bar->addWidget(selector);
+        if (spec.member == &TTERForm::cxComboBox1) {
+            Panel3 = makePanel(Panel2, "Panel3", QFrame::NoFrame);
+            Panel3->setFixedWidth(selectorGap);
+            bar->addWidget(Panel3);
+        }
+    }
+    bar->addStretch(1);
+    layout.addWidget(Panel2);
+}
+
+void TTERForm::createBody(QVBoxLayout& layout) {
+    Panel1 = makePanel(this, "Panel1", QFrame::Panel);
+    cxPageControl1 = named(new QTabWidget(Panel1), "cxPageControl1");
+    makeTightLayout<QVBoxLayout>(Panel1)->addWidget(cxPageControl1);
+    for (const TabPlace& place : tabs) {
+        createTab(place);
+    }
+    createTreeTab();
+    layout.addWidget(Panel1, 1);
+}
+
+void TTERForm::createTab(const TabPlace& place) {
+    QWidget* const sheet = named(new QWidget, place.sheetName);
+    this->*place.sheet = sheet;
+    cxPageControl1->addTab(sheet, qString(place.caption));
+
+    QFrame* const panel = makePanel(sheet, place.panelName, QFrame::NoFrame);
+    this->*place.panel = panel;
+    panel->setFixedHeight(buttonPanelHeight);
+    QPushButton* const button = named(new QPushButton(QStringLiteral("В ексель"), panel), place.buttonName);
+    this->*place.button = button;
+    button->setGeometry(buttonPlace);
+    connect(button, &QPushButton::clicked, this,
+            [this, button, handler = place.handler] { ui::guarded(*button, [&] { (this->*handler)(); }); });
+
+    auto* const layout = makeTightLayout<QVBoxLayout>(sheet);
+    layout->addWidget(panel);
+    auto* const stack = new QStackedLayout;
+    stack->setStackingMode(QStackedLayout::StackAll);
+    layout->addLayout(stack, 1);
+
+    QWidget* previous = nullptr;
+    for (const GridPlace& gridPlace : {place.covered, place.shown}) {
+        if (gridPlace.member == nullptr) {
+            continue;
+        }
+        auto* const control = new grid::Grid(*gridPlace.spec, DM->*gridPlace.dataSource, sheet);
+        this->*gridPlace.member = control;
+        stack->addWidget(control);
+        stack->setCurrentWidget(control);
+        if (previous != nullptr) {
+            setTabOrder(previous, control);
+        }
+        previous = control;
+    }
+    if (place.covered.member != nullptr) {
+        // First in the keyboard order like the grid above it, but a focus that nobody sees would be lost.
+        grid::Grid* const covered = this->*place.covered.member;
+        covered->view().setFocusPolicy(Qt::NoFocus);
+        covered->setFocusPolicy(Qt::NoFocus);
+    }
+    setTabOrder(previous, button);
+}
+
+void TTERForm::createTreeTab() {
+    cxTabSheet8 = named(new QWidget, "cxTabSheet8");
+    cxPageControl1->addTab(cxTabSheet8, QStringLiteral("Каталог"));
+    auto* const layout = new QVBoxLayout(cxTabSheet8);
+    layout->setContentsMargins(treeMargin, treeMargin, treeMargin, treeMargin);
+    cxDBTreeList1 = new grid::TreeList(browser::layout::catalogTree, DM->DataSource9, cxTabSheet8);
+    layout->addWidget(cxDBTreeList1);
+}
+
+void TTERForm::setBanner(const QString& text) {
+    cxLabel1->setText(text);
+}
+
+void TTERForm::showForm() {
+    show();
+    raise();
+}
+
+void TTERForm::FormCreate() {
+    host_.clientPanel().layout()->addWidget(this);
+    browser::fillRegionSelector(*DM, *cxComboBox1);
+    browser::fillPeriodSelector(*DM, *cxComboBox2);
+    browser::openCatalogs(*DM);
+    // Connected only now: filling the selectors is no choice of the user's.
+    for (const SelectorSpec& spec : selectors) {
+        QComboBox* const selector = this->*spec.member;
+        connect(selector, &QComboBox::editTextChanged, this, [this, selector, handler = spec.handler] {
+            ui::guarded(*selector, [&] { (this->*handler)(); });
+        });
+    }
+}
+
+void TTERForm::FormShow() {
+    ui::setScreenCursor(ui::ScreenCursor::Default);
+    cxGrid1->setFocus();
+    cxGrid1->view().goToFirstRow();
+}
+
+void TTERForm::cxComboBox1PropertiesChange() {
+    if (!browser::locateRegion(*DM, cxComboBox1->currentText())) {
+        return;
+    }
+    const ui::HourglassThenDefault hourglass;
+    CurRegionId = browser::currentRegionId(*DM);
+    browser::ReopenSelectionDatasets(*DM);
+}
+
+void TTERForm::cxComboBox2PropertiesChange() {
+    const ui::HourglassThenDefault hourglass;
+    CurPeriod = cxComboBox2->currentText();
+    browser::ReopenSelectionDatasets(*DM);
+}
+
+void TTERForm::FormCloseQuery(bool& canClose) {
+    const QString folder = executable::folder();
+    if (!QDir::setCurrent(folder)) {
+        throw FileError(QStringLiteral("Нельзя сделать текущей папку"), folder, qt_error_string());
+    }
+    canClose = true;
+}
+
+void TTERForm::FormClose() {
+    /// Whatever fails on the way, no browser is open afterwards.
+    struct Release {
+        browser::BrowserHost& host;
+        ~Release() {
+            TERForm = nullptr;
+            host.clearOpenBrowserMarker();
+        }
+    };
+    const Release release{host_};
+    hide();
+    ui::setScreenCursor(ui::ScreenCursor::Default);
+    for (db::DataSet* dataSet : DM->dataSets()) {
+        dataSet->close();
+    }
+}
+
+void TTERForm::showEvent(QShowEvent* event) {
+    Form::showEvent(event);
+    if (!event->spontaneous()) {
+        ui::guarded(*this, [this] { FormShow(); });
+    }
+}
+
+bool TTERForm::closeQuery() {
+    bool canClose = true;
+    FormCloseQuery(canClose);
+    return canClose;
+}
+
+void TTERForm::closed() {
+    FormClose();
+}
+
+void TTERForm::exportTab(const ExportSpec& spec) {
+    const QString selection =
+        spec.ofSelection ? cxComboBox1->currentText() + cxComboBox2->currentText() : QString();
+    const QString name =
+        exporter::exportFileName(executable::folder(), cxLabel1->text(), qString(spec.fixedText), selection);
+    exporter::exportGrid(name, this->*spec.grid);
+    ui::showMessage(QStringLiteral("Выгрузка завершена"));
+}
+
+void TTERForm::Button1Click() {
+    exportTab(exports[0]);
+}
+
+void TTERForm::Button2Click() {
+    exportTab(exports[1]);
+}
+
+void TTERForm::Button3Click() {
+    exportTab(exports[2]);
+}
+
+void TTERForm::Button4Click() {
+    exportTab(exports[3]);
+}
+
+void TTERForm::Button5Click() {
+    exportTab(exports[4]);
+}
+
+void TTERForm::Button6Click() {
+    exportTab(exports[5]);
+}
+
+void TTERForm::Button7Click() {
+    exportTab(exports[6]);
+}
+
+void TTERForm::Button8Click() {
+    exportTab(exports[7]);
+}

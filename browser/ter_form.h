@@ -1,0 +1,132 @@
+#pragma once
+
+#include "browser/browser_host.h"
+#include "ui/form.h"
+
+class QComboBox;
+class QFrame;
+class QPushButton;
+class QTabWidget;
+class QVBoxLayout;
+
+namespace browser {
+class Banner;
+}
+
+namespace grid {
+class Grid;
+class TreeList;
+} // namespace grid
+
+/// The catalog browser window: banner, region and period selectors, and one tab for each catalog of an
+/// edition.
+class TTERForm final : public ui::Form {
+    Q_OBJECT
+
+public:
+    /// Creates the window into TERForm and runs FormCreate(). When that fails the window is gone and TERForm
+    /// null again.
+    static void create(browser::BrowserHost& host);
+    ~TTERForm() override;
+
+    /// The text of the banner, exactly as it is to be shown.
+    void setBanner(const QString& text);
+
+    /// Shows the window and brings it to the front.
+    void showForm();
+
+    browser::Banner* cxLabel1 = nullptr;
+    QFrame* Panel2 = nullptr;
+    QComboBox* cxComboBox1 = nullptr;
+    QFrame* Panel3 = nullptr;
+    QComboBox* cxComboBox2 = nullptr;
+    QFrame* Panel1 = nullptr;
+    QTabWidget* cxPageControl1 = nullptr;
+
+    // The tabs in the order in which they are shown, each with its button panel, button and grid.
+    QWidget* cxTabSheet1 = nullptr;
+    QFrame* Panel4 = nullptr;
+    QPushButton* Button1 = nullptr;
+    grid::Grid* cxGrid1 = nullptr;
+
+    QWidget* cxTabSheet2 = nullptr;
+    QFrame* Panel5 = nullptr;
+    QPushButton* Button2 = nullptr;
+    grid::Grid* cxGrid2 = nullptr; ///< beneath cxGrid3, never seen
+    grid::Grid* cxGrid3 = nullptr;
+
+    QWidget* cxTabSheet3 = nullptr;
+    QFrame* Panel6 = nullptr;
+    QPushButton* Button3 = nullptr;
+    grid::Grid* cxGrid4 = nullptr;
+
+    QWidget* cxTabSheet4 = nullptr;
+    QFrame* Panel7 = nullptr;
+    QPushButton* Button4 = nullptr;
+    grid::Grid* cxGrid5 = nullptr;
+
+    QWidget* cxTabSheet9 = nullptr;
+    QFrame* Panel11 = nullptr;
+    QPushButton* Button8 = nullptr;
+    grid::Grid* cxGrid9 = nullptr;
+
+    QWidget* cxTabSheet5 = nullptr;
+    QFrame* Panel8 = nullptr;
+    QPushButton* Button5 = nullptr;
+    grid::Grid* cxGrid6 = nullptr;
+
+    QWidget* cxTabSheet6 = nullptr;
+    QFrame* Panel9 = nullptr;
+    QPushButton* Button6 = nullptr;
+    grid::Grid* cxGrid7 = nullptr;
+
+    QWidget* cxTabSheet7 = nullptr;
+    QFrame* Panel10 = nullptr;
+    QPushButton* Button7 = nullptr;
+    grid::Grid* cxGrid8 = nullptr;
+
+    QWidget* cxTabSheet8 = nullptr;
+    grid::TreeList* cxDBTreeList1 = nullptr;
+
+    void FormCreate();
+    void FormShow();
+    void cxComboBox1PropertiesChange();
+    void cxComboBox2PropertiesChange();
+    void FormCloseQuery(bool& canClose);
+    void FormClose();
+    void Button1Click();
+    void Button2Click();
+    void Button3Click();
+    void Button4Click();
+    void Button5Click();
+    void Button6Click();
+    void Button7Click();
+    void Button8Click();
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    bool closeQuery() override;
+    void closed() override;
+
+private:
+    struct GridPlace;
+    struct TabPlace;
+    struct SelectorSpec;
+    struct ExportSpec;
+    static const SelectorSpec selectors[];
+    static const TabPlace tabs[];
+    static const ExportSpec exports[];
+
+    explicit TTERForm(browser::BrowserHost& host);
+    void createBanner(QVBoxLayout& layout);
+    void createSelectors(QVBoxLayout& layout);
+    void createBody(QVBoxLayout& layout);
+    void createTab(const TabPlace& place);
+    void createTreeTab();
+    void exportTab(const ExportSpec& spec);
+
+    browser::BrowserHost& host_;
+};
+
+/// The open catalog browser; null while there is none.
+extern TTERForm* TERForm;

@@ -1,0 +1,50 @@
+#include "data/catalog_queries.h"
+
+namespace data {
+
+namespace {
+
+QStringList columnNames(std::span<const db::FieldSpec> fields) {
+    QStringList names;
+    for (const db::FieldSpec& field : fields) {
+        names += QStringView(field.column).toString();
+    }
+    return names;
+}
+
+QStringList tailOf(Selection selection) {
+    switch (selection) {
+    case Selection::OrderedByName:
+        return {QStringLiteral("Order by name")};
+    case Selection::OrderedByPeriod:
+        return {QStringLiteral("ORDER BY PERIOD DESC")};
+    case Selection::OfPeriodAndRegion:
+        return {QStringLiteral("where per=:p1 and REGIONID=:p2"), QStringLiteral("order by KOD"),
+                QStringLiteral("    ")};
+    case Selection::Whole:
+        break;
+    }
+    return {};
+}
+
+} // namespace
+
+QStringList initialQuery(std::span<const db::FieldSpec> fields, std::u16string_view table,
+                         Selection selection) {
+    const QString indent = QStringLiteral("    ");
+    QStringList lines{QStringLiteral("SELECT")};
+    const QStringList names = columnNames(fields);
+    for (const QString& name : names) {
+        lines += indent + name + (&name == &names.last() ? QString() : QStringLiteral(","));
+    }
+    const QString trailing = selection == Selection::Whole ? QStringLiteral(" ") : QString();
+    lines << QStringLiteral("FROM") << indent + QStringView(table).toString() + trailing;
+    return lines + tailOf(selection);
+}
+
+QStringList editionQuery(std::span<const db::FieldSpec> fields, std::u16string_view table) {
+    return {QStringLiteral("SELECT ") + columnNames(fields).join(u','),
+            QStringLiteral("FROM %1 where per=:p1 and REGIONID=:p2 order by KOD").arg(QStringView(table))};
+}
+
+} // namespace data

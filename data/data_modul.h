@@ -1,0 +1,78 @@
+#pragma once
+
+#include "data/catalog_editions.h"
+#include "db/connection.h"
+#include "db/data_set.h"
+#include "db/transaction.h"
+#include "grid/data_source.h"
+
+#include <QObject>
+#include <QString>
+
+#include <array>
+#include <cstdint>
+
+/// The data module: the one connection, its one transaction, the ten catalog datasets and what the views bind
+/// to. Created disconnected; lives as long as the program.
+class TDM final : public QObject {
+    Q_OBJECT
+
+public:
+    explicit TDM(QObject* parent = nullptr);
+
+    db::Connection pFIBDatabase1;
+    db::Transaction RFIBTransaction;
+
+    db::DataSet pFIBDataSet1;  ///< regions
+    db::DataSet pFIBDataSet2;  ///< periods
+    db::DataSet pFIBDataSet3;  ///< materials of an edition
+    db::DataSet pFIBDataSet4;  ///< table of contents of the materials
+    db::DataSet pFIBDataSet5;  ///< machines of an edition
+    db::DataSet pFIBDataSet6;  ///< labour of an edition
+    db::DataSet pFIBDataSet7;  ///< firms
+    db::DataSet pFIBDataSet8;  ///< regional coefficients
+    db::DataSet pFIBDataSet9;  ///< catalog tree
+    db::DataSet pFIBDataSet10; ///< transport catalog, the same in all editions
+
+    grid::DataSource DataSource1;
+    grid::DataSource DataSource3;
+    grid::DataSource DataSource4;
+    grid::DataSource DataSource5;
+    grid::DataSource DataSource6;
+    grid::DataSource DataSource7;
+    grid::DataSource DataSource8;
+    grid::DataSource DataSource9;
+    grid::DataSource DataSource10;
+
+    /// pFIBDataSet1 to pFIBDataSet10.
+    [[nodiscard]] std::array<db::DataSet*, 10> dataSets();
+
+    /// The datasets that read the chosen edition's tables: pFIBDataSet3 to pFIBDataSet6.
+    [[nodiscard]] std::array<db::DataSet*, data::editionDataSetCount> editionDataSets();
+
+    /// The datasets bound to a period and a region, in the order in which they are read:
+    /// pFIBDataSet3 to pFIBDataSet6, pFIBDataSet10.
+    [[nodiscard]] std::array<db::DataSet*, 5> selectionDataSets();
+
+    /// The data source of that object name. Throws std::logic_error when there is none.
+    [[nodiscard]] grid::DataSource& dataSource(std::u16string_view name);
+
+    /// Closes the edition datasets, gives them the queries of the edition and prepares them, one after the
+    /// other. Throws db::DatabaseError; the datasets done so far then keep the new queries.
+    void chooseEdition(const data::Edition& edition);
+
+    /// The connection string of the catalog on a server: `server` as the user typed it, port and path.
+    [[nodiscard]] static QString databaseNameOn(const QString& server);
+};
+
+/// The address that is offered to the user: the local machine.
+inline constexpr auto localServer = "127.0.0.1";
+
+/// The data module of the running program.
+extern TDM* DM;
+
+/// The chosen region's ID as a 32-bit integer, for the parameter p2; outlives every browser window.
+extern std::int32_t CurRegionId;
+
+/// The chosen period as the selector shows it, for the parameter p1; outlives every browser window.
+extern QString CurPeriod;

@@ -1,0 +1,71 @@
+#include "db/client_library.h"
+
+#include "db/win1251.h"
+
+#include <QStringDecoder>
+
+#include <array>
+
+namespace db {
+
+namespace {
+
+/// The server names its own objects in the connection's character set, the client its files in the system's.
+QString decodeStatusText(const char* text) {
+    const QByteArrayView bytes(text);
+    QStringDecoder utf8(QStringDecoder::Utf8);
+    const QString decoded = utf8.decode(bytes);
+    return utf8.hasError() ? win1251::decode({bytes.data(), static_cast<std::size_t>(bytes.size())})
+                           : decoded;
+}
+
+std::vector<int> errorCodes(const intptr_t* vector) {
+    std::vector<int> codes;
+    while (*vector != isc_arg_end) {
+        if (*vector == isc_arg_gds && vector[1] != 0) {
+            codes.push_back(static_cast<int>(vector[1]));
+        }
+        vector += *vector == isc_arg_cstring ? 3 : 2;
+    }
+    return codes;
+}
+
+} // namespace
+
+ClientLibrary::ClientLibrary(QStringList names) : names_(std::move(names)) {}
+
+QStringList ClientLibrary::defaultNames() {
+#ifdef Q_OS_WIN64
+    return {QStringLiteral("gds64.dll")};
+#elif defined(Q_OS_WIN)
+    return {QStringLiteral("gds32.dll")};
+#else
+    return {QStringLiteral("libfbclient.so.2"), QStringLiteral("libfbclient.so")};
+#endif
+}
+
+void ClientLibrary::load() {
+    if (provider_ != nullptr) {
+        return;
+    }
+    using MasterFunction = Firebird::IMaster*(ISC_EXPORT*)();
+    for (const QString& name : names_) {
+        library_.setFileName(name);
+        if (const auto master =
+                reinterpret_cast<MasterFunction>(library_.resolve("fb_get_master_interface"))) {
+            master_ = master();
+            provider_.reset(master_->getDispatcher());
+            return;
+        }
+    }
+    throw DatabaseError(QStringLiteral("Клиенская библиотека InterBase gds32.dll не обнаружена. "
+                                       "Пожалуйста, установите клиента InterBase!"));
+}
+
+DatabaseError ClientLibrary::databaseError(Firebird::IStatus& status) const {
+    std::array<char, 4096> text{};
+    master_->getUtilInterface()->formatStatus(text.data(), static_cast<unsigned>(text.size() - 1), &status);
+    return DatabaseError(decodeStatusText(text.data()), errorCodes(status.getErrors()));
+}
+
+} // namespace db

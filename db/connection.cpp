@@ -1,0 +1,89 @@
+#include "db/connection.h"
+
+#include "db/data_set.h"
+#include "db/parameter_block.h"
+#include "db/transaction.h"
+
+#include <algorithm>
+
+namespace db {
+
+Connection::Connection(const QString& name, const QString& databaseName, QStringList parameters,
+                       QStringList clientLibraryNames, QObject* parent)
+    : QObject(parent),
+      databaseName_(databaseName),
+      parameters_(std::move(parameters)),
+      library_(std::move(clientLibraryNames)) {
+    setObjectName(name);
+}
+
+Connection::~Connection() {
+    dropHandles();
+}
+
+void Connection::setDatabaseName(const QString& name) {
+    if (name == databaseName_) {
+        return;
+    }
+    if (isConnected()) {
+        throw DatabaseError(QStringLiteral("Имя базы данных нельзя изменить, пока соединение открыто (%1)")
+                                .arg(databaseName_));
+    }
+    databaseName_ = name;
+}
+
+void Connection::open() {
+    if (isConnected()) {
+        return;
+    }
+    library_.load();
+    const QByteArray name = databaseName_.toLocal8Bit();
+    const ParameterBlock block = databaseParameterBlock(parameters_);
+    handle_.reset(library_.run([&](auto* status) {
+        return library_.provider().attachDatabase(status, name.constData(),
+                                                  static_cast<unsigned>(block.size()), block.data());
+    }));
+}
+
+void Connection::close() {
+    if (!isConnected()) {
+        return;
+    }
+    for (DataSet* dataSet : dataSets_) {
+        dataSet->close();
+        dataSet->unprepare();
+    }
+    if (transaction_ != nullptr) {
+        transaction_->end();
+    }
+    run([&](auto* status) { handle_->detach(status); });
+    // A successful detach has taken the reference back.
+    static_cast<void>(handle_.release());
+}
+
+Firebird::IAttachment& Connection::handle() const {
+    if (!isConnected()) {
+        throw DatabaseError(QStringLiteral("Соединение с базой данных не открыто"));
+    }
+    return *handle_;
+}
+
+void Connection::add(DataSet& dataSet) {
+    dataSets_.push_back(&dataSet);
+}
+
+void Connection::remove(DataSet& dataSet) {
+    std::erase(dataSets_, &dataSet);
+}
+
+void Connection::dropHandles() {
+    for (DataSet* dataSet : dataSets_) {
+        dataSet->dropStatement();
+    }
+    if (transaction_ != nullptr) {
+        transaction_->drop();
+    }
+    handle_.reset();
+}
+
+} // namespace db

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "db/client_library.h"
+
+#include <QObject>
+#include <QStringList>
+
+#include <vector>
+
+namespace db {
+
+class DataSet;
+class Transaction;
+
+/// A connection to one database of a Firebird server.
+class Connection final : public QObject {
+    Q_OBJECT
+
+public:
+    /// `parameters`: lines of databaseParameterBlock().
+    Connection(const QString& name, const QString& databaseName, QStringList parameters,
+               QStringList clientLibraryNames, QObject* parent);
+    ~Connection() override;
+
+    [[nodiscard]] const QString& databaseName() const { return databaseName_; }
+
+    /// Sets the connection string (server/port:path). Throws DatabaseError, and changes nothing, when the
+    /// name differs from the present one while the connection is open.
+    void setDatabaseName(const QString& name);
+
+    [[nodiscard]] bool isConnected() const { return handle_ != nullptr; }
+
+    /// Loads the client library if need be and attaches. Does nothing on an open connection. Throws
+    /// DatabaseError.
+    void open();
+
+    /// Closes every dataset, ends the transaction and detaches. What the server no longer answers is dropped.
+    void close();
+
+    /// Runs one call of the client library. A call that reports the connection as lost leaves the connection
+    /// closed, with all its handles dropped, so that it can be opened again. Throws DatabaseError.
+    template <typename Call>
+    auto run(Call&& call) {
+        try {
+            return library_.run(std::forward<Call>(call));
+        } catch (const DatabaseError& error) {
+            if (error.meansLostConnection()) {
+                dropHandles();
+            }
+            throw;
+        }
+    }
+
+    /// The attachment; throws DatabaseError when the connection is not open.
+    [[nodiscard]] Firebird::IAttachment& handle() const;
+
+    /// Datasets and transactions make themselves known, so that close() reaches them.
+    void add(DataSet& dataSet);
+    void remove(DataSet& dataSet);
+    void setTransaction(Transaction* transaction) { transaction_ = transaction; }
+
+private:
+    void dropHandles();
+
+    QString databaseName_;
+    QStringList parameters_;
+    ClientLibrary library_;
+    Handle<Firebird::IAttachment> handle_;
+    Transaction* transaction_ = nullptr;
+    std::vector<DataSet*> dataSets_;
+};
+
+} // namespace db

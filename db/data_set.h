@@ -1,0 +1,141 @@
+#pragma once
+
+#include "db/client_library.h"
+#include "db/field.h"
+#include "db/row_decoder.h"
+#include "db/row_store.h"
+
+#include <QObject>
+#include <QStringList>
+
+#include <optional>
+#include <span>
+#include <variant>
+#include <vector>
+
+namespace db {
+
+class Connection;
+class Transaction;
+
+/// What a named parameter is set to; nothing until it is bound.
+using ParameterValue = std::variant<std::monostate, QString, std::int32_t>;
+
+/// A named parameter of a dataset's query.
+class Parameter final {
+public:
+    explicit Parameter(QString name) : name_(std::move(name)) {}
+
+    [[nodiscard]] const QString& name() const { return name_; }
+    [[nodiscard]] const ParameterValue& value() const { return value_; }
+    void setString(const QString& value) { value_ = value; }
+    void setInteger(std::int32_t value) { value_ = value; }
+
+private:
+    QString name_;
+    ParameterValue value_;
+};
+
+/// A query with its parameters, its declared fields, and, while it is open, the rows that it read and one of
+/// them as the current row.
+///
+/// The rows are read whole when the dataset is opened and kept on this side until it is closed. Values are
+/// reached by row (from 0) and field index; decoding to text happens only on asking.
+class DataSet final : public QObject {
+    Q_OBJECT
+
+public:
+    /// `name` is the object name; fields are called `name` followed by their column. `fields` must outlive
+    /// the dataset.
+    DataSet(const QString& name, std::span<const FieldSpec> fields, QStringList sql, Connection& connection,
+            Transaction& transaction, QObject* parent);
+    ~DataSet() override;
+
+    /// The lines of the query.
+    [[nodiscard]] const QStringList& sql() const { return sql_; }
+
+    /// Replaces the query; parameters keep their values where the names stay. Throws DatabaseError while
+    /// open.
+    void setSql(QStringList lines);
+
+    /// Has the server compile the query unless that is done. Throws DatabaseError.
+    void prepare();
+
+    /// Runs the query and reads all its rows; stays closed when anything fails. Does nothing when open.
+    /// Throws DatabaseError: server errors, a missing column, a column that cannot be read as its declared
+    /// field, an unbound parameter.
+    void open();
+
+    /// Discards the rows.
+    void close();
+
+    /// Closes and opens; returns to the row whose integer field `column` has the value that the current row
+    /// had, or to the first row. Throws as open() does.
+    void reopenLocate(const QString& column);
+
+    [[nodiscard]] bool isOpen() const { return rows_.has_value(); }
+
+    /// The parameter of that name. Throws DatabaseError when the query has none.
+    [[nodiscard]] Parameter& parameter(const QString& name);
+
+    /// The declared fields, in their order.
+    [[nodiscard]] std::span<Field* const> fields() const { return fields_; }
+
+    /// The field of that column, or null.
+    [[nodiscard]] const Field* findField(const QString& column) const;
+
+    /// The field of that column; throws DatabaseError when it is not declared.
+    [[nodiscard]] const Field& field(const QString& column) const;
+
+    /// Rows read; 0 while closed.
+    [[nodiscard]] int rowCount() const { return rows_ ? rows_->rowCount() : 0; }
+
+    /// The rows themselves; only while open.
+    [[nodiscard]] const RowStore& rows() const { return *rows_; }
+
+    /// A value as text: decoded text, or the exact number with all its fraction digits and `decimalPoint`,
+    /// without grouping; empty for NULL.
+    [[nodiscard]] QString text(int row, const Field& field, QChar decimalPoint = u'.') const;
+
+    /// The current row, from 0; -1 when there is none.
+    [[nodiscard]] int currentRow() const { return currentRow_; }
+
+    /// Makes `row` current; a row outside of the rows leaves the current one.
+    void moveTo(int row);
+
+    /// Moves to the first row whose text field `column` equals `value` exactly (NULL equals nothing) and
+    /// tells whether there is one; the current row stays when there is none.
+    bool locate(const QString& column, const QString& value);
+
+    /// Frees the compiled query on the server. Throws DatabaseError.
+    void unprepare();
+
+    /// Forgets the server's handle without asking the server, once the connection is lost. Rows stay.
+    void dropStatement();
+
+signals:
+    /// The rows are about to be replaced: on opening and on closing.
+    void aboutToReset();
+    /// The rows have been replaced.
+    void reset();
+    /// Another row has become current, -1 for none. Not emitted within a reset.
+    void currentRowChanged(int row);
+
+private:
+    void syncParameters();
+    [[nodiscard]] RowStore fetchRows();
+    void replaceRows(std::optional<RowStore> rows);
+
+    Connection& connection_;
+    Transaction& transaction_;
+    QStringList sql_;
+    std::vector<Parameter> parameters_;
+    QStringList markNames_; // the parameter's name at each "?" of the positional statement
+    std::vector<Field*> fields_;
+    Handle<Firebird::IStatement> statement_;
+    std::optional<RowDecoder> decoder_;
+    std::optional<RowStore> rows_;
+    int currentRow_ = -1;
+};
+
+} // namespace db

@@ -1,0 +1,28 @@
+#include "db/database_error.h"
+
+#include <ibase.h>
+
+#include <algorithm>
+#include <array>
+
+namespace db {
+
+namespace {
+
+constexpr std::array lostConnectionCodes{isc_network_error, isc_net_read_err,        isc_net_write_err,
+                                         isc_conn_lost,     isc_lost_db_connection,  isc_att_shutdown,
+                                         isc_shutdown,      isc_net_server_shutdown, isc_bad_db_handle};
+
+} // namespace
+
+DatabaseError::DatabaseError(const QString& message, std::vector<int> codes)
+    : Error(message), codes_(std::move(codes)) {}
+
+bool DatabaseError::meansLostConnection() const noexcept {
+    return std::any_of(codes_.begin(), codes_.end(), [](int code) {
+        return std::find(lostConnectionCodes.begin(), lostConnectionCodes.end(), code) !=
+               lostConnectionCodes.end();
+    });
+}
+
+} // namespace db

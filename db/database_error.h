@@ -1,0 +1,27 @@
+#pragma once
+
+#include "base/error.h"
+
+#include <QString>
+
+#include <vector>
+
+namespace db {
+
+/// A failure of the database server, of its client library, or of the access layer itself.
+class DatabaseError : public Error {
+public:
+    /// `codes` are the Firebird error codes (isc_... of iberror.h) of the status vector, outermost first;
+    /// empty when the access layer itself refuses.
+    explicit DatabaseError(const QString& message, std::vector<int> codes = {});
+
+    [[nodiscard]] const std::vector<int>& codes() const noexcept { return codes_; }
+
+    /// True when the codes say that the connection to the server no longer exists.
+    [[nodiscard]] bool meansLostConnection() const noexcept;
+
+private:
+    std::vector<int> codes_;
+};
+
+} // namespace db

@@ -1,0 +1,166 @@
+#include "db/row_decoder.h"
+
+#include "db/connection.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace db {
+
+namespace {
+
+/// What the server says of one column of a result.
+struct Column {
+    QString name;
+    unsigned type; ///< SQL_... of ibase.h, without the bit for "may be NULL"
+    int scale;     ///< 0 or negative: minus the fraction digits
+    unsigned length;
+    unsigned offset;
+    unsigned nullOffset;
+};
+
+std::vector<Column> columnsOf(Connection& connection, Firebird::IMessageMetadata& metadata) {
+    return connection.run([&](auto* status) {
+        std::vector<Column> columns(metadata.getCount(status));
+        for (unsigned index = 0; index < columns.size(); ++index) {
+            columns[index] = {QString::fromUtf8(metadata.getAlias(status, index)),
+                              metadata.getType(status, index) & ~1U,
+                              metadata.getScale(status, index),
+                              metadata.getLength(status, index),
+                              metadata.getOffset(status, index),
+                              metadata.getNullOffset(status, index)};
+        }
+        return columns;
+    });
+}
+
+bool isExactNumber(const Column& column) {
+    return column.type == SQL_SHORT || column.type == SQL_LONG || column.type == SQL_INT64;
+}
+
+bool canBeRead(const Column& column, const Field& field) {
+    switch (field.kind()) {
+    case FieldKind::Integer64:
+        return column.type == SQL_INT64 && column.scale == 0;
+    case FieldKind::Integer32:
+        return column.type == SQL_LONG && column.scale == 0;
+    case FieldKind::Decimal:
+        // Fewer digits before the point are the database's own choice; the scale is not.
+        return column.scale == -field.fractionDigits() &&
+               (field.fractionDigits() == 0 ? column.type == SQL_INT64 : isExactNumber(column));
+    case FieldKind::String:
+        return (column.type == SQL_VARYING || column.type == SQL_TEXT) &&
+               column.length <= static_cast<unsigned>(field.size());
+    }
+    return false;
+}
+
+QString describe(const Column& column) {
+    const QString size = QString::number(column.length);
+    const QString digits = QString::number(-column.scale);
+    switch (column.type) {
+    case SQL_VARYING:
+        return QStringLiteral("VARCHAR(%1)").arg(size);
+    case SQL_TEXT:
+        return QStringLiteral("CHAR(%1)").arg(size);
+    case SQL_SHORT:
+        return QStringLiteral("SMALLINT, %1 знаков дроби").arg(digits);
+    case SQL_LONG:
+        return QStringLiteral("INTEGER, %1 знаков дроби").arg(digits);
+    case SQL_INT64:
+        return QStringLiteral("BIGINT, %1 знаков дроби").arg(digits);
+    case SQL_DOUBLE:
+        return QStringLiteral("DOUBLE PRECISION");
+    case SQL_BLOB:
+        return QStringLiteral("BLOB");
+    default:
+        return QStringLiteral("тип %1").arg(column.type);
+    }
+}
+
+QString describe(const Field& field) {
+    switch (field.kind()) {
+    case FieldKind::Integer64:
+        return QStringLiteral("BIGINT");
+    case FieldKind::Integer32:
+        return QStringLiteral("INTEGER");
+    case FieldKind::Decimal:
+        return QStringLiteral("NUMERIC(18,%1)").arg(field.size());
+    case FieldKind::String:
+        return QStringLiteral("VARCHAR(%1)").arg(field.size());
+    }
+    return {};
+}
+
+template <typename Value>
+Value load(const unsigned char* bytes) {
+    Value value{};
+    std::memcpy(&value, bytes, sizeof value);
+    return value;
+}
+
+std::string_view withoutPadding(std::string_view text) {
+    const auto last = text.find_last_not_of(' ');
+    return text.substr(0, last == std::string_view::npos ? 0 : last + 1);
+}
+
+} // namespace
+
+RowDecoder::RowDecoder(Connection& connection, Firebird::IMessageMetadata& metadata,
+                       std::span<Field* const> fields, const QString& dataSetName) {
+    messageSize_ = connection.run([&](auto* status) { return metadata.getMessageLength(status); });
+    const std::vector<Column> columns = columnsOf(connection, metadata);
+    for (const Field* field : fields) {
+        const auto column = std::find_if(columns.begin(), columns.end(), [&](const Column& candidate) {
+            return candidate.name == field->column();
+        });
+        if (column == columns.end()) {
+            throw DatabaseError(QStringLiteral("%1: в результате запроса нет столбца «%2»")
+                                    .arg(dataSetName, field->column()));
+        }
+        if (!canBeRead(*column, *field)) {
+            throw DatabaseError(QStringLiteral("%1: столбец «%2» имеет тип %3, а ожидается %4")
+                                    .arg(dataSetName, field->column(), describe(*column), describe(*field)));
+        }
+        const auto source = column->type == SQL_SHORT   ? Source::Integer16
+                            : column->type == SQL_LONG  ? Source::Integer32
+                            : column->type == SQL_INT64 ? Source::Integer64
+                            : column->type == SQL_TEXT  ? Source::FixedText
+                                                        : Source::VaryingText;
+        steps_.push_back({source, column->offset, column->nullOffset, column->length});
+    }
+}
+
+void RowDecoder::decode(const unsigned char* message, RowStore& store) const {
+    RowStore::RowWriter row(store);
+    int field = 0;
+    for (const Step& step : steps_) {
+        const unsigned char* const source = message + step.offset;
+        if (load<std::int16_t>(message + step.nullOffset) != 0) {
+            row.putNull(field++);
+            continue;
+        }
+        switch (step.source) {
+        case Source::Integer16:
+            row.putInteger(field, load<std::int16_t>(source));
+            break;
+        case Source::Integer32:
+            row.putInteger(field, load<std::int32_t>(source));
+            break;
+        case Source::Integer64:
+            row.putInteger(field, load<std::int64_t>(source));
+            break;
+        case Source::FixedText:
+            row.putString(field, withoutPadding({reinterpret_cast<const char*>(source), step.length}));
+            break;
+        case Source::VaryingText:
+            row.putString(field, {reinterpret_cast<const char*>(source) + sizeof(std::uint16_t),
+                                  load<std::uint16_t>(source)});
+            break;
+        }
+        ++field;
+    }
+    row.finish();
+}
+
+} // namespace db

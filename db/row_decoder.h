@@ -1,0 +1,45 @@
+#pragma once
+
+#include "db/client_library.h"
+#include "db/field.h"
+#include "db/row_store.h"
+
+#include <QString>
+
+#include <span>
+#include <vector>
+
+namespace db {
+
+class Connection;
+
+/// Takes the declared fields of a dataset out of the messages in which the server sends the rows of its
+/// query.
+class RowDecoder final {
+public:
+    /// Matches fields to the result's columns by name and checks that each column can be read as its field.
+    /// Throws DatabaseError for a missing column, another type or scale, or texts longer than the field.
+    RowDecoder(Connection& connection, Firebird::IMessageMetadata& metadata, std::span<Field* const> fields,
+               const QString& dataSetName);
+
+    /// Bytes of one message.
+    [[nodiscard]] std::size_t messageSize() const { return messageSize_; }
+
+    /// Appends the row held by `message` to `store`.
+    void decode(const unsigned char* message, RowStore& store) const;
+
+private:
+    enum class Source : std::uint8_t { Integer16, Integer32, Integer64, FixedText, VaryingText };
+
+    struct Step {
+        Source source;
+        unsigned offset;
+        unsigned nullOffset;
+        unsigned length;
+    };
+
+    std::size_t messageSize_ = 0;
+    std::vector<Step> steps_; // in field order
+};
+
+} // namespace db

@@ -1,0 +1,128 @@
+#include "db/row_store.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace db {
+
+namespace {
+
+constexpr int stretchShift = 10;
+constexpr int rowsPerStretch = 1 << stretchShift;
+
+template <typename Number>
+Number load(const std::uint8_t* bytes) noexcept {
+    Number number{};
+    std::memcpy(&number, bytes, sizeof number);
+    return number;
+}
+
+template <typename Element>
+std::unique_ptr<Element[]> exactCopy(const std::vector<Element>& elements) {
+    std::unique_ptr<Element[]> copy(new Element[elements.size()]);
+    std::copy(elements.begin(), elements.end(), copy.get());
+    return copy;
+}
+
+std::size_t storedSize(FieldKind kind) {
+    switch (kind) {
+    case FieldKind::Integer32:
+        return sizeof(std::int32_t);
+    case FieldKind::String:
+        return sizeof(std::uint16_t);
+    case FieldKind::Integer64:
+    case FieldKind::Decimal:
+        break;
+    }
+    return sizeof(std::int64_t);
+}
+
+} // namespace
+
+RowStore::RowStore(std::span<const FieldKind> kinds) {
+    fixedSize_ = (kinds.size() + 7) / 8;
+    for (const FieldKind kind : kinds) {
+        places_.push_back({kind, static_cast<std::uint16_t>(fixedSize_)});
+        fixedSize_ += storedSize(kind);
+    }
+}
+
+RowStore::RowWriter::RowWriter(RowStore& store) : store_(store), rowStart_(store.openBytes_.size()) {
+    store_.openBytes_.resize(rowStart_ + store_.fixedSize_);
+}
+
+void RowStore::RowWriter::putNull(int field) {
+    store_.openBytes_[rowStart_ + static_cast<std::size_t>(field) / 8] |=
+        static_cast<std::uint8_t>(1U << (field % 8));
+}
+
+void RowStore::RowWriter::putInteger(int field, std::int64_t value) {
+    const Place place = store_.places_[static_cast<std::size_t>(field)];
+    std::uint8_t* const target = store_.openBytes_.data() + rowStart_ + place.offset;
+    if (place.kind == FieldKind::Integer32) {
+        const auto narrow = static_cast<std::int32_t>(value);
+        std::memcpy(target, &narrow, sizeof narrow);
+    } else {
+        std::memcpy(target, &value, sizeof value);
+    }
+}
+
+void RowStore::RowWriter::putString(int field, std::string_view bytes) {
+    const Place place = store_.places_[static_cast<std::size_t>(field)];
+    const auto length = static_cast<std::uint16_t>(bytes.size());
+    std::memcpy(store_.openBytes_.data() + rowStart_ + place.offset, &length, sizeof length);
+    store_.openBytes_.insert(store_.openBytes_.end(), bytes.begin(), bytes.end());
+}
+
+void RowStore::RowWriter::finish() {
+    store_.openStarts_.push_back(static_cast<std::uint32_t>(rowStart_));
+    ++store_.rowCount_;
+    if (store_.openStarts_.size() == rowsPerStretch) {
+        store_.closeStretch();
+    }
+}
+
+void RowStore::closeStretch() {
+    stretches_.push_back({exactCopy(openBytes_), exactCopy(openStarts_)});
+    openBytes_.clear();
+    openStarts_.clear();
+}
+
+void RowStore::seal() {
+    if (!openStarts_.empty()) {
+        closeStretch();
+    }
+    stretches_.shrink_to_fit();
+    openBytes_ = {};
+    openStarts_ = {};
+}
+
+const std::uint8_t* RowStore::rowBytes(int row) const noexcept {
+    const Stretch& stretch = stretches_[static_cast<std::size_t>(row >> stretchShift)];
+    return stretch.bytes.get() + stretch.rowStarts[static_cast<std::size_t>(row & (rowsPerStretch - 1))];
+}
+
+bool RowStore::isNull(int row, int field) const noexcept {
+    return (rowBytes(row)[field / 8] >> (field % 8) & 1) != 0;
+}
+
+std::int64_t RowStore::integer(int row, int field) const noexcept {
+    const Place place = places_[static_cast<std::size_t>(field)];
+    const std::uint8_t* const source = rowBytes(row) + place.offset;
+    return place.kind == FieldKind::Integer32 ? load<std::int32_t>(source) : load<std::int64_t>(source);
+}
+
+std::string_view RowStore::string(int row, int field) const noexcept {
+    const std::uint8_t* const bytes = rowBytes(row);
+    std::size_t start = fixedSize_;
+    for (int earlier = 0; earlier < field; ++earlier) {
+        const Place place = places_[static_cast<std::size_t>(earlier)];
+        if (place.kind == FieldKind::String) {
+            start += load<std::uint16_t>(bytes + place.offset);
+        }
+    }
+    const auto length = load<std::uint16_t>(bytes + places_[static_cast<std::size_t>(field)].offset);
+    return {reinterpret_cast<const char*>(bytes + start), length};
+}
+
+} // namespace db

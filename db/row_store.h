@@ -1,0 +1,68 @@
+#pragma once
+
+#include "db/field.h"
+
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string_view>
+#include <vector>
+
+namespace db {
+
+/// The rows of a query's result, packed: beside the bytes of its values a row costs one bit a field, two
+/// bytes a text and four bytes for its place. Rows are appended, the store is sealed, and from then on only
+/// read.
+class RowStore final {
+public:
+    explicit RowStore(std::span<const FieldKind> kinds);
+
+    /// A row under construction; every field is put once, in field order.
+    class RowWriter final {
+    public:
+        explicit RowWriter(RowStore& store);
+        void putNull(int field);
+        void putInteger(int field, std::int64_t value);
+        void putString(int field, std::string_view bytes);
+        /// Makes the row part of the store.
+        void finish();
+
+    private:
+        RowStore& store_;
+        std::size_t rowStart_;
+    };
+
+    /// Ends the appending; gives back the memory held for growth. Rows can be read from now on.
+    void seal();
+
+    [[nodiscard]] int rowCount() const noexcept { return rowCount_; }
+    [[nodiscard]] bool isNull(int row, int field) const noexcept;
+    /// The number of a numeric field (a decimal's in units of its last digit); 0 where it is NULL.
+    [[nodiscard]] std::int64_t integer(int row, int field) const noexcept;
+    /// The bytes of a text field as they came; empty where it is NULL. Valid as long as the store.
+    [[nodiscard]] std::string_view string(int row, int field) const noexcept;
+
+private:
+    struct Place {
+        FieldKind kind;
+        std::uint16_t offset; ///< of the number, or of the two bytes of a text's length, from the row's start
+    };
+
+    /// Rows of one stretch lie in one exactly fitting piece of memory, so that growth never copies old rows.
+    struct Stretch {
+        std::unique_ptr<std::uint8_t[]> bytes;
+        std::unique_ptr<std::uint32_t[]> rowStarts;
+    };
+
+    [[nodiscard]] const std::uint8_t* rowBytes(int row) const noexcept;
+    void closeStretch();
+
+    std::vector<Place> places_;
+    std::size_t fixedSize_ = 0; ///< bytes of the null bits, numbers and text lengths at a row's start
+    std::vector<Stretch> stretches_;
+    std::vector<std::uint8_t> openBytes_;
+    std::vector<std::uint32_t> openStarts_;
+    int rowCount_ = 0;
+};
+
+} // namespace db

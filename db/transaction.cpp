@@ -1,0 +1,42 @@
+#include "db/transaction.h"
+
+#include "db/connection.h"
+#include "db/parameter_block.h"
+
+namespace db {
+
+Transaction::Transaction(const QString& name, QStringList parameters, Connection& connection, QObject* parent)
+    : QObject(parent), connection_(connection), parameters_(std::move(parameters)) {
+    setObjectName(name);
+    connection_.setTransaction(this);
+}
+
+Transaction::~Transaction() {
+    connection_.setTransaction(nullptr);
+}
+
+void Transaction::start() {
+    if (isActive()) {
+        return;
+    }
+    const ParameterBlock block = transactionParameterBlock(parameters_);
+    Firebird::IAttachment& attachment = connection_.handle();
+    handle_.reset(connection_.run([&](auto* status) {
+        return attachment.startTransaction(status, static_cast<unsigned>(block.size()), block.data());
+    }));
+}
+
+void Transaction::end() {
+    if (!isActive()) {
+        return;
+    }
+    connection_.run([&](auto* status) { handle_->rollback(status); });
+    // A successful rollback has taken the reference back.
+    static_cast<void>(handle_.release());
+}
+
+void Transaction::drop() {
+    handle_.reset();
+}
+
+} // namespace db

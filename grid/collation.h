@@ -1,0 +1,47 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+/// Order and search of catalog texts as they are held, in WIN1251: by the Russian alphabet, without regard to
+/// case.
+namespace grid::collation {
+
+/// The place of every byte in the alphabetical order; the two cases of a letter share one place.
+[[nodiscard]] const std::array<std::uint8_t, 256>& weights();
+
+/// Negative, 0 or positive, as `left` comes before, with or after `right`.
+[[nodiscard]] int compare(std::string_view left, std::string_view right);
+
+/// A text that others are searched for, without regard to case.
+class Needle {
+public:
+    explicit Needle(std::string_view text);
+
+    [[nodiscard]] bool isEmpty() const { return folded_.empty(); }
+    /// Where the first occurrence in `text` begins; npos when there is none.
+    [[nodiscard]] std::size_t findIn(std::string_view text) const;
+    [[nodiscard]] bool isStartOf(std::string_view text) const;
+
+private:
+    /// The bytes of a letter's two cases; the same byte twice for anything else.
+    struct Cases {
+        char one = 0;
+        char other = 0;
+    };
+    /// Places that are looked at together, in a loop that compilers turn into vector instructions.
+    static constexpr std::size_t blockSize = 32;
+
+    [[nodiscard]] static Cases casesOf(std::uint8_t place);
+    [[nodiscard]] bool mayStartWithin(const char* block) const;
+
+    Cases first_;
+    Cases last_;
+    std::basic_string<std::uint8_t> folded_;
+    std::array<std::uint8_t, 256>
+        steps_{}; ///< how far a byte under the needle's last place moves the needle on
+};
+
+} // namespace grid::collation

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "grid/table_spec.h"
+
+#include <QObject>
+#include <QString>
+
+namespace db {
+class DataSet;
+class Field;
+} // namespace db
+
+namespace grid {
+
+/// A column of a table view, child of the view.
+class Column final : public QObject {
+    Q_OBJECT
+
+public:
+    Column(const ColumnSpec& spec, const db::DataSet& dataSet, QObject* parent);
+
+    /// Column name of the field, whether or not the dataset has it.
+    [[nodiscard]] const QString& fieldName() const { return fieldName_; }
+    /// Null when the dataset has no such field; the cells are empty then.
+    [[nodiscard]] const db::Field* field() const { return field_; }
+    /// The field's display label, or the field name.
+    [[nodiscard]] const QString& headerText() const { return headerText_; }
+    [[nodiscard]] Qt::Alignment headerAlignment() const { return spec_.headerAlignment; }
+    /// Alignment of the values.
+    [[nodiscard]] Qt::Alignment alignment() const;
+    [[nodiscard]] bool isVisible() const { return spec_.visible; }
+    [[nodiscard]] int designWidth() const { return spec_.width > 0 ? spec_.width : defaultColumnWidth; }
+
+    /// Present width in pixels; the design width until the view has been laid out.
+    [[nodiscard]] int width() const { return width_; }
+    void setWidth(int width) { width_ = width; }
+
+private:
+    ColumnSpec spec_;
+    QString fieldName_;
+    const db::Field* field_;
+    QString headerText_;
+    int width_;
+};
+
+} // namespace grid

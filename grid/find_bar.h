@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QWidget>
+
+class QLabel;
+class QLineEdit;
+
+namespace grid {
+
+class TableView;
+
+/// The line in which a text is typed that is looked for in the cells of a view.
+class FindBar final : public QWidget {
+    Q_OBJECT
+
+public:
+    FindBar(TableView& view, QWidget* parent);
+
+    /// Shows the bar and puts the cursor into it.
+    void open();
+    /// Hides the bar, takes the marks away and gives the focus back to the view.
+    void close();
+    void findNext() { find(true, false); }
+    void findPrevious() { find(false, false); }
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void find(bool forward, bool includeCurrent);
+
+    TableView& view_;
+    QLineEdit* text_;
+    QLabel* outcome_;
+};
+
+} // namespace grid

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QWidget>
+
+class QLineEdit;
+class QToolButton;
+
+namespace grid {
+
+/// A line in which a text to look for is typed, with a button that empties it.
+class FindPanel final : public QWidget {
+    Q_OBJECT
+
+public:
+    /// `prompt` stands in the empty line.
+    FindPanel(const QString& prompt, QWidget* parent);
+
+    /// Puts the cursor into the line and selects its text.
+    void open();
+    void clear();
+
+signals:
+    void textChanged(const QString& text);
+    /// The user wants to go on to what has been found.
+    void left();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    QLineEdit* text_;
+    QToolButton* clear_;
+};
+
+} // namespace grid

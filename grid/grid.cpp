@@ -1,0 +1,56 @@
+#include "grid/grid.h"
+
+#include "grid/filter_bar.h"
+#include "grid/find_bar.h"
+#include "grid/table_view.h"
+
+#include <QShortcut>
+#include <QVBoxLayout>
+
+namespace grid {
+namespace {
+
+QString toQString(std::u16string_view text) {
+    return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+QVBoxLayout* makeTightLayout(QWidget* parent) {
+    auto* const layout = new QVBoxLayout(parent);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    return layout;
+}
+
+} // namespace
+
+Level::Level(const GridSpec& spec, DataSource& dataSource, QWidget* parent) : QWidget(parent) {
+    setObjectName(toQString(spec.level));
+    view_ = new TableView(spec, dataSource, this);
+    findBar_ = new FindBar(*view_, this);
+    setFocusProxy(view_);
+    QVBoxLayout* const layout = makeTightLayout(this);
+    layout->addWidget(findBar_);
+    layout->addWidget(view_, 1);
+    layout->addWidget(new FilterBar(view_->tableModel(), this));
+}
+
+Grid::Grid(const GridSpec& spec, DataSource& dataSource, QWidget* parent) : QFrame(parent) {
+    setObjectName(toQString(spec.grid));
+    setFrameShape(NoFrame);
+    setBackgroundRole(QPalette::Base);
+    setAutoFillBackground(true);
+    level_ = new Level(spec, dataSource, this);
+    makeTightLayout(this)->addWidget(level_);
+    setFocusProxy(&level_->view());
+
+    const auto addShortcut = [this](QKeySequence::StandardKey key, void (FindBar::*action)()) {
+        auto* const shortcut = new QShortcut(key, this);
+        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+        connect(shortcut, &QShortcut::activated, &level_->findBar(), action);
+    };
+    addShortcut(QKeySequence::Find, &FindBar::open);
+    addShortcut(QKeySequence::FindNext, &FindBar::findNext);
+    addShortcut(QKeySequence::FindPrevious, &FindBar::findPrevious);
+}
+
+} // namespace grid

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "grid/table_spec.h"
+
+#include <QFrame>
+
+namespace grid {
+
+class DataSource;
+class FindPanel;
+class TreeView;
+
+/// The table of a tree list.
+struct TreeListSpec {
+    std::u16string_view name;            ///< object name of the control
+    std::span<const ColumnSpec> columns; ///< must outlive the tree list
+    std::u16string_view keyField;        ///< integer field that tells the nodes apart
+    std::u16string_view parentField;     ///< integer field with the parent's key; NULL at the top level
+    std::u16string_view findPrompt;      ///< stands in the empty find panel
+};
+
+/// A tree of a dataset's rows under a panel that narrows it to the nodes with a text. Its columns are its
+/// children by their object names.
+class TreeList final : public QFrame {
+    Q_OBJECT
+
+public:
+    /// Throws db::DatabaseError when the dataset lacks the key or the parent field.
+    TreeList(const TreeListSpec& spec, DataSource& dataSource, QWidget* parent);
+
+    [[nodiscard]] TreeView& view() const { return *view_; }
+    [[nodiscard]] FindPanel& findPanel() const { return *findPanel_; }
+
+private:
+    void goToFound();
+
+    FindPanel* findPanel_;
+    TreeView* view_;
+};
+
+} // namespace grid

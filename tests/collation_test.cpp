@@ -1,0 +1,114 @@
+#include "db/win1251.h"
+#include "grid/collation.h"
+#include "support/firebird_server.h"
+#include "support/printing.h"
+
+#include <QCollator>
+#include <QString>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <string>
+
+using grid::collation::compare;
+using grid::collation::Needle;
+
+namespace {
+
+std::string bytes(const QString& text) {
+    return db::win1251::encode(text).toStdString();
+}
+
+const QString alphabet =
+    QStringLiteral("0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZАБВГДЕЁЖЗИЙКЛМНОПРСТУФХЦЧШЩЪЫЬЭЮЯ");
+
+} // namespace
+
+TEST(Collation, FollowsTheAlphabetInBothCases) {
+    for (qsizetype index = 1; index < alphabet.size(); ++index) {
+        const QString before = alphabet.sliced(index - 1, 1);
+        const QString after = alphabet.sliced(index, 1);
+        EXPECT_LT(compare(bytes(before), bytes(after)), 0) << before.toStdString() << after.toStdString();
+        EXPECT_LT(compare(bytes(before.toLower()), bytes(after)), 0) << before.toStdString();
+        EXPECT_GT(compare(bytes(after.toLower()), bytes(before)), 0) << after.toStdString();
+        EXPECT_EQ(compare(bytes(after.toLower()), bytes(after)), 0) << after.toStdString();
+    }
+    EXPECT_LT(compare(bytes("«Я»"), bytes("1")), 0);
+    EXPECT_LT(compare(bytes("ежа"), bytes("ёж")), 0);
+    EXPECT_LT(compare(bytes("Бетон"), bytes("бетонит")), 0);
+    EXPECT_EQ(compare("", ""), 0);
+    EXPECT_LT(compare("", " "), 0);
+}
+
+TEST(Collation, OnlyTheCasesOfALetterShareAPlace) {
+    for (unsigned left = 0; left < 256; ++left) {
+        for (unsigned right = 0; right < 256; ++right) {
+            const QChar one = db::win1251::decode(static_cast<unsigned char>(left));
+            const QChar other = db::win1251::decode(static_cast<unsigned char>(right));
+            // MICRO SIGN has a capital, but not in this code page.
+            const bool same = one == other || (one.isLetter() && one.toLower() == other.toLower());
+            EXPECT_EQ(grid::collation::weights()[left] == grid::collation::weights()[right], same)
+                << left << ' ' << right;
+        }
+    }
+}
+
+TEST(Collation, AgreesWithServerAndSystemOnRussianLetters) {
+    QStringList rows;
+    for (const QChar letter : alphabet) {
+        rows.prepend(QStringLiteral("select '%1' as C from RDB$DATABASE").arg(letter));
+    }
+    const QString sorted =
+        test::sqlValue(test::sampleServer,
+                       QStringLiteral("select list(C, '') from (select C from (select cast(C as varchar(1) "
+                                      "character set WIN1251) collate PXW_CYRL as C from (%1)) order by C)")
+                           .arg(rows.join(QStringLiteral(" union all "))));
+    EXPECT_TRUE(sorted.contains(alphabet)) << sorted.toStdString();
+
+    QCollator russian(QLocale(QLocale::Russian, QLocale::Russia));
+    russian.setCaseSensitivity(Qt::CaseInsensitive);
+    // The system puts the Cyrillic letters before the Latin ones.
+    const QString cyrillic = alphabet.sliced(alphabet.indexOf(QStringLiteral("А")));
+    QString collated = cyrillic;
+    std::shuffle(collated.begin(), collated.end(), std::mt19937(1));
+    std::sort(collated.begin(), collated.end(),
+              [&](QChar left, QChar right) { return russian.compare(QString(left), QString(right)) < 0; });
+    EXPECT_EQ(collated.toStdString(), cyrillic.toStdString());
+}
+
+TEST(Needle, FindsWhatAComparisonAtEveryPlaceFinds) {
+    std::mt19937 random(7);
+    const std::string letters = bytes(QStringLiteral("абвгдеАБВГДЕ-ґҐ"));
+    const auto text = [&](std::size_t length) {
+        std::string result(length, '\0');
+        std::generate(result.begin(), result.end(), [&] { return letters[random() % letters.size()]; });
+        return result;
+    };
+    for (int round = 0; round < 20000; ++round) {
+        const std::string searched = text(random() % 100);
+        const std::string sought = text(1 + random() % 5);
+        std::size_t expected = 0;
+        while (expected + sought.size() <= searched.size() &&
+               compare(searched.substr(expected, sought.size()), sought) != 0) {
+            ++expected;
+        }
+        if (expected + sought.size() > searched.size()) {
+            expected = std::string::npos;
+        }
+        ASSERT_EQ(Needle(sought).findIn(searched), expected);
+        ASSERT_EQ(Needle(sought).isStartOf(searched), expected == 0);
+    }
+}
+
+TEST(Needle, TakesLongAndEmptyTexts) {
+    const std::string longText(1000, 'x');
+    EXPECT_EQ(Needle(longText).findIn("y" + longText), 1U);
+    EXPECT_EQ(Needle(longText + "z").findIn(longText + longText), std::string::npos);
+    EXPECT_TRUE(Needle("").isEmpty());
+    EXPECT_EQ(Needle("").findIn(longText), 0U);
+    // What the code page cannot express is found in no text.
+    EXPECT_EQ(Needle(bytes(QStringLiteral("漢"))).findIn(bytes(QStringLiteral("? любой текст"))),
+              std::string::npos);
+}

@@ -1,0 +1,524 @@
+#include "db/connection.h"
+#include "db/data_set.h"
+#include "db/transaction.h"
+#include "db/win1251.h"
+#include "grid/collation.h"
+#include "grid/column.h"
+#include "grid/column_widths.h"
+#include "grid/data_source.h"
+#include "grid/find_bar.h"
+#include "grid/grid.h"
+#include "grid/row_layout.h"
+#include "grid/row_order.h"
+#include "grid/table_header.h"
+#include "grid/table_model.h"
+#include "grid/table_view.h"
+#include "support/firebird_server.h"
+#include "support/printing.h"
+
+#include <QAbstractItemModelTester>
+#include <QApplication>
+#include <QClipboard>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTest>
+#include <QWheelEvent>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <array>
+#include <numeric>
+#include <random>
+
+namespace {
+
+using namespace grid;
+
+constexpr std::array fields{
+    db::FieldSpec{u"ID", db::FieldKind::Integer64, 0, u"", false},
+    db::FieldSpec{u"KOD", db::FieldKind::Integer32, 0, u"Код", true, true},
+    db::FieldSpec{u"NAME", db::FieldKind::String, 1000, u"Наименование"},
+    db::FieldSpec{u"PRICE", db::FieldKind::Decimal, 2, u"Цена"},
+};
+
+constexpr std::array columns{
+    ColumnSpec{u"ViewID", u"ID", false},
+    ColumnSpec{u"ViewKOD", u"KOD", true, 100},
+    ColumnSpec{u"ViewNAME", u"NAME", true, 300},
+    ColumnSpec{u"ViewPRICE", u"PRICE", true, 80, Qt::AlignRight},
+    ColumnSpec{u"ViewCMP", u"CMP"},
+};
+constexpr int kod = 1;
+constexpr int name = 2;
+constexpr int price = 3;
+constexpr int absent = 4;
+
+constexpr GridSpec gridSpec{u"Grid", u"Level", u"View", columns, u"ID", u"KOD"};
+
+const QString fewRows = QStringLiteral(
+    "select cast(ID as bigint) ID, cast(KOD as integer) KOD, cast(trim(NAME) as varchar(1000)) NAME, "
+    "cast(PRICE as numeric(18,2)) PRICE from ("
+    "select 1 ID, 30 KOD, 'Щебень' NAME, 12.50 PRICE from RDB$DATABASE union all "
+    "select 2, 4, null, -3.00 from RDB$DATABASE union all "
+    "select 3, null, 'бетон \"М400\"', 1012.55 from RDB$DATABASE union all "
+    "select 4, 100, '', null from RDB$DATABASE union all "
+    "select 5, 4, 'БЕТОН', 0.05 from RDB$DATABASE)");
+
+/// 4000 rows, of which KOD counts; every hundredth has a name of many lines.
+const QString manyRows = QStringLiteral(
+    "with recursive N as (select 0 I from RDB$DATABASE union all select I + 1 from N where I < 999) "
+    "select cast(A.I * 4 + B.I as bigint) ID, cast(A.I * 4 + B.I as integer) KOD, "
+    "cast(iif(mod(A.I * 4 + B.I, 100) = 99, rpad('', 1000, 'длинное имя '), 'имя ' || (A.I * 4 + B.I)) "
+    "as varchar(1000)) NAME, cast(A.I / 7.00 as numeric(18,2)) PRICE from N A join N B on B.I < 4");
+
+/// A grid over a query, on screen.
+class GridTest : public testing::Test {
+protected:
+    void open(const QString& sql) {
+        QLocale::setDefault(QLocale(QLocale::Russian));
+        connection_.open();
+        dataSet.setSql({sql});
+        dataSet.open();
+        grid_ = std::make_unique<Grid>(gridSpec, source_, nullptr);
+        grid_->resize(500, 300);
+        grid_->show();
+        QApplication::setActiveWindow(grid_.get());
+        grid_->setFocus();
+    }
+
+    Grid& grid() { return *grid_; }
+    TableView& view() { return grid_->view(); }
+    TableModel& model() { return grid_->view().tableModel(); }
+
+    template <typename Widget>
+    Widget& child(const char* objectName) {
+        auto* const found = grid_->findChild<Widget*>(QString::fromLatin1(objectName));
+        EXPECT_NE(found, nullptr) << objectName;
+        return *found;
+    }
+
+    /// The shown values of ID.
+    QString ids() {
+        QStringList texts;
+        for (int row = 0; row < model().rowCount(); ++row) {
+            texts.append(model().text(row, 0));
+        }
+        return texts.join(u' ');
+    }
+
+    void clickHeader(int column, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        const int x = view().header().sectionViewportPosition(column) + 12;
+        QTest::mouseClick(view().header().viewport(), Qt::LeftButton, modifiers,
+                          {x, view().header().height() / 2});
+    }
+
+    void clickRow(int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        const QRect cell = view().visualRect(model().index(row, name));
+        QTest::mouseClick(view().viewport(), Qt::LeftButton, modifiers, cell.topLeft() + QPoint(5, 5));
+    }
+
+    QString copied() {
+        QTest::keyClick(&view(), Qt::Key_C, Qt::ControlModifier);
+        return QApplication::clipboard()->text();
+    }
+
+private:
+    db::Connection connection_{QStringLiteral("connection"),
+                               QString::fromLatin1(test::sampleServer) +
+                                   QStringLiteral("/3050:C:\\DATA\\BAZAKATALOG.FDB"),
+                               {"password=pinewoods", "user_name=SYSDBA", "lc_ctype=WIN1251"},
+                               db::ClientLibrary::defaultNames(),
+                               nullptr};
+    db::Transaction transaction_{QStringLiteral("transaction"),
+                                 {"read", "nowait", "rec_version", "read_committed"},
+                                 connection_,
+                                 nullptr};
+
+protected:
+    db::DataSet dataSet{QStringLiteral("dataSet"), fields, {}, connection_, transaction_, nullptr};
+
+private:
+    DataSource source_{QStringLiteral("source"), dataSet, nullptr};
+    std::unique_ptr<Grid> grid_;
+};
+
+} // namespace
+
+TEST(RowOrder, AgreesWithAPlainStableSort) {
+    const std::array kinds{db::FieldKind::String, db::FieldKind::Decimal};
+    db::RowStore store(kinds);
+    std::mt19937 random(7);
+    const QStringList stems{"",  "Ель", "ель", "Ёлка", "Трубы стальные электросварные", "ТРУБЫ СТАЛЬНЫЕ Э",
+                            "a", "1"};
+    const QByteArray nul("a\0", 2);
+    for (int row = 0; row < 20000; ++row) {
+        db::RowStore::RowWriter writer(store);
+        const auto choice = static_cast<int>(random() % 12);
+        if (choice == 11) {
+            writer.putNull(0);
+        } else {
+            QByteArray text = choice < 8 ? db::win1251::encode(stems[choice]) : nul;
+            text += choice % 2 == 0 ? QByteArray::number(random() % 300) : QByteArray();
+            writer.putString(0, text.toStdString());
+        }
+        if (random() % 10 == 0) {
+            writer.putNull(1);
+        } else if (random() % 10 == 0) {
+            writer.putInteger(1, random() % 2 == 0 ? std::numeric_limits<std::int64_t>::min()
+                                                   : std::numeric_limits<std::int64_t>::max());
+        } else {
+            writer.putInteger(1, static_cast<std::int64_t>(random() % 40) - 20);
+        }
+        writer.finish();
+    }
+    store.seal();
+
+    const auto compareField = [&](int field, int left, int right) {
+        if (store.isNull(left, field) || store.isNull(right, field)) {
+            return static_cast<int>(store.isNull(right, field)) - static_cast<int>(store.isNull(left, field));
+        }
+        if (field == 0) {
+            return collation::compare(store.string(left, 0), store.string(right, 0));
+        }
+        const std::int64_t a = store.integer(left, 1);
+        const std::int64_t b = store.integer(right, 1);
+        return a < b ? -1 : static_cast<int>(a > b);
+    };
+    const std::vector<std::vector<RowOrderKey>> keyLists{{{0, false, false}},
+                                                         {{0, false, true}},
+                                                         {{1, true, false}},
+                                                         {{1, true, true}, {0, false, false}},
+                                                         {{0, false, false}, {1, true, true}}};
+    for (const auto& keys : keyLists) {
+        std::vector<std::int32_t> expected(20000);
+        std::iota(expected.begin(), expected.end(), 0);
+        std::vector<std::int32_t> rows = expected;
+        std::ranges::stable_sort(expected, [&](int left, int right) {
+            for (const RowOrderKey& key : keys) {
+                const int order = compareField(key.field, left, right);
+                if (order != 0) {
+                    return key.descending ? order > 0 : order < 0;
+                }
+            }
+            return false;
+        });
+        sortRows(rows, store, keys);
+        EXPECT_EQ(rows, expected);
+    }
+}
+
+TEST(RowLayout, ShowsEveryPixelOfEveryRowAndMeasuresFewOfThem) {
+    int measured = 0;
+    const auto height = [&](int row) {
+        ++measured;
+        return row % 10 == 9 ? 730 : 20 + row % 3;
+    };
+    RowLayout layout(height);
+    layout.setViewportHeight(300);
+    layout.reset(1'000'000);
+    layout.setTop(layout.lastPosition());
+    EXPECT_EQ(layout.shownRows().back().row, 999'999);
+    EXPECT_EQ(layout.shownRows().back().y + layout.shownRows().back().height, 300);
+    EXPECT_LT(measured, 100);
+
+    // Step by step through the first rows, nothing is left out: what begins a step was on screen before it.
+    layout.setTop({});
+    int seenRow = 0;
+    int seenPixels = 0;
+    while (layout.top().row < 200) {
+        for (const ShownRow& shown : layout.shownRows()) {
+            ASSERT_LE(shown.row, seenRow + 1);
+            if (shown.row >= seenRow) {
+                ASSERT_LE(-shown.y, shown.row == seenRow ? seenPixels : 0);
+                seenRow = shown.row;
+                seenPixels = std::min(shown.height, 300 - shown.y);
+            }
+        }
+        const ScrollPosition before = layout.top();
+        layout.setTop(layout.moved(before, 1));
+        ASSERT_LT(before, layout.top());
+    }
+    while (ScrollPosition() < layout.top()) {
+        const ScrollPosition before = layout.top();
+        layout.setTop(layout.moved(before, -1));
+        ASSERT_LT(layout.top(), before);
+    }
+
+    layout.reset(1);
+    layout.setTop({0, 5000});
+    EXPECT_EQ(layout.top(), ScrollPosition());
+    layout.reset(0);
+    EXPECT_TRUE(layout.shownRows().empty());
+    EXPECT_EQ(layout.rowAt(10), -1);
+}
+
+TEST(ColumnWidths, FillTheWidthAndKeepTheirProportions) {
+    const std::vector<double> design{64, 90, 308, 104, 105, 104, 101, 82, 81, 82, 81};
+    const double sum = std::accumulate(design.begin(), design.end(), 0.0);
+    for (const int total : {300, 917, 1202, 1920, 3841}) {
+        const std::vector<int> widths = shareWidth(design, total, 16);
+        EXPECT_EQ(std::accumulate(widths.begin(), widths.end(), 0), total);
+        for (std::size_t i = 0; i < widths.size(); ++i) {
+            EXPECT_NEAR(widths[i], design[i] * total / sum, 1.0) << total;
+        }
+    }
+    const std::vector<int> tight = shareWidth(design, 200, 16);
+    EXPECT_EQ(std::accumulate(tight.begin(), tight.end(), 0), 200);
+    EXPECT_GE(std::ranges::min(tight), 16);
+
+    std::vector<double> dragged = design;
+    const std::vector<int> before = shareWidth(dragged, 1202, 16);
+    for (const int width : {400, 5000, 1, 250}) {
+        dragEdge(dragged, 2, width, 1202, 16);
+        const std::vector<int> after = shareWidth(dragged, 1202, 16);
+        EXPECT_EQ(std::accumulate(after.begin(), after.end(), 0), 1202);
+        EXPECT_EQ(after[0], before[0]);
+        EXPECT_EQ(after[1], before[1]);
+        EXPECT_EQ(after[2], std::clamp(width, 16, 1202 - before[0] - before[1] - 8 * 16));
+    }
+}
+
+TEST_F(GridTest, ShowsValuesAndSurvivesReopening) {
+    open(fewRows);
+    const QAbstractItemModelTester tester(&model(), QAbstractItemModelTester::FailureReportingMode::Warning);
+    EXPECT_EQ(model().text(2, price), "1012,55");
+    EXPECT_EQ(model().text(1, name), "");
+    EXPECT_EQ(model().text(0, absent), "");
+    EXPECT_EQ(model().headerData(absent, Qt::Horizontal, Qt::DisplayRole), "CMP");
+    EXPECT_EQ(model().column(kod).alignment() & Qt::AlignHorizontal_Mask, Qt::AlignLeft);
+    EXPECT_EQ(model().column(price).alignment() & Qt::AlignHorizontal_Mask, Qt::AlignRight);
+    EXPECT_NE(view().findChild<Column*>("ViewNAME"), nullptr);
+
+    // Order and filter stay in force, the first row of the dataset becomes current.
+    model().sortBy({{kod, false}, {price, true}});
+    EXPECT_EQ(ids(), "3 5 2 1 4");
+    model().setFilter(price, {.containedText = "05", .values = {}});
+    EXPECT_EQ(ids(), "5");
+    EXPECT_EQ(dataSet.currentRow(), 4);
+    dataSet.close();
+    EXPECT_EQ(model().rowCount(), 0);
+    EXPECT_EQ(view().footerCount(), 0);
+    EXPECT_FALSE(view().currentIndex().isValid());
+    dataSet.open();
+    EXPECT_EQ(ids(), "5");
+    model().clearFilters();
+    EXPECT_EQ(ids(), "3 5 2 1 4");
+}
+
+TEST_F(GridTest, FiltersByTextAndByValues) {
+    open(fewRows);
+    const CellValue nothing;
+    const auto shown = [&](int column, const ColumnFilter& filter) {
+        model().clearFilters();
+        model().setFilter(column, filter);
+        EXPECT_EQ(view().footerCount(), model().rowCount());
+        return ids();
+    };
+    using enum ColumnFilter::Values;
+    EXPECT_EQ(shown(name, {"бЕтОн", Any, {}}), "3 5");
+    EXPECT_EQ(shown(name, {"", Only, {nothing}}), "2 4");
+    EXPECT_EQ(shown(name, {"", AllBut, {nothing}}), "1 3 5");
+    EXPECT_EQ(shown(name, {"", Only, {}}), "");
+    EXPECT_EQ(shown(name, {"Ω", Any, {}}), "");
+    EXPECT_EQ(shown(kod, {"", Only, {std::int64_t{4}, nothing}}), "2 3 5");
+    EXPECT_EQ(shown(price, {"-3,0", Any, {}}), "2");
+    model().setFilter(kod, {"4", Any, {}});
+    model().setFilter(name, {"бетон", Any, {}});
+    model().setFilter(price, {});
+    EXPECT_EQ(ids(), "5");
+    EXPECT_EQ(child<QLabel>("FilterBarWords").text(), "«Код» содержит «4» и «Наименование» содержит «бетон»");
+}
+
+TEST_F(GridTest, OffersTheFilterByKeyboardAndTakesItAwayByButton) {
+    open(fewRows);
+    EXPECT_FALSE(child<QWidget>("FilterBar").isVisible());
+    QTest::keyClick(&view(), Qt::Key_Right);
+    QTest::keyClick(&view(), Qt::Key_Down, Qt::AltModifier);
+    auto* popup = child<QWidget>("ViewNAMEFilter").findChild<QListWidget*>("FilterValues");
+    QStringList items;
+    for (int i = 0; i < popup->count(); ++i) {
+        items.append(popup->item(i)->text());
+    }
+    EXPECT_EQ(items, QStringList({"(Все)", "(Пустые)", "БЕТОН", "бетон \"М400\"", "Щебень"}));
+    popup->item(0)->setCheckState(Qt::Unchecked);
+    popup->item(1)->setCheckState(Qt::Checked);
+    popup->item(4)->setCheckState(Qt::Checked);
+    QTest::keyClick(child<QWidget>("ViewNAMEFilter").findChild<QLineEdit*>("FilterText"), Qt::Key_Return);
+    EXPECT_EQ(ids(), "1 2 4");
+    EXPECT_EQ(child<QLabel>("FilterBarWords").text(), "«Наименование» равно (Пустые), «Щебень»");
+    EXPECT_TRUE(child<QWidget>("FilterBar").isVisible());
+    QTest::mouseClick(&child<QPushButton>("FilterBarClear"), Qt::LeftButton);
+    EXPECT_EQ(ids(), "1 2 3 4 5");
+    EXPECT_FALSE(child<QWidget>("FilterBar").isVisible());
+
+    // The button in the header opens the filter and does not sort.
+    const int right = view().header().sectionViewportPosition(kod) + view().header().sectionSize(kod);
+    QTest::mouseClick(view().header().viewport(), Qt::LeftButton, {},
+                      {right - 12, view().header().height() / 2});
+    auto& second = child<QWidget>("ViewKODFilter");
+    EXPECT_TRUE(second.isVisible());
+    EXPECT_TRUE(model().sortColumns().empty());
+    QTest::keyClick(&second, Qt::Key_Escape);
+    EXPECT_FALSE(second.isVisible());
+    EXPECT_TRUE(model().filters().empty());
+}
+
+TEST_F(GridTest, SortsByClicksOnTheHeader) {
+    open(fewRows);
+    clickHeader(name);
+    EXPECT_EQ(ids(), "2 4 5 3 1");
+    clickHeader(name);
+    EXPECT_EQ(ids(), "1 3 5 4 2");
+    clickHeader(kod);
+    EXPECT_EQ(ids(), "3 2 5 1 4");
+    clickHeader(price, Qt::ShiftModifier);
+    clickHeader(price, Qt::ShiftModifier);
+    EXPECT_EQ(ids(), "3 5 2 1 4");
+    clickHeader(absent);
+    EXPECT_EQ(ids(), "1 2 3 4 5");
+    // The row in focus is still the one that it was.
+    EXPECT_EQ(dataSet.currentRow(), 0);
+    EXPECT_EQ(view().currentIndex().row(), 0);
+}
+
+TEST_F(GridTest, CopiesTheSelectedRowsAsTheyAreShown) {
+    open(fewRows);
+    EXPECT_EQ(copied(), "30\tЩебень\t12,50\t\n");
+    clickRow(2);
+    EXPECT_EQ(copied(), "\t\"бетон \"\"М400\"\"\"\t1012,55\t\n");
+    clickRow(4, Qt::ControlModifier);
+    clickRow(0, Qt::ControlModifier);
+    EXPECT_EQ(copied(), "30\tЩебень\t12,50\t\n\t\"бетон \"\"М400\"\"\"\t1012,55\t\n4\tБЕТОН\t0,05\t\n");
+    clickRow(1);
+    clickRow(4, Qt::ShiftModifier);
+    QTest::keyClick(&view(), Qt::Key_Up, Qt::ShiftModifier);
+    EXPECT_EQ(copied().count(u'\n'), 3);
+    view().header().moveSection(view().header().visualIndex(price), view().header().visualIndex(kod));
+    QTest::keyClick(&view(), Qt::Key_A, Qt::ControlModifier);
+    EXPECT_TRUE(copied().startsWith("12,50\t30\tЩебень\t\n-3,00\t4\t\t\n"));
+    EXPECT_EQ(view().visibleColumns().front()->headerText(), "Цена");
+}
+
+TEST_F(GridTest, FollowsTheDataSetAndLeadsIt) {
+    open(fewRows);
+    DataSource other(QStringLiteral("other"), dataSet, nullptr);
+    Grid second(gridSpec, other, nullptr);
+    second.view().tableModel().sortBy({{0, true}});
+    QTest::keyClick(&view(), Qt::Key_Down);
+    QTest::keyClick(&view(), Qt::Key_Down);
+    EXPECT_EQ(dataSet.currentRow(), 2);
+    EXPECT_EQ(second.view().currentIndex().row(), 2);
+    dataSet.moveTo(0);
+    EXPECT_EQ(view().currentIndex().row(), 0);
+    EXPECT_EQ(second.view().currentIndex().row(), 4);
+    second.view().goToFirstRow();
+    EXPECT_EQ(view().currentIndex().row(), 4);
+
+    // A row that a view does not show leaves the view without a current row, not the dataset.
+    model().setFilter(kod, {.containedText = "30", .values = {}});
+    EXPECT_EQ(dataSet.currentRow(), 0);
+    dataSet.moveTo(3);
+    EXPECT_FALSE(view().currentIndex().isValid());
+    EXPECT_EQ(dataSet.currentRow(), 3);
+}
+
+TEST_F(GridTest, ScrollsThroughRowsOfAllHeights) {
+    open(manyRows);
+    ASSERT_EQ(model().rowCount(), 4000);
+    const auto key = [&](Qt::Key which) { QTest::keyClick(&view(), which); };
+    const auto fullyVisible = [&](int row) {
+        const QRect rect = view().visualRect(model().index(row, name));
+        return !rect.isEmpty() && rect.top() >= 0 && rect.bottom() < view().viewport()->height();
+    };
+    key(Qt::Key_End);
+    EXPECT_EQ(dataSet.currentRow(), 3999);
+    const QRect last = view().visualRect(model().index(3999, name));
+    EXPECT_GT(last.height(), view().viewport()->height());
+    key(Qt::Key_PageDown);
+    EXPECT_EQ(view().visualRect(model().index(3999, name)).bottom(), view().viewport()->height() - 1);
+    key(Qt::Key_Home);
+    EXPECT_TRUE(fullyVisible(0));
+
+    // Page by page no row is skipped over.
+    int endSeen = -1; // the last row whose end has been on screen
+    while (endSeen < 300) {
+        ASSERT_LE(view().verticalScrollBar()->value(), endSeen + 1);
+        for (int row = endSeen + 1;; ++row) {
+            const QRect rect = view().visualRect(model().index(row, name));
+            if (rect.isEmpty() || rect.bottom() >= view().viewport()->height()) {
+                break;
+            }
+            endSeen = row;
+        }
+        key(Qt::Key_PageDown);
+    }
+
+    view().goToFirstRow();
+    const QPoint center = view().viewport()->rect().center();
+    const auto turnWheel = [&](int angle) {
+        QWheelEvent turn(center, view().viewport()->mapToGlobal(center), {}, {0, angle}, Qt::NoButton,
+                         Qt::NoModifier, Qt::NoScrollPhase, false);
+        QApplication::sendEvent(view().viewport(), &turn);
+    };
+    turnWheel(-120);
+    EXPECT_EQ(view().verticalScrollBar()->value(), 3);
+    for (int i = 0; i < 3; ++i) {
+        turnWheel(-40);
+    }
+    EXPECT_EQ(view().verticalScrollBar()->value(), 6);
+    turnWheel(240);
+    EXPECT_EQ(view().verticalScrollBar()->value(), 0);
+    view().verticalScrollBar()->setValue(view().verticalScrollBar()->maximum());
+    EXPECT_EQ(view().visualRect(model().index(3999, name)).bottom(), view().viewport()->height() - 1);
+}
+
+TEST_F(GridTest, FillsItsWidthAndFitsItsHeights) {
+    open(manyRows);
+    const auto usedWidth = [&] {
+        const auto shown = view().visibleColumns();
+        return std::accumulate(shown.begin(), shown.end(), 0,
+                               [](int sum, const Column* column) { return sum + column->width(); });
+    };
+    const int headerHeight = view().header().height();
+    for (const int width : {90, 160, 777, 1500}) {
+        grid().resize(width, 300);
+        EXPECT_EQ(usedWidth(), view().viewport()->width());
+        EXPECT_EQ(view().header().length(), view().viewport()->width());
+    }
+    view().header().resizeSection(name, 60);
+    EXPECT_EQ(usedWidth(), view().viewport()->width());
+    EXPECT_NEAR(view().header().sectionSize(name), 60, 1);
+    dataSet.moveTo(99);
+    const int narrow = view().visualRect(model().index(99, name)).height();
+    view().header().resizeSection(name, 900);
+    EXPECT_LT(view().visualRect(model().index(99, name)).height(), narrow / 2);
+    EXPECT_EQ(view().header().height(), headerHeight);
+    EXPECT_TRUE(view().header().isSectionHidden(0));
+}
+
+TEST_F(GridTest, FindsTextBothWaysAndRoundTheEnd) {
+    open(fewRows);
+    QTest::keyClick(&view(), Qt::Key_F, Qt::ControlModifier);
+    auto& text = child<QLineEdit>("FindBarText");
+    ASSERT_TRUE(text.isVisible());
+    text.setText("бетон");
+    EXPECT_EQ(view().currentIndex(), model().index(2, name));
+    QTest::keyClick(&text, Qt::Key_Return);
+    EXPECT_EQ(dataSet.currentRow(), 4);
+    QTest::keyClick(&text, Qt::Key_Return);
+    EXPECT_EQ(dataSet.currentRow(), 2);
+    QTest::keyClick(&text, Qt::Key_Return, Qt::ShiftModifier);
+    EXPECT_EQ(dataSet.currentRow(), 4);
+    text.setText("0,0");
+    EXPECT_EQ(view().currentIndex(), model().index(4, price));
+    text.setText("нигде");
+    EXPECT_EQ(child<QLabel>("FindBarOutcome").text(), "Не найдено");
+    EXPECT_EQ(dataSet.currentRow(), 4);
+    QTest::keyClick(&text, Qt::Key_Escape);
+    EXPECT_FALSE(text.isVisible());
+    EXPECT_TRUE(view().hasFocus());
+}

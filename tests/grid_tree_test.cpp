@@ -1,0 +1,415 @@
+#include "db/connection.h"
+#include "db/data_set.h"
+#include "db/transaction.h"
+#include "grid/column.h"
+#include "grid/data_source.h"
+#include "grid/find_panel.h"
+#include "grid/tree_header.h"
+#include "grid/tree_list.h"
+#include "grid/tree_model.h"
+#include "grid/tree_view.h"
+#include "support/firebird_server.h"
+#include "support/printing.h"
+
+#include <QAbstractItemModelTester>
+#include <QAccessible>
+#include <QApplication>
+#include <QClipboard>
+#include <QLineEdit>
+#include <QScrollBar>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <optional>
+#include <string>
+
+namespace {
+
+using grid::TreeKey;
+using grid::TreeStructure;
+
+// Structure: printed as nodes with their children in brackets.
+
+std::string print(const TreeStructure& tree, int node = TreeStructure::root) {
+    std::string text;
+    for (const int child : tree.children(node)) {
+        text += (text.empty() ? "" : " ") + std::to_string(child);
+        if (const std::string beneath = print(tree, child); !beneath.empty()) {
+            text += "(" + beneath + ")";
+        }
+    }
+    return text;
+}
+
+constexpr auto null = std::nullopt;
+
+TEST(TreeStructure, LosesNoRow) {
+    struct Case {
+        const char* what;
+        std::vector<TreeKey> keys;
+        std::string expected;
+    };
+    const Case cases[] = {
+        {"no rows", {}, ""},
+        {"children before their parent", {{3, 2}, {2, 1}, {1, null}}, "2(1(0))"},
+        {"missing parent", {{1, null}, {2, 99}, {3, 2}}, "0 1(2)"},
+        {"own parent", {{1, 1}, {2, 1}}, "0(1)"},
+        {"circle with a tail", {{9, 7}, {5, 6}, {6, 7}, {7, 5}}, "1(3(0 2))"},
+        {"two circles", {{1, 2}, {2, 1}, {3, 4}, {4, 3}}, "0(1) 2(3)"},
+        {"same id twice", {{1, null}, {1, null}, {2, 1}, {2, 2}}, "0(2(3)) 1"},
+        {"no id", {{null, null}, {null, null}, {1, null}, {null, 1}}, "0 1 2(3)"},
+        {"ends of the range", {{INT64_MIN, null}, {INT64_MAX, INT64_MIN}, {0, INT64_MAX}}, "0(1(2))"},
+    };
+    for (const Case& each : cases) {
+        EXPECT_EQ(print(TreeStructure(each.keys)), each.expected) << each.what;
+    }
+}
+
+TEST(TreeStructure, SortsAndNarrows) {
+    const std::vector<TreeKey> keys = {{1, null}, {2, 1}, {3, 1}, {4, 3}, {5, null}};
+    TreeStructure tree(keys);
+    tree.sort({4, 3, 2, 1, 0});
+    EXPECT_EQ(print(tree), "4 0(2(3) 1)");
+    EXPECT_EQ(tree.showOnly([](int node) { return node == 3; }), 1);
+    EXPECT_EQ(print(tree), "0(2(3))");
+    EXPECT_FALSE(tree.isShown(4));
+    EXPECT_EQ(tree.showOnly([](int) { return false; }), 0);
+    EXPECT_EQ(print(tree), "");
+    EXPECT_EQ(tree.next(TreeStructure::root), TreeStructure::root);
+    tree.showAll();
+    tree.sort({});
+    EXPECT_EQ(print(tree), "0(1 2(3)) 4");
+}
+
+TEST(TreeStructure, TakesDeepChainsAndLongCircles) {
+    constexpr int count = 100'000;
+    std::vector<TreeKey> keys;
+    for (int node = 0; node < count; ++node) {
+        keys.push_back({node, node + 1});
+    }
+    keys.back().parent = null;
+    for (const bool isCircle : {false, true}) {
+        if (isCircle) {
+            keys.back().parent = 0;
+        }
+        TreeStructure tree(keys);
+        grid::TreeRows rows(tree);
+        EXPECT_EQ(rows.count(), 1);
+        rows.expandAll();
+        EXPECT_EQ(rows.count(), count);
+        EXPECT_EQ(rows.at(count - 1).depth, count - 1);
+        rows.setExpanded(rows.at(10).node, false);
+        EXPECT_EQ(rows.count(), 11);
+        rows.expandBranch(rows.at(0).node);
+        EXPECT_EQ(rows.count(), count);
+        rows.collapseAll();
+        EXPECT_TRUE(rows.reveal(isCircle ? 1 : 0));
+        EXPECT_EQ(rows.count(), count);
+    }
+}
+
+// The control over a real dataset
+
+constexpr std::array<db::FieldSpec, 4> fields = {{
+    {u"ID", db::FieldKind::Integer64},
+    {u"PARENTID", db::FieldKind::Integer64},
+    {u"NAME", db::FieldKind::String, 1000, u"Наименование"},
+    {u"TREE", db::FieldKind::String, 30, u"Узел"},
+}};
+
+constexpr std::array<grid::ColumnSpec, 4> columns = {{
+    {u"cxDBTreeList1ID", u"ID", false, 100},
+    {u"cxDBTreeList1PARENTID", u"PARENTID", false, 100},
+    {u"cxDBTreeList1NAME", u"NAME", true, 100},
+    {u"cxDBTreeList1TREE", u"TREE", true, 100},
+}};
+
+constexpr grid::TreeListSpec spec = {u"cxDBTreeList1", columns, u"ID", u"PARENTID",
+                                     u"Введите текст для поиска"};
+
+struct Node {
+    const char* id;
+    const char* parent;
+    const char* name; // SQL expression
+    const char* code;
+};
+
+QStringList query(std::initializer_list<Node> nodes) {
+    QStringList rows;
+    for (const Node& node : nodes) {
+        rows.append(QStringLiteral("select cast(%1 as bigint) ID, cast(%2 as bigint) PARENTID, "
+                                   "cast(%3 as varchar(1000) character set WIN1251) NAME, "
+                                   "cast('%4' as varchar(30) character set WIN1251) TREE from RDB$DATABASE")
+                        .arg(QString::fromUtf8(node.id), QString::fromUtf8(node.parent),
+                             QString::fromUtf8(node.name), QString::fromUtf8(node.code)));
+    }
+    return {rows.join(QStringLiteral("\nunion all\n"))};
+}
+
+const QStringList materials = query({
+    {"1", "null", "'Материалы'", "1"},
+    {"2", "1", "'Щебень'", "1.2"},
+    {"3", "1", "'Бетон'", "1.1"},
+    {"4", "3", "'Бетон тяжёлый'", "1.1.1"},
+    {"5", "3", "'бетон \"Б\"' || ascii_char(9) || 'лёгкий'", "1.1.2"},
+    {"6", "null", "null", "0"},
+    {"7", "null", "'Арматура'", "2"},
+    {"8", "7", "'Сталь бетонная'", "2.1"},
+});
+
+class TreeListTest : public testing::Test {
+protected:
+    TreeListTest() {
+        connection_.open();
+        dataSet_.open();
+        list_.resize(600, 400);
+        list_.show();
+        QApplication::setActiveWindow(&list_);
+        view().setFocus();
+        QApplication::processEvents();
+    }
+
+    [[nodiscard]] grid::TreeView& view() { return list_.view(); }
+    [[nodiscard]] QLineEdit& edit() { return *list_.findChild<QLineEdit*>(); }
+
+    /// The rows with their depth, current row marked by ">".
+    [[nodiscard]] std::string shown() {
+        QStringList lines;
+        for (int row = 0; row < view().rows().count(); ++row) {
+            const auto [node, depth] = view().rows().at(row);
+            lines.append(QString(depth, u'.') +
+                         (row == view().currentRow() ? QStringLiteral(">") : QString()) +
+                         dataSet_.text(node, dataSet_.field(QStringLiteral("TREE"))));
+        }
+        return lines.join(u' ').toStdString();
+    }
+
+    void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QTest::keyClick(&view(), key, modifiers);
+    }
+    static void type(QWidget& widget, const QString& text) {
+        for (const QChar letter : text) {
+            QTest::sendKeyEvent(QTest::Click, &widget, Qt::Key_unknown, QString(letter), Qt::NoModifier);
+        }
+    }
+    void clickHeader(int column) {
+        QHeaderView& header = view().header();
+        QTest::mouseClick(header.viewport(), Qt::LeftButton, {},
+                          {header.sectionViewportPosition(column) + 20, header.height() / 2});
+    }
+
+    db::Connection connection_{QStringLiteral("connection"),
+                               QString::fromUtf8(test::sampleServer) +
+                                   QStringLiteral("/3050:C:\\DATA\\BAZAKATALOG.FDB"),
+                               {QStringLiteral("user_name=SYSDBA"), QStringLiteral("password=pinewoods"),
+                                QStringLiteral("lc_ctype=WIN1251")},
+                               db::ClientLibrary::defaultNames(),
+                               nullptr};
+    db::Transaction transaction_{
+        QStringLiteral("transaction"),
+        {QStringLiteral("read"), QStringLiteral("read_committed"), QStringLiteral("rec_version")},
+        connection_,
+        nullptr};
+    db::DataSet dataSet_{
+        QStringLiteral("pFIBDataSet9"), fields, materials, connection_, transaction_, nullptr};
+    grid::DataSource source_{QStringLiteral("DataSource9"), dataSet_, nullptr};
+    grid::TreeList list_{spec, source_, nullptr};
+    QAbstractItemModelTester tester_{&list_.view().treeModel(),
+                                     QAbstractItemModelTester::FailureReportingMode::Fatal};
+};
+
+TEST_F(TreeListTest, FollowsTheDataSet) {
+    EXPECT_EQ(shown(), ">1 0 2");
+    dataSet_.moveTo(4);
+    EXPECT_EQ(shown(), "1 .1.2 .1.1 ..1.1.1 ..>1.1.2 0 2");
+    press(Qt::Key_Up);
+    EXPECT_EQ(dataSet_.currentRow(), 3);
+    press(Qt::Key_End);
+    EXPECT_EQ(dataSet_.currentRow(), 6);
+
+    dataSet_.close();
+    EXPECT_EQ(shown(), "");
+    press(Qt::Key_Down);
+    edit().setText(QStringLiteral("сталь"));
+    dataSet_.setSql(
+        query({{"1", "null", "'Сталь'", "a"}, {"2", "1", "'Щебень'", "b"}, {"3", "2", "'Сталь'", "c"}}));
+    dataSet_.open();
+    EXPECT_EQ(shown(), ">a .b ..c");
+    list_.findPanel().clear();
+    EXPECT_EQ(shown(), ">a");
+}
+
+TEST_F(TreeListTest, KeysOpenCloseAndWalk) {
+    press(Qt::Key_Plus);
+    EXPECT_EQ(shown(), ">1 .1.2 .1.1 0 2");
+    press(Qt::Key_Asterisk);
+    EXPECT_EQ(shown(), ">1 .1.2 .1.1 ..1.1.1 ..1.1.2 0 2");
+    press(Qt::Key_Right);
+    press(Qt::Key_Down);
+    press(Qt::Key_Right);
+    EXPECT_EQ(shown(), "1 .1.2 .1.1 ..>1.1.1 ..1.1.2 0 2");
+    press(Qt::Key_Left);
+    press(Qt::Key_Minus);
+    EXPECT_EQ(shown(), "1 .1.2 .>1.1 0 2");
+    press(Qt::Key_PageDown);
+    EXPECT_EQ(shown(), "1 .1.2 .1.1 0 >2");
+    press(Qt::Key_Home);
+    EXPECT_EQ(shown(), ">1 .1.2 .1.1 0 2");
+
+    // A branch that closes over the node in focus takes the focus.
+    dataSet_.moveTo(3);
+    view().setExpanded(0, false);
+    EXPECT_EQ(shown(), ">1 0 2");
+    EXPECT_EQ(dataSet_.currentRow(), 0);
+
+    const QRect row = view().rowRect(0);
+    QTest::mouseClick(view().viewport(), Qt::LeftButton, {}, {11, row.center().y()});
+    EXPECT_EQ(shown(), ">1 .1.2 .1.1 ..1.1.1 ..1.1.2 0 2");
+    QTest::mouseDClick(view().viewport(), Qt::LeftButton, {}, {100, row.center().y()});
+    EXPECT_EQ(shown(), ">1 0 2");
+}
+
+TEST_F(TreeListTest, TypingGoesToTheNextNodeThatStartsWithTheText) {
+    type(view(), QStringLiteral("б"));
+    EXPECT_EQ(shown(), "1 .1.2 .>1.1 0 2");
+    type(view(), QStringLiteral("ЕТОН т"));
+    EXPECT_EQ(shown(), "1 .1.2 .1.1 ..>1.1.1 ..1.1.2 0 2");
+    type(view(), QStringLiteral("ы")); // fits nothing and is left out
+    press(Qt::Key_Backspace);
+    type(view(), QStringLiteral("\"")); // goes on from "бетон "
+    EXPECT_EQ(dataSet_.currentRow(), 4);
+    QTest::qWait(QApplication::keyboardInputInterval() + 50);
+    type(view(), QStringLiteral("б"));
+    EXPECT_EQ(dataSet_.currentRow(), 2) << "round the end";
+
+    QTest::qWait(QApplication::keyboardInputInterval() + 50);
+    press(Qt::Key_Right, Qt::ControlModifier);
+    type(view(), QStringLiteral("2.1"));
+    EXPECT_EQ(dataSet_.currentRow(), 7) << "in the focused column";
+}
+
+TEST_F(TreeListTest, FindPanelNarrowsTheTree) {
+    EXPECT_EQ(edit().placeholderText(), "Введите текст для поиска");
+    view().setExpanded(6, true);
+    QTest::keyClick(&view(), Qt::Key_F, Qt::ControlModifier);
+    EXPECT_TRUE(edit().hasFocus());
+    type(edit(), QStringLiteral("ТЯЖ"));
+    EXPECT_EQ(shown(), ">1 .1.1 ..1.1.1");
+    EXPECT_EQ(view().treeModel().match(3, 2).start, 6);
+    EXPECT_EQ(view().treeModel().match(3, 2).end, 9);
+    edit().setText(QStringLiteral("бетон"));
+    EXPECT_EQ(shown(), ">1 .1.1 ..1.1.1 ..1.1.2 2 .2.1");
+    edit().setText(QStringLiteral("2.1"));
+    EXPECT_EQ(shown(), "2 .2.1");
+    QTest::keyClick(&edit(), Qt::Key_Down);
+    EXPECT_EQ(shown(), "2 .>2.1");
+    EXPECT_TRUE(view().hasFocus());
+    edit().setText(QStringLiteral("нет такого"));
+    EXPECT_EQ(shown(), "");
+    view().viewport()->grab();
+    QTest::keyClick(&edit(), Qt::Key_Escape);
+    EXPECT_EQ(edit().text(), "");
+    EXPECT_EQ(shown(), "1 0 2 .>2.1");
+
+    // The node in focus comes into view although it stood in a closed branch before the search.
+    edit().setText(QStringLiteral("лёгкий"));
+    QTest::keyClick(&edit(), Qt::Key_Return);
+    press(Qt::Key_End);
+    list_.findPanel().clear();
+    EXPECT_EQ(shown(), "1 .1.2 .1.1 ..1.1.1 ..>1.1.2 0 2 .2.1");
+    EXPECT_FALSE(view().rowRect(view().currentRow()).isEmpty());
+}
+
+TEST_F(TreeListTest, HeaderSortsSiblings) {
+    view().expandBranch(0);
+    dataSet_.moveTo(3);
+    clickHeader(2);
+    EXPECT_EQ(shown(), "0 2 1 .1.1 ..1.1.2 ..>1.1.1 .1.2");
+    clickHeader(2);
+    EXPECT_EQ(shown(), "1 .1.2 .1.1 ..>1.1.1 ..1.1.2 2 0");
+    EXPECT_TRUE(view().isRowSelected(view().currentRow()));
+    clickHeader(3);
+    EXPECT_EQ(shown(), "0 1 .1.1 ..>1.1.1 ..1.1.2 .1.2 2");
+    dataSet_.close();
+    dataSet_.open();
+    EXPECT_EQ(shown(), "0 >1 2");
+}
+
+TEST_F(TreeListTest, SelectsSeveralAndCopies) {
+    view().expandBranch(0);
+    dataSet_.moveTo(2);
+    press(Qt::Key_Down, Qt::ShiftModifier);
+    press(Qt::Key_Down, Qt::ShiftModifier);
+    press(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(),
+              "Бетон\t1.1\nБетон тяжёлый\t1.1.1\n\"бетон \"\"Б\"\"\tлёгкий\"\t1.1.2\n");
+    press(Qt::Key_Up, Qt::ShiftModifier);
+    press(Qt::Key_End, Qt::ControlModifier);
+    press(Qt::Key_Space, Qt::ControlModifier);
+    press(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text(), "Бетон\t1.1\nБетон тяжёлый\t1.1.1\nАрматура\t2\n");
+    press(Qt::Key_A, Qt::ControlModifier);
+    press(Qt::Key_C, Qt::ControlModifier);
+    EXPECT_EQ(QApplication::clipboard()->text().count(u'\n'), view().rows().count());
+}
+
+TEST_F(TreeListTest, ColumnsFillTheWidthAndRowsShowTheirWholeText) {
+    auto* const name = list_.findChild<grid::Column*>(QStringLiteral("cxDBTreeList1NAME"));
+    auto* const code = list_.findChild<grid::Column*>(QStringLiteral("cxDBTreeList1TREE"));
+    ASSERT_TRUE(name != nullptr && code != nullptr);
+    EXPECT_FALSE(list_.findChild<grid::Column*>(QStringLiteral("cxDBTreeList1PARENTID"))->isVisible());
+    for (const int width : {601, 1200, 333}) {
+        list_.resize(width, 400);
+        EXPECT_EQ(name->width() + code->width(), view().viewport()->width());
+        EXPECT_LE(std::abs(name->width() - code->width()), 1);
+    }
+    const int used = view().viewport()->width();
+    view().header().resizeSection(2, 50);
+    EXPECT_EQ(name->width(), 50);
+    EXPECT_EQ(code->width(), used - 50);
+
+    dataSet_.close();
+    dataSet_.setSql(query({{"1", "null", "rpad('', 1000, 'слово ')", "1"}, {"2", "1", "'б'", "2"}}));
+    dataSet_.open();
+    view().expandBranch(0);
+    list_.resize(1200, 150);
+    const int wide = view().rowRect(0).height();
+    list_.resize(300, 150);
+    EXPECT_GT(view().rowRect(0).height(), 2 * wide);
+
+    // A row that is taller than the view is gone through before the next one gets the focus.
+    ASSERT_GT(view().rowRect(0).height(), view().viewport()->height());
+    press(Qt::Key_Down);
+    EXPECT_EQ(view().currentRow(), 0);
+    EXPECT_LT(view().rowRect(0).top(), 0);
+    for (int presses = 0; presses < 100 && view().currentRow() == 0; ++presses) {
+        press(Qt::Key_Down);
+    }
+    EXPECT_EQ(view().currentRow(), 1);
+    EXPECT_GT(view().rowRect(1).height(), 0);
+}
+
+TEST_F(TreeListTest, IsReadableByAssistiveTechnology) {
+    view().setExpanded(0, true);
+    QAccessibleInterface* const tree = QAccessible::queryAccessibleInterface(&view());
+    ASSERT_NE(tree, nullptr);
+    EXPECT_EQ(tree->role(), QAccessible::Tree);
+    ASSERT_EQ(tree->childCount(), 5);
+    QAccessibleInterface* const concrete = tree->child(2);
+    EXPECT_EQ(concrete->role(), QAccessible::TreeItem);
+    EXPECT_EQ(concrete->text(QAccessible::Name), "Бетон");
+    EXPECT_EQ(concrete->text(QAccessible::Description), "Узел: 1.1");
+    EXPECT_TRUE(concrete->state().collapsed);
+    EXPECT_EQ(tree->indexOfChild(concrete), 2);
+    EXPECT_EQ(tree->childAt(concrete->rect().center().x(), concrete->rect().center().y()), concrete);
+    concrete->actionInterface()->doAction(QAccessibleActionInterface::setFocusAction());
+    EXPECT_EQ(dataSet_.currentRow(), 2);
+    EXPECT_EQ(tree->focusChild(), concrete);
+    dataSet_.close();
+    EXPECT_FALSE(concrete->isValid());
+    EXPECT_FALSE(QAccessible::queryAccessibleInterface(&edit())->text(QAccessible::Name).isEmpty());
+}
+
+} // namespace

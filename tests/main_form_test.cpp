@@ -1,0 +1,217 @@
+#include "app/error_log.h"
+#include "app/main_form.h"
+#include "base/error.h"
+#include "base/executable.h"
+#include "browser/ter_form.h"
+#include "data/data_modul.h"
+#include "support/firebird_server.h"
+#include "support/printing.h"
+#include "support/waiting.h"
+#include "ui/application.h"
+
+#include <QActionGroup>
+#include <QDir>
+#include <QInputDialog>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QTest>
+#include <QToolButton>
+#include <QWindow>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using test::acceptNextMessage;
+using test::onNextDialog;
+using test::sqlValue;
+
+class MainFormTest : public testing::Test {
+protected:
+    MainFormTest() {
+        DM = &module_;
+        QFile::remove(app::ErrorLog::path());
+        form_.showMaximized();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&form_));
+    }
+    ~MainFormTest() override { QFile::remove(app::ErrorLog::path()); }
+
+    /// Runs the menu command and answers its input box by OK, or by Cancel where `server` is null.
+    void connectTo(const QString& server) {
+        onNextDialog([&](QDialog& dialog) {
+            caption_ = dialog.windowTitle();
+            prompt_ = qobject_cast<QInputDialog*>(&dialog)->labelText();
+            auto* const edit = dialog.findChild<QLineEdit*>();
+            preset_ = edit->text();
+            if (server.isNull()) {
+                QTest::keyClick(edit, Qt::Key_Escape);
+                return;
+            }
+            edit->selectAll();
+            QTest::keyClick(edit, Qt::Key_Delete);
+            edit->insert(server);
+            QTest::keyClick(edit, Qt::Key_Return);
+        });
+        form_.N1->trigger();
+    }
+
+    [[nodiscard]] QLabel& panel(const QString& name) const {
+        return *form_.dxStatusBar1->findChild<QLabel*>(name);
+    }
+
+    /// Text, colour and what the tool bar does, after an attempt to connect.
+    [[nodiscard]] QString outcome() const {
+        return panel("ConnectionPanel").text() + ' ' +
+               panel("ConnectionPanel").palette().color(QPalette::WindowText).name() +
+               (form_.ActionToolBar1->isVisible() ? " tool bar" : "");
+    }
+
+    [[nodiscard]] static QStringList logLines() {
+        QFile file(app::ErrorLog::path());
+        return file.open(QIODevice::ReadOnly) ? QString::fromLocal8Bit(file.readAll()).split("\r\n")
+                                              : QStringList();
+    }
+
+    TDM module_;
+    TMainForm form_;
+    QString caption_, prompt_, preset_;
+};
+
+TEST_F(MainFormTest, ConnectsAndReportsTheOutcomeOnly) {
+    EXPECT_EQ(outcome(), " #008000");
+    connectTo("127.0.0.99");
+    EXPECT_EQ(QStringList({caption_, prompt_, preset_}),
+              QStringList({"Сервер базы данных", "Введите IP сервера", "127.0.0.1"}));
+    EXPECT_EQ(outcome(), "База FB не подключена #ff0000");
+    connectTo(test::sampleServer);
+    EXPECT_EQ(outcome(), "База FB подключена #008000 tool bar");
+    connectTo(test::sampleServer);
+    EXPECT_EQ(outcome(), "База FB подключена #008000 tool bar");
+    connectTo(test::limitsServer);
+    EXPECT_EQ(outcome(), "База FB не подключена #ff0000 tool bar") << "the old connection stays";
+    EXPECT_TRUE(module_.pFIBDatabase1.isConnected());
+    module_.pFIBDatabase1.close();
+    connectTo({});
+    EXPECT_EQ(module_.pFIBDatabase1.databaseName(), TDM::databaseNameOn("127.0.0.1"))
+        << "Cancel gives the preset text";
+    EXPECT_EQ(logLines(), QStringList());
+}
+
+TEST_F(MainFormTest, ClosesTheConnectionWithTheWindow) {
+    connectTo(test::sampleServer);
+    form_.Action1Execute(form_);
+    ASSERT_NE(TERForm, nullptr);
+    form_.close();
+    EXPECT_FALSE(module_.pFIBDatabase1.isConnected());
+    EXPECT_TRUE(ui::application().isTerminating());
+
+    ui::application().handleException(form_, Error("слишком поздно"));
+    EXPECT_EQ(logLines(), QStringList()) << "nothing is logged or shown while the program ends";
+    ui::application().setTerminating(false);
+}
+
+TEST_F(MainFormTest, LogsOneLineForAnErrorAndShowsIt) {
+    QString shown;
+    acceptNextMessage(shown);
+    ui::application().handleException(*form_.Panel1, db::DatabaseError("первая"));
+    EXPECT_EQ(shown, "первая");
+    acceptNextMessage(shown);
+    ui::application().handleException(ui::application(), std::runtime_error("вторая"));
+
+    const QStringList lines = logLines();
+    ASSERT_EQ(lines.size(), 3);
+    const QString time = "^.+ \\d{1,2}:\\d{2}:\\d{2}( [AP]M)?";
+    EXPECT_TRUE(
+        QRegularExpression(time + ":DatabaseError:первая Компонент Panel1$").match(lines[0]).hasMatch())
+        << lines[0].toStdString();
+    EXPECT_TRUE(QRegularExpression(time + ":runtime_error:вторая Компонент $").match(lines[1]).hasMatch())
+        << lines[1].toStdString();
+    EXPECT_EQ(lines[2], "");
+
+    const QLocale russian(QLocale::Russian);
+    EXPECT_EQ(app::defaultDateTimeText(QDateTime(QDate(2024, 3, 5), QTime(7, 8, 9)), russian),
+              "05.03.2024 07:08:09");
+    EXPECT_EQ(app::defaultDateTimeText(QDateTime(QDate(2024, 3, 5), QTime(0, 0)), russian), "05.03.2024");
+}
+
+TEST_F(MainFormTest, ShowsThatTheLogCannotBeWritten) {
+    ASSERT_TRUE(QDir().mkdir(app::ErrorLog::path()));
+    QString shown;
+    acceptNextMessage(shown);
+    ui::application().handleException(form_, Error("скрытая"));
+    EXPECT_TRUE(shown.contains(app::ErrorLog::path()) && !shown.contains("скрытая")) << shown.toStdString();
+    QDir().rmdir(app::ErrorLog::path());
+}
+
+TEST_F(MainFormTest, ReportsALostServerAndConnectsAnew) {
+    const test::FirebirdServer server("127.0.0.6", "limits");
+    connectTo(server.address());
+    form_.Action1Execute(form_);
+    QString shown;
+    server.kill();
+    acceptNextMessage(shown);
+    form_.findChild<QAction*>("Action4")->trigger();
+    EXPECT_NE(shown, "");
+    ASSERT_EQ(logLines().size(), 2);
+    EXPECT_TRUE(logLines()[0].contains(":DatabaseError:") &&
+                logLines()[0].endsWith(" Компонент ActionToolBar1"));
+    EXPECT_EQ(TERForm, nullptr);
+    EXPECT_EQ(form_.Tag, 4);
+
+    server.start();
+    connectTo(server.address());
+    EXPECT_EQ(outcome(), "База FB подключена #008000 tool bar");
+    form_.findChild<QAction*>("Action4")->trigger();
+    EXPECT_NE(TERForm, nullptr);
+}
+
+TEST_F(MainFormTest, ShowsHintsAndTheKeyboardState) {
+    connectTo(test::sampleServer);
+    QApplication::processEvents();
+    const auto buttons = form_.ActionToolBar1->findChildren<QToolButton*>();
+    QStringList seen;
+    for (QToolButton* button : buttons) {
+        if (!button->accessibleName().isEmpty()) {
+            QTest::mouseMove(button);
+            QApplication::processEvents();
+            seen += button->text() + '=' + panel("HintPanel").text();
+        }
+    }
+    EXPECT_EQ(seen.join(", "), "ТЕР=Тип ТЕР, ФЕР20&14И2=Тип ФЕР2014И2, ФЕР2017И&5=Тип ФЕР2017И5, "
+                               "ФЕР&2020=Тип ФЕР2020, Закрыть=");
+    EXPECT_EQ(form_.N1->statusTip(), "Открыть базу данных");
+
+    EXPECT_EQ(panel("dxStatusBar1Insert").text(), "INS");
+    QTest::keyClick(form_.windowHandle(), Qt::Key_Insert);
+    EXPECT_EQ(panel("dxStatusBar1Insert").text(), "OVR");
+    QTest::keyClick(form_.windowHandle(), Qt::Key_Insert);
+    EXPECT_EQ(panel("dxStatusBar1Insert").text(), "INS");
+}
+
+TEST_F(MainFormTest, HasItsComponentsByName) {
+    QStringList missing;
+    for (const char* name :
+         {"MainMenu1", "N1", "dxStatusBar1", "ApplicationEvents1", "Panel1", "OpenDialog1", "ActionList1",
+          "ActionManager1", "ActionToolBar1", "Action1", "Action4", "Action7", "Action8", "Action9"}) {
+        if (form_.findChild<QObject*>(name) == nullptr) {
+            missing += name;
+        }
+    }
+    for (const db::DataSet* dataSet : module_.dataSets()) {
+        for (const db::Field* field : dataSet->fields()) {
+            if (module_.findChild<db::Field*>(dataSet->objectName() + field->column()) != field) {
+                missing += field->objectName();
+            }
+        }
+    }
+    EXPECT_EQ(missing, QStringList());
+    EXPECT_NE(module_.findChild<db::Field*>("pFIBDataSet3ID"), nullptr);
+    EXPECT_EQ(form_.windowTitle(), "Tarvelo");
+    EXPECT_TRUE(form_.isMaximized());
+    EXPECT_EQ(form_.ActionToolBar1->height(), 23);
+    EXPECT_EQ(form_.dxStatusBar1->height(), 20);
+    EXPECT_EQ(form_.OpenDialog1->fileName(), "BAZAKATALOG.FDB");
+}
+
+} // namespace

@@ -1,0 +1,75 @@
+#include "support/firebird_server.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+
+#include <csignal>
+#include <stdexcept>
+
+namespace test {
+
+namespace {
+
+QByteArray run(const QString& program, const QStringList& arguments, const QByteArray& input = {}) {
+    QProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.start(program, arguments);
+    process.write(input);
+    process.closeWriteChannel();
+    const bool ended = process.waitForFinished(120'000);
+    const QByteArray output = process.readAll();
+    if (!ended || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
+        throw std::runtime_error(program.toStdString() + " failed: " + output.toStdString());
+    }
+    return output;
+}
+
+QString serverScript() {
+    return QStringLiteral(TARVELO_SOURCE_DIR "/demo/private-server");
+}
+
+} // namespace
+
+FirebirdServer::FirebirdServer(const QString& address, const QString& catalog)
+    : address_(address), catalog_(catalog), root_(QStringLiteral(TARVELO_SERVER_DIR "/own-") + address) {
+    QDir(root_).removeRecursively();
+    start();
+}
+
+FirebirdServer::~FirebirdServer() {
+    QProcess::execute(serverScript(), {QStringLiteral("stop"), QStringLiteral("--root"), root_});
+}
+
+void FirebirdServer::start() const {
+    run(serverScript(),
+        {QStringLiteral("start"), QStringLiteral("--root"), root_, QStringLiteral("--address"), address_,
+         QStringLiteral("--lifetime"), QStringLiteral("600"), QStringLiteral("--catalog"), catalog_});
+}
+
+void FirebirdServer::kill() const {
+    QFile file(root_ + QStringLiteral("/server.pid"));
+    if (!file.open(QIODevice::ReadOnly)) {
+        throw std::runtime_error("no server.pid");
+    }
+    const int pid = file.readAll().trimmed().toInt();
+    ::kill(pid, SIGKILL);
+    while (::kill(pid, 0) == 0 && QFile::exists(QStringLiteral("/proc/%1/exe").arg(pid)) &&
+           !QFile(QStringLiteral("/proc/%1/exe").arg(pid)).symLinkTarget().isEmpty()) {
+    }
+}
+
+QString runSql(const QString& address, const QString& sql) {
+    return QString::fromUtf8(
+        run(QStringLiteral("isql-fb"),
+            {QStringLiteral("-quiet"), QStringLiteral("-bail"), QStringLiteral("-ch"), QStringLiteral("UTF8"),
+             QStringLiteral("-user"), QStringLiteral("SYSDBA"), QStringLiteral("-password"),
+             QStringLiteral("pinewoods"), address + QStringLiteral("/3050:C:\\DATA\\BAZAKATALOG.FDB")},
+            sql.toUtf8()));
+}
+
+QString sqlValue(const QString& address, const QString& query) {
+    return runSql(address, QStringLiteral("set heading off;\n%1;\n").arg(query)).trimmed();
+}
+
+} // namespace test

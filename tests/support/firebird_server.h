@@ -1,0 +1,39 @@
+#pragma once
+
+#include <QString>
+
+namespace test {
+
+/// Addresses of the servers that ctest starts for all tests.
+inline constexpr auto sampleServer = "127.0.0.11";
+inline constexpr auto limitsServer = "127.0.0.12";
+
+/// A private server of one test, stopped when the object goes.
+class FirebirdServer {
+public:
+    /// `catalog`: sample, schema or limits. Throws std::runtime_error when it does not start.
+    FirebirdServer(const QString& address, const QString& catalog);
+    ~FirebirdServer();
+    FirebirdServer(const FirebirdServer&) = delete;
+    FirebirdServer& operator=(const FirebirdServer&) = delete;
+
+    [[nodiscard]] const QString& address() const { return address_; }
+    /// Ends the server at once, as a power cut would.
+    void kill() const;
+    /// Starts it again with the same catalog.
+    void start() const;
+
+private:
+    QString address_;
+    QString catalog_;
+    QString root_;
+};
+
+/// Runs SQL as another client, each statement committed; returns what isql prints. Throws std::runtime_error
+/// on failure.
+QString runSql(const QString& address, const QString& sql);
+
+/// The one value that a query delivers, as isql prints it, without blanks around.
+QString sqlValue(const QString& address, const QString& query);
+
+} // namespace test

@@ -1,0 +1,73 @@
+#include "ui/application.h"
+
+#include "base/error.h"
+#include "ui/application_events.h"
+
+#include <QLibraryInfo>
+#include <QMessageBox>
+#include <QTranslator>
+
+namespace ui {
+
+namespace {
+
+void showMessageBox(QMessageBox::Icon icon, const QString& text) {
+    QMessageBox box(icon, QApplication::applicationName(), text, QMessageBox::Ok,
+                    QApplication::activeWindow());
+    // The server's texts are no markup.
+    box.setTextFormat(Qt::PlainText);
+    box.exec();
+}
+
+} // namespace
+
+Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
+    setApplicationName(QStringLiteral("Tarvelo"));
+    auto* const translator = new QTranslator(this);
+    // The standard buttons speak Russian whatever the system's language.
+    if (translator->load(QStringLiteral("qtbase_ru"), QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+        installTranslator(translator);
+    }
+}
+
+void Application::handleException(QObject& sender, const std::exception& exception) const {
+    if (events_ == nullptr) {
+        showException(exception);
+        return;
+    }
+    try {
+        events_->exceptionRaised(sender, exception);
+    } catch (const std::exception& escaped) {
+        showException(escaped);
+    }
+}
+
+void Application::setHint(const QString& hint) {
+    if (hint == hint_) {
+        return;
+    }
+    hint_ = hint;
+    if (events_ != nullptr) {
+        guarded(*this, [this] { events_->hintChanged(*this); });
+    }
+}
+
+void Application::showException(const std::exception& exception) {
+    showMessageBox(QMessageBox::Critical, messageOf(exception));
+}
+
+void Application::processMessages() {
+    processEvents();
+    // Inside a handler processEvents() leaves objects marked by deleteLater() alone.
+    sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+Application& application() {
+    return *static_cast<Application*>(QCoreApplication::instance());
+}
+
+void showMessage(const QString& text) {
+    showMessageBox(QMessageBox::NoIcon, text);
+}
+
+} // namespace ui

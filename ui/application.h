@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QApplication>
+
+#include <exception>
+
+namespace ui {
+
+class ApplicationEvents;
+
+/// The application object: every exception that no handler catches ends here.
+///
+/// An exception must not travel through Qt's event dispatch; each slot that runs a handler therefore goes
+/// through guarded().
+class Application final : public QApplication {
+public:
+    Application(int& argc, char** argv);
+
+    /// The hooks in force; without any, exceptions are just shown.
+    void setEvents(const ApplicationEvents* events) { events_ = events; }
+
+    /// Hands the exception to the exception event. An exception that escapes from there is shown in its
+    /// stead.
+    void handleException(QObject& sender, const std::exception& exception) const;
+
+    /// The hint of what the pointer is over; empty when that has none.
+    [[nodiscard]] const QString& hint() const { return hint_; }
+    void setHint(const QString& hint);
+
+    /// The standard exception message box.
+    static void showException(const std::exception& exception);
+
+    /// Runs the event queue once, then frees the objects that wait for it.
+    static void processMessages();
+
+    /// True from the closing of the main window on.
+    [[nodiscard]] bool isTerminating() const { return terminating_; }
+    void setTerminating(bool terminating = true) { terminating_ = terminating; }
+
+private:
+    const ApplicationEvents* events_ = nullptr;
+    QString hint_;
+    bool terminating_ = false;
+};
+
+/// The running application.
+[[nodiscard]] Application& application();
+
+/// Runs a handler; an exception goes, with its sender, to the application.
+template <typename Handler>
+void guarded(QObject& sender, Handler&& handler) {
+    try {
+        handler();
+    } catch (const std::exception& exception) {
+        application().handleException(sender, exception);
+    }
+}
+
+/// A plain modal message with one OK button and no icon.
+void showMessage(const QString& text);
+
+} // namespace ui

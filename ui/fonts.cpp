@@ -1,0 +1,21 @@
+#include "ui/fonts.h"
+
+#include <QStringList>
+
+namespace ui {
+
+void installFontSubstitutes() {
+    QFont::insertSubstitutions(QStringLiteral("Calibri"),
+                               {QStringLiteral("Carlito"), QStringLiteral("DejaVu Sans")});
+    QFont::insertSubstitutions(QStringLiteral("Tahoma"),
+                               {QStringLiteral("DejaVu Sans Condensed"), QStringLiteral("DejaVu Sans")});
+}
+
+QFont pixelFont(const QString& family, int pixelHeight, bool bold) {
+    QFont font(family);
+    font.setPixelSize(pixelHeight);
+    font.setBold(bold);
+    return font;
+}
+
+} // namespace ui

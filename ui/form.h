@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QWidget>
+
+#include <vector>
+
+namespace ui {
+
+/// A window that is shown inside another one and frees itself when it is closed.
+class Form : public QWidget {
+    Q_OBJECT
+
+public:
+    explicit Form(const QString& name);
+    ~Form() override;
+
+    /// Asks closeQuery(), runs closed() and has the window freed once the running handler has returned.
+    /// Exceptions of closeQuery() leave the window open; those of closed() do not keep it from being freed.
+    void closeForm();
+
+    /// All forms, in the order of their creation.
+    [[nodiscard]] static std::vector<Form*> all();
+
+protected:
+    /// Whether the window may be closed.
+    virtual bool closeQuery() = 0;
+    /// The window is closing.
+    virtual void closed() = 0;
+
+private:
+    static inline std::vector<Form*> forms_;
+};
+
+} // namespace ui

@@ -1,0 +1,23 @@
+#include "ui/input_box.h"
+
+#include <QInputDialog>
+
+namespace ui {
+
+namespace {
+
+/// Leaves room for the caption, in pixels.
+constexpr int minimumWidth = 320;
+
+} // namespace
+
+QString inputBox(QWidget* parent, const QString& caption, const QString& prompt, const QString& preset) {
+    QInputDialog dialog(parent);
+    dialog.setWindowTitle(caption);
+    dialog.setLabelText(prompt);
+    dialog.setTextValue(preset);
+    dialog.setMinimumWidth(minimumWidth);
+    return dialog.exec() == QDialog::Accepted ? dialog.textValue() : preset;
+}
+
+} // namespace ui

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QString>
+
+class QWidget;
+
+namespace ui {
+
+/// Asks for a line of text in a modal box. Returns the edited text on OK, `preset` on Cancel.
+[[nodiscard]] QString inputBox(QWidget* parent, const QString& caption, const QString& prompt,
+                               const QString& preset);
+
+} // namespace ui

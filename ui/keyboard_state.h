@@ -1,0 +1,15 @@
+#pragma once
+
+namespace ui {
+
+/// Which lock keys are on.
+struct KeyboardState {
+    bool capsLock = false;
+    bool numLock = false;
+    bool scrollLock = false;
+};
+
+/// Asks the system; all off where it cannot be asked.
+[[nodiscard]] KeyboardState readKeyboardState();
+
+} // namespace ui

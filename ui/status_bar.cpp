@@ -1,0 +1,115 @@
+#include "ui/status_bar.h"
+
+#include "ui/keyboard_state.h"
+
+#include <QCoreApplication>
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QPainter>
+
+namespace ui {
+
+namespace {
+
+enum Indicator { CapsLock, NumLock, Insert };
+
+constexpr int panelPadding = 4;
+
+void setColor(QLabel& label, const QColor& color) {
+    QPalette palette = label.palette();
+    palette.setColor(QPalette::WindowText, color);
+    label.setPalette(palette);
+}
+
+} // namespace
+
+StatusBar::StatusBar(const QString& name, int height, std::span<const TextPanelSpec> panels,
+                     const QFont& font, const Skin& skin, QWidget* parent)
+    : QWidget(parent), skin_(skin) {
+    setObjectName(name);
+    setFixedHeight(height);
+    setFont(font);
+    auto* const layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    for (const TextPanelSpec& panel : panels) {
+        QLabel* const label = addLabel(QString::fromLatin1(panel.name), panel.fontColor);
+        if (panel.width > 0) {
+            label->setFixedWidth(panel.width);
+        } else {
+            label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+        }
+        layout->addWidget(label, panel.width > 0 ? 0 : 1);
+        textPanels_.push_back(label);
+    }
+    static constexpr std::array<const char*, 3> indicatorNames{"CapsLock", "NumLock", "Insert"};
+    for (std::size_t index = 0; index < keyIndicators_.size(); ++index) {
+        keyIndicators_[index] =
+            addLabel(name + QString::fromLatin1(indicatorNames[index]), skin_.inactiveText);
+        layout->addWidget(keyIndicators_[index]);
+    }
+    keyIndicators_[CapsLock]->setText(QStringLiteral("CAPS"));
+    keyIndicators_[NumLock]->setText(QStringLiteral("NUM"));
+    keyIndicators_[Insert]->setText(QStringLiteral("OVR"));
+    keyIndicators_[Insert]->setFixedWidth(keyIndicators_[Insert]->sizeHint().width());
+    updateKeyboardState();
+    QCoreApplication::instance()->installEventFilter(this);
+}
+
+QLabel* StatusBar::addLabel(const QString& name, const QColor& color) {
+    auto* const label = new QLabel(this);
+    label->setObjectName(name);
+    label->setTextFormat(Qt::PlainText);
+    label->setContentsMargins(panelPadding, 0, panelPadding, 0);
+    setColor(*label, color);
+    return label;
+}
+
+void StatusBar::setText(int panel, const QString& text) {
+    textPanels_.at(static_cast<std::size_t>(panel))->setText(text);
+}
+
+void StatusBar::setFontColor(int panel, const QColor& color) {
+    setColor(*textPanels_.at(static_cast<std::size_t>(panel)), color);
+}
+
+void StatusBar::paintEvent(QPaintEvent*) {
+    QPainter painter(this);
+    painter.fillRect(rect(), palette().color(QPalette::ToolTipBase));
+    painter.setPen(QPen(skin_.separator, 0));
+    painter.drawLine(rect().topLeft(), rect().topRight());
+    for (const QLabel* label : findChildren<QLabel*>(Qt::FindDirectChildrenOnly)) {
+        const QRect panel = label->geometry();
+        painter.drawLine(panel.topRight() + QPoint(0, skin_.separatorInset),
+                         panel.bottomRight() - QPoint(0, skin_.separatorInset));
+    }
+}
+
+bool StatusBar::eventFilter(QObject* watched, QEvent* event) {
+    // A key reaches the window once, but every widget that it is offered to.
+    if (watched->isWindowType()) {
+        if (event->type() == QEvent::KeyPress) {
+            const auto* const key = static_cast<QKeyEvent*>(event);
+            overwriting_ ^=
+                key->key() == Qt::Key_Insert && key->modifiers() == Qt::NoModifier && !key->isAutoRepeat();
+        }
+        if (event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease ||
+            event->type() == QEvent::FocusIn) {
+            updateKeyboardState();
+        }
+    }
+    return QWidget::eventFilter(watched, event);
+}
+
+void StatusBar::updateKeyboardState() {
+    const KeyboardState state = readKeyboardState();
+    const auto show = [this](Indicator indicator, bool active) {
+        setColor(*keyIndicators_[indicator], active ? skin_.activeText : skin_.inactiveText);
+    };
+    show(CapsLock, state.capsLock);
+    show(NumLock, state.numLock);
+    show(Insert, overwriting_);
+    keyIndicators_[Insert]->setText(overwriting_ ? QStringLiteral("OVR") : QStringLiteral("INS"));
+}
+
+} // namespace ui

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "ui/style.h"
+
+#include <QLabel>
+#include <QWidget>
+
+#include <array>
+#include <span>
+
+namespace ui {
+
+/// A text panel of a status bar.
+struct TextPanelSpec {
+    const char* name;
+    int width; ///< in pixels; 0 takes what the others leave
+    QColor fontColor;
+};
+
+/// A status bar of text panels followed by one that shows the state of the keyboard.
+class StatusBar final : public QWidget {
+    Q_OBJECT
+
+public:
+    StatusBar(const QString& name, int height, std::span<const TextPanelSpec> panels, const QFont& font,
+              const Skin& skin, QWidget* parent);
+
+    /// Text panel by position, from 0.
+    void setText(int panel, const QString& text);
+    void setFontColor(int panel, const QColor& color);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    QLabel* addLabel(const QString& name, const QColor& color);
+    void updateKeyboardState();
+
+    Skin skin_;
+    std::vector<QLabel*> textPanels_;
+    std::array<QLabel*, 3> keyIndicators_{}; // Caps Lock, Num Lock, Insert
+    bool overwriting_ = false;
+};
+
+} // namespace ui

@@ -1,0 +1,85 @@
+#include "ui/style.h"
+
+#include "base/error.h"
+#include "ui/application.h"
+
+#include <QPalette>
+#include <QSettings>
+#include <QStyleFactory>
+
+#include <array>
+
+namespace ui {
+
+namespace {
+
+struct RoleName {
+    const char* name;
+    QPalette::ColorRole role;
+};
+
+constexpr std::array<RoleName, 16> roleNames{{
+    {"window", QPalette::Window},
+    {"windowText", QPalette::WindowText},
+    {"base", QPalette::Base},
+    {"alternateBase", QPalette::AlternateBase},
+    {"toolTipBase", QPalette::ToolTipBase},
+    {"toolTipText", QPalette::ToolTipText},
+    {"placeholderText", QPalette::PlaceholderText},
+    {"text", QPalette::Text},
+    {"button", QPalette::Button},
+    {"buttonText", QPalette::ButtonText},
+    {"light", QPalette::Light},
+    {"midlight", QPalette::Midlight},
+    {"mid", QPalette::Mid},
+    {"dark", QPalette::Dark},
+    {"highlight", QPalette::Highlight},
+    {"highlightedText", QPalette::HighlightedText},
+}};
+
+QColor requiredColor(const QSettings& file, const QString& key) {
+    const QColor color(file.value(key).toString());
+    if (!color.isValid()) {
+        throw FileError(QStringLiteral("Нет цвета «%1» в").arg(key), file.fileName(),
+                        QStringLiteral("значение отсутствует или неверно"));
+    }
+    return color;
+}
+
+QPalette loadPalette(const QString& resource) {
+    const QSettings file(resource, QSettings::IniFormat);
+    QPalette palette;
+    for (const RoleName& entry : roleNames) {
+        palette.setColor(entry.role,
+                         requiredColor(file, QStringLiteral("colors/") + QLatin1StringView(entry.name)));
+    }
+    for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+        palette.setColor(QPalette::Disabled, role,
+                         requiredColor(file, QStringLiteral("colors/disabledText")));
+    }
+    return palette;
+}
+
+} // namespace
+
+bool trySetStyle(const QString& name) {
+    try {
+        const QPalette palette = loadPalette(QStringLiteral(":/style/") + name);
+        QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+        QApplication::setPalette(palette);
+        return true;
+    } catch (const FileError& error) {
+        Application::showException(error);
+        return false;
+    }
+}
+
+Skin loadSkin(const QString& name) {
+    const QSettings file(QStringLiteral(":/skin/") + name, QSettings::IniFormat);
+    return {requiredColor(file, QStringLiteral("statusBar/separator")),
+            file.value(QStringLiteral("statusBar/separatorInset")).toInt(),
+            requiredColor(file, QStringLiteral("statusBar/activeText")),
+            requiredColor(file, QStringLiteral("statusBar/inactiveText"))};
+}
+
+} // namespace ui

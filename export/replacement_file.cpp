@@ -36,10 +36,6 @@ std::filesystem::path systemPath(const QString& name) {
 #endif
 }
 
-QString textOf(const std::error_code& error) {
-    return QString::fromLocal8Bit(error.message());
-}
-
 int flush(int handle) {
 #ifdef Q_OS_WIN
     return _commit(handle);
@@ -85,7 +81,7 @@ void ReplacementFile::checkTarget() const {
         throw ExportError(target_, QStringLiteral("это имя занято папкой"));
     }
     if (status.type() == std::filesystem::file_type::none) {
-        throw ExportError(target_, textOf(error));
+        throw ExportError(target_, qt_error_string(error.value()));
     }
 }
 
@@ -116,7 +112,7 @@ void ReplacementFile::commit() {
     std::error_code error;
     std::filesystem::rename(systemPath(path_), systemPath(target_), error);
     if (error) {
-        throw ExportError(target_, textOf(error));
+        throw ExportError(target_, qt_error_string(error.value()));
     }
     committed_ = true;
 }

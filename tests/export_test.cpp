@@ -1,0 +1,412 @@
+#include "base/executable.h"
+#include "data/data_modul.h"
+#include "db/win1251.h"
+#include "export/exact_number.h"
+#include "export/export_error.h"
+#include "export/export_file_name.h"
+#include "export/grid_export.h"
+#include "export/sheet_name.h"
+#include "export/sheet_text.h"
+#include "grid/column.h"
+#include "grid/grid.h"
+#include "grid/table_header.h"
+#include "grid/table_model.h"
+#include "grid/table_view.h"
+#include "support/firebird_server.h"
+#include "ui/screen_cursor.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QVBoxLayout>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <clocale>
+#include <csignal>
+#include <limits>
+
+#include <sys/resource.h>
+
+namespace {
+
+using exporter::ExportError;
+
+constexpr db::FieldSpec rangeFields[]{{u"NUMBER", db::FieldKind::Integer32, 0, u"Число"},
+                                      {u"NAME", db::FieldKind::String, 1000, u"Имя"}};
+constexpr grid::ColumnSpec rangeColumns[]{{u"numberColumn", u"NUMBER"}, {u"nameColumn", u"NAME", true, 300}};
+constexpr grid::GridSpec rangeGrid{u"grid", u"level", u"view", rangeColumns, u"NUMBER", u"NAME"};
+
+constexpr grid::ColumnSpec materialColumns[]{
+    {u"idColumn", u"ID", false},           {u"kodColumn", u"KOD", true, 100},
+    {u"nomerColumn", u"NOMER", true, 100}, {u"nameColumn", u"NAME", true, 300},
+    {u"missingColumn", u"NO_SUCH_FIELD"},  {u"priceColumn", u"BAZOVAY", true, 100, Qt::AlignRight}};
+constexpr grid::GridSpec materialGrid{u"grid", u"level", u"view", materialColumns, u"ID", u"KOD"};
+
+constexpr grid::ColumnSpec coefficientColumns[]{{u"nameColumn", u"NAME"}, {u"koeffColumn", u"KOEFF"}};
+constexpr grid::GridSpec coefficientGrid{u"grid", u"level", u"view", coefficientColumns, u"NAME", u"NAME"};
+
+QJsonObject readWorkbook(const QString& path) {
+    QProcess reader;
+    reader.start("/usr/bin/python3", {QStringLiteral(TARVELO_SOURCE_DIR "/tests/read_workbook.py"), path});
+    EXPECT_TRUE(reader.waitForFinished(60'000) && reader.exitCode() == 0)
+        << reader.readAllStandardError().toStdString();
+    return QJsonDocument::fromJson(reader.readAllStandardOutput()).object();
+}
+
+QJsonObject cell(const QJsonObject& workbook, int row, int column) {
+    return workbook["rows"][row][column].toObject();
+}
+
+class Export : public testing::Test {
+protected:
+    void SetUp() override {
+        module_.pFIBDatabase1.setDatabaseName(TDM::databaseNameOn(test::limitsServer));
+        module_.pFIBDatabase1.open();
+        ASSERT_TRUE(folder_.isValid());
+    }
+
+    [[nodiscard]] QString path(const QString& name = "book.xlsx") const { return folder_.filePath(name); }
+
+    /// What lies in the folder, hidden files too.
+    [[nodiscard]] QStringList files() const {
+        return QDir(folder_.path())
+            .entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);
+    }
+
+    void openMaterials() {
+        module_.pFIBDataSet3.parameter("p1").setString("202403");
+        module_.pFIBDataSet3.parameter("p2").setInteger(1);
+        module_.pFIBDataSet3.open();
+    }
+
+    /// `rows` rows with a number and a name.
+    std::unique_ptr<db::DataSet> openRange(int rows) {
+        const auto sql =
+            QStringLiteral("select cast(row_number() over () as integer) as NUMBER,"
+                           " 'Имя ' || row_number() over () as NAME"
+                           " from (select 1 as ONE from RDB$TYPES A, RDB$TYPES B, RDB$TYPES C rows %1)");
+        auto dataSet = std::make_unique<db::DataSet>("range", rangeFields, QStringList(sql.arg(rows)),
+                                                     module_.pFIBDatabase1, module_.RFIBTransaction, nullptr);
+        dataSet->open();
+        return dataSet;
+    }
+
+    TDM module_;
+    QTemporaryDir folder_;
+};
+
+/// Every cell of the workbook against what the grid shows.
+void expectShown(const QJsonObject& workbook, const grid::TableView& view) {
+    const auto columns = view.visibleColumns();
+    const grid::TableModel& model = view.tableModel();
+    const int rows = model.rowCount();
+    ASSERT_EQ(workbook["rows"].toArray().size(), rows + 2);
+    for (int i = 0; i < static_cast<int>(columns.size()); ++i) {
+        const grid::Column& column = *columns[static_cast<std::size_t>(i)];
+        EXPECT_EQ(cell(workbook, 0, i)["value"].toString(), column.headerText());
+        const auto& all = model.columns();
+        const auto modelColumn = static_cast<int>(std::find(all.begin(), all.end(), &column) - all.begin());
+        const bool number = column.field() != nullptr && column.field()->isNumber();
+        const int digits = number ? column.field()->fractionDigits() : 0;
+        for (int row = 0; row < rows; ++row) {
+            const QString shown = model.text(row, modelColumn);
+            const QJsonObject written = cell(workbook, row + 1, i);
+            if (shown.isEmpty()) {
+                EXPECT_TRUE(written.isEmpty()) << row << ' ' << i;
+            } else if (written["type"] == "n") {
+                QString value = QString::number(written["value"].toDouble(), 'f', digits);
+                EXPECT_TRUE(number);
+                EXPECT_EQ(value.replace('.', model.decimalPoint()), shown);
+                EXPECT_EQ(written["format"].toString(), digits == 0 ? "0" : "0." + QString(digits, '0'));
+            } else {
+                EXPECT_EQ(written["type"].toString(), "text");
+                EXPECT_EQ(written["value"].toString(), shown) << row << ' ' << i;
+                EXPECT_EQ(written["wrap"].toBool(), !number);
+                EXPECT_TRUE(!number || shown.count(QRegularExpression("[0-9]")) > 15) << shown.toStdString();
+            }
+            if (!shown.isEmpty()) {
+                EXPECT_EQ(written["align"].toString(),
+                          column.alignment() & Qt::AlignRight ? "right" : "left");
+            }
+        }
+        const QJsonObject footer = cell(workbook, rows + 1, i);
+        EXPECT_EQ(footer.isEmpty(), &column != view.footerColumn());
+        EXPECT_TRUE(footer.isEmpty() || (footer["type"] == "n" && footer["value"].toInt() == rows));
+    }
+}
+
+TEST_F(Export, WritesTheViewAsItIsShown) {
+    openMaterials();
+    module_.pFIBDataSet8.open();
+    grid::Grid materials(materialGrid, module_.DataSource3, nullptr);
+    materials.resize(1000, 600);
+    materials.show();
+    exporter::exportGrid(path(), &materials);
+    QJsonObject book = readWorkbook(path());
+    expectShown(book, materials.view());
+    EXPECT_EQ(book["sheets"].toArray(), QJsonArray{"book"});
+    EXPECT_EQ(book["frozen"].toString(), "A2");
+    EXPECT_EQ(book["filter"].toString(), QStringLiteral("A1:E%1").arg(module_.pFIBDataSet3.rowCount() + 1));
+    EXPECT_EQ(book["titleRows"].toString(), "$1:$1");
+    EXPECT_EQ(QJsonDocument(book["page"].toArray()).toJson(QJsonDocument::Compact),
+              R"(["landscape",null,0,true,9])");
+    EXPECT_EQ(book["creator"].toString(), "");
+    EXPECT_TRUE(cell(book, 0, 0)["bold"].toBool());
+    EXPECT_EQ(cell(book, 0, 4)["align"].toString(), "right");
+    EXPECT_NEAR(book["widths"][2].toDouble() / book["widths"][0].toDouble(), 3.0, 0.2);
+
+    grid::TableModel& model = materials.view().tableModel();
+    model.sortBy({{5, true}, {3}});
+    grid::ColumnFilter filter;
+    filter.containedText = "e";
+    model.setFilter(2, filter);
+    materials.view().header().moveSection(3, 1);
+    exporter::exportGrid(path(), &materials);
+    expectShown(readWorkbook(path()), materials.view());
+    EXPECT_LT(model.rowCount(), module_.pFIBDataSet3.rowCount());
+
+    grid::Grid coefficients(coefficientGrid, module_.DataSource8, nullptr);
+    exporter::exportGrid(path(), &coefficients);
+    expectShown(readWorkbook(path()), coefficients.view());
+
+    module_.pFIBDataSet3.close();
+    exporter::exportGrid(path(), &materials);
+    expectShown(readWorkbook(path()), materials.view());
+    exporter::exportGrid(path("none.xlsx"), nullptr);
+    EXPECT_EQ(files(), QStringList("book.xlsx"));
+}
+
+TEST_F(Export, WritesNumbersWithAPointInEveryLocale) {
+    QTemporaryDir locales;
+    const QString name = locales.filePath("ru_RU.UTF-8");
+    if (QProcess::execute("localedef", {"-i", "ru_RU", "-f", "UTF-8", name}) != 0) {
+        GTEST_SKIP() << "no sources of locales";
+    }
+    qputenv("LOCPATH", QFile::encodeName(locales.path()));
+    ASSERT_NE(std::setlocale(LC_ALL, "ru_RU.UTF-8"), nullptr);
+    module_.pFIBDataSet8.open();
+    grid::Grid coefficients(coefficientGrid, module_.DataSource8, nullptr);
+    exporter::exportGrid(path(), &coefficients);
+    EXPECT_STREQ(std::setlocale(LC_NUMERIC, nullptr), "ru_RU.UTF-8");
+    std::setlocale(LC_ALL, "C.UTF-8");
+    qunsetenv("LOCPATH");
+    expectShown(readWorkbook(path()), coefficients.view());
+}
+
+TEST(ExactNumber, RefusesWhatFifteenDigitsCannotHold) {
+    using Limits = std::numeric_limits<std::int64_t>;
+    EXPECT_EQ(exporter::exactNumber(999'999'999'999'999, 2), 9'999'999'999'999.99);
+    EXPECT_EQ(exporter::exactNumber(1'000'000'000'000'001, 2), std::nullopt);
+    EXPECT_EQ(exporter::exactNumber(-9'007'199'254'740'900, 2), -90'071'992'547'409.0);
+    EXPECT_EQ(exporter::exactNumber(1'234'500'000'000'000'000, 0), 1'234'500'000'000'000'000.0);
+    EXPECT_EQ(exporter::exactNumber(-1, 4), -0.0001);
+    EXPECT_EQ(exporter::exactNumber(Limits::min(), 0), std::nullopt);
+}
+
+TEST(SheetText, EscapesWhatAReaderWouldTakeForAnEscape) {
+    exporter::SheetText text;
+    EXPECT_STREQ(text.encode(std::string_view("\0a\r\n\t\x1F", 6)), "_x0000_a_x000D_\n\t_x001F_");
+    EXPECT_STREQ(text.encode("_x0041_ _x004_ _X0041_"), "_x005F_x0041_ _x004_ _X0041_");
+    // The escaped character's own "_" would complete what stands before it.
+    EXPECT_STREQ(text.encode("_x0041\x01"), "_x005F_x0041_x0001_");
+    EXPECT_STREQ(text.encode("\x98\xC6"), "\xC2\x98Ж");
+}
+
+TEST(ExportNames, FollowTheRules) {
+    using namespace exporter;
+    EXPECT_EQ(exportFileName("/opt/a.b/", "   ТЕР", "_Фирмы"), "/opt/a.b/   ТЕР_Фирмы");
+    const QString labour = exportFileName("/opt/a.b/", "   ТЕР", "_КТЦ_Труд_", "Респ. Коми202403");
+    EXPECT_EQ(workbookFileName(labour), "/opt/a.b/   ТЕР_КТЦ_Труд_Респ.xlsx");
+    EXPECT_EQ(workbookFileName("/opt/a.b/   ТЕР_Фирмы"), "/opt/a.b/   ТЕР_Фирмы.xlsx");
+    EXPECT_EQ(exportName(workbookFileName(labour)), "   ТЕР_КТЦ_Труд_Респ");
+    EXPECT_EQ(exportName("D:\\Prices\\   ТЕР_Фирмы.xlsx"), "   ТЕР_Фирмы");
+
+    EXPECT_EQ(sheetName("   ТЕР_Фирмы"), "   ТЕР_Фирмы");
+    EXPECT_EQ(sheetName(QString(40, u'Щ')), QString(31, u'Щ'));
+    EXPECT_EQ(sheetName(QString(30, u'a') + "😀"), QString(30, u'a'));
+    EXPECT_EQ(sheetName("a[b]c:d*e?f/g\\h\x01\n"), "a_b_c_d_e_f_g_h__");
+    EXPECT_EQ(sheetName(QString("a") + QChar(0xD800)), "a_");
+    EXPECT_EQ(sheetName("'a'"), "_a_");
+    EXPECT_EQ(sheetName("history"), "history_");
+    EXPECT_EQ(sheetName("  "), "Лист1");
+}
+
+QByteArray contents(const QString& path) {
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return file.readAll();
+}
+
+TEST_F(Export, NamesTheReasonWhenTheFileIsImpossible) {
+    const auto dataSet = openRange(3);
+    grid::DataSource source("source", *dataSet, nullptr);
+    grid::Grid grid(rangeGrid, source, nullptr);
+    QDir(folder_.path()).mkdir("taken.xlsx");
+    const QStringList before = files();
+    // Nobody, not even root, creates files in the second one.
+    for (const QString& name :
+         {path("taken"), QStringLiteral("/sys/book"), path("no/folder"), path(QString(252, u'a')),
+          path("a" + QString(QChar::Null)), path("a" + QString(QChar(0xD800)))}) {
+        try {
+            exporter::exportGrid(name, &grid);
+            ADD_FAILURE() << name.toStdString();
+        } catch (const ExportError& error) {
+            EXPECT_TRUE(error.message().contains(exporter::workbookFileName(name)));
+            EXPECT_FALSE(error.message().endsWith(": "));
+            EXPECT_FALSE(error.message().endsWith("Unknown error")) << error.what();
+        }
+        EXPECT_EQ(files(), before);
+    }
+    // The longest names that a folder takes have room for no addition.
+    exporter::exportGrid(path(QString(250, u'a')), &grid);
+    EXPECT_EQ(files().size(), 2);
+    const QString cyrillic = path("中ѣ 😀\\:*?\"<>|");
+    exporter::exportGrid(cyrillic, &grid);
+    EXPECT_EQ(readWorkbook(cyrillic + ".xlsx")["rows"].toArray().size(), 5);
+}
+
+/// Makes every file of the process end at `bytes`, as a full disk would.
+class FileSizeLimit {
+public:
+    explicit FileSizeLimit(rlim_t bytes) : signal_(std::signal(SIGXFSZ, SIG_IGN)) {
+        getrlimit(RLIMIT_FSIZE, &saved_);
+        const rlimit limit{bytes, saved_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit() {
+        setrlimit(RLIMIT_FSIZE, &saved_);
+        static_cast<void>(std::signal(SIGXFSZ, signal_));
+    }
+    FileSizeLimit(const FileSizeLimit&) = delete;
+    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+
+private:
+    rlimit saved_{};
+    void (*signal_)(int);
+};
+
+bool exportsUnderLimit(const QString& path, grid::Grid& grid, rlim_t bytes) {
+    const FileSizeLimit limit(bytes);
+    try {
+        exporter::exportGrid(path, &grid);
+        return true;
+    } catch (const ExportError&) {
+        return false;
+    }
+}
+
+qsizetype openFiles() {
+    return QDir("/proc/self/fd").entryList(QDir::AllEntries | QDir::System).size();
+}
+
+TEST_F(Export, NoticesAFullDiskWhereverItStrikes) {
+    const auto dataSet = openRange(60);
+    grid::DataSource source("source", *dataSet, nullptr);
+    grid::Grid grid(rangeGrid, source, nullptr);
+    exporter::exportGrid(path(), &grid);
+    const QJsonArray whole = readWorkbook(path())["rows"].toArray();
+    const QByteArray earlier = contents(path());
+    const qsizetype open = openFiles();
+
+    int failures = 0;
+    rlim_t limit = 0;
+    for (; !exportsUnderLimit(path(), grid, limit); limit += 60, ++failures) {
+        ASSERT_EQ(contents(path()), earlier) << limit;
+        ASSERT_EQ(files(), QStringList("book.xlsx")) << limit;
+        ASSERT_LT(limit, 1'000'000);
+    }
+    EXPECT_GT(failures, 100);
+    EXPECT_EQ(readWorkbook(path())["rows"].toArray(), whole) << limit;
+    EXPECT_EQ(openFiles(), open);
+}
+
+TEST_F(Export, RefusesMoreRowsThanASheetHolds) {
+    const auto dataSet = openRange(1'048'575);
+    grid::DataSource source("source", *dataSet, nullptr);
+    grid::Grid grid(rangeGrid, source, nullptr);
+    EXPECT_THROW(exporter::exportGrid(path(), &grid), ExportError);
+    EXPECT_EQ(files(), QStringList());
+}
+
+TEST_F(Export, GivesTheGridBackInEveryCase) {
+    const auto dataSet = openRange(3);
+    grid::DataSource source("source", *dataSet, nullptr);
+    QWidget window;
+    QVBoxLayout layout(&window);
+    grid::Grid grid(rangeGrid, source, &window);
+    QPushButton other("other", &window);
+    layout.addWidget(&grid);
+    layout.addWidget(&other);
+    window.show();
+    window.activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+    grid.view().setFocus();
+    QDir(folder_.path()).mkdir("taken.xlsx");
+    for (const bool enabled : {true, false}) {
+        grid.setEnabled(enabled);
+        const QWidget* const focus = QApplication::focusWidget();
+        for (const QString& name : {QString("book"), QString("taken")}) {
+            try {
+                exporter::exportGrid(path(name), &grid);
+                EXPECT_EQ(name, "book");
+            } catch (const ExportError&) {
+                EXPECT_EQ(name, "taken");
+            }
+            EXPECT_EQ(grid.isEnabled(), enabled);
+            EXPECT_TRUE(grid.updatesEnabled());
+            EXPECT_FALSE(grid.isExporting());
+            EXPECT_EQ(QApplication::focusWidget(), focus);
+            EXPECT_EQ(ui::screenCursor(), ui::ScreenCursor::Default);
+        }
+    }
+}
+
+/// Runs in a process of its own, which is killed.
+TEST_F(Export, DISABLED_WritesMuch) {
+    const auto dataSet = openRange(400'000);
+    grid::DataSource source("source", *dataSet, nullptr);
+    grid::Grid grid(rangeGrid, source, nullptr);
+    exporter::exportGrid(qEnvironmentVariable("TARVELO_EXPORT"), &grid);
+}
+
+TEST_F(Export, LeavesNothingBehindAfterAKilledOne) {
+    const auto dataSet = openRange(3);
+    grid::DataSource source("source", *dataSet, nullptr);
+    grid::Grid grid(rangeGrid, source, nullptr);
+    exporter::exportGrid(path(), &grid);
+    const QByteArray earlier = contents(path());
+
+    QProcess other;
+    other.setProgram(executable::path());
+    other.setArguments({"--gtest_also_run_disabled_tests", "--gtest_filter=*.DISABLED_WritesMuch"});
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("TARVELO_EXPORT", path());
+    other.setProcessEnvironment(environment);
+    other.start();
+    const auto written = [this] {
+        const QFileInfoList found = QDir(folder_.path()).entryInfoList({"*.tmp"}, QDir::Files | QDir::Hidden);
+        return !found.isEmpty() && found.first().size() > 100'000;
+    };
+    ASSERT_TRUE(QTest::qWaitFor(written, 60'000));
+    // Two programs never write the same file at once.
+    EXPECT_THROW(exporter::exportGrid(path(), &grid), ExportError);
+    other.kill();
+    ASSERT_TRUE(other.waitForFinished());
+    EXPECT_GT(files().size(), 1);
+    EXPECT_EQ(contents(path()), earlier);
+
+    exporter::exportGrid(path(), &grid);
+    EXPECT_EQ(files(), QStringList("book.xlsx"));
+    EXPECT_EQ(readWorkbook(path())["rows"].toArray().size(), 5);
+}
+
+} // namespace

@@ -291,8 +291,31 @@ void TTERForm::createTab(const TabPlace& place) {
     QWidget* const sheet = named(new QWidget, place.sheetName);
     this->*place.sheet = sheet;
     cxPageControl1->addTab(sheet, qString(place.caption));
+    // Created in the order of the keyboard: the grids, then the button above them.
+    auto* const grids = new QStackedLayout;
+    grids->setStackingMode(QStackedLayout::StackAll);
+    if (place.covered.member != nullptr) {
+        grid::Grid* const covered = createGrid(place.covered, *sheet, *grids);
+        // A focus that nobody sees would be lost.
+        covered->view().setFocusPolicy(Qt::NoFocus);
+        covered->setFocusPolicy(Qt::NoFocus);
+    }
+    createGrid(place.shown, *sheet, *grids);
+    auto* const layout = makeTightLayout<QVBoxLayout>(sheet);
+    layout->addWidget(createButtonPanel(place, *sheet));
+    layout->addLayout(grids, 1);
+}
 
-    QFrame* const panel = makePanel(sheet, place.panelName, QFrame::NoFrame);
+grid::Grid* TTERForm::createGrid(const GridPlace& place, QWidget& sheet, QStackedLayout& stack) {
+    auto* const control = new grid::Grid(*place.spec, DM->*place.dataSource, &sheet);
+    this->*place.member = control;
+    stack.addWidget(control);
+    stack.setCurrentWidget(control);
+    return control;
+}
+
+QFrame* TTERForm::createButtonPanel(const TabPlace& place, QWidget& sheet) {
+    QFrame* const panel = makePanel(&sheet, place.panelName, QFrame::NoFrame);
     this->*place.panel = panel;
     panel->setFixedHeight(buttonPanelHeight);
     QPushButton* const button = named(new QPushButton(QStringLiteral("В ексель"), panel), place.buttonName);
@@ -300,34 +323,7 @@ void TTERForm::createTab(const TabPlace& place) {
     button->setGeometry(buttonPlace);
     connect(button, &QPushButton::clicked, this,
             [this, button, handler = place.handler] { ui::guarded(*button, [&] { (this->*handler)(); }); });
-
-    auto* const layout = makeTightLayout<QVBoxLayout>(sheet);
-    layout->addWidget(panel);
-    auto* const stack = new QStackedLayout;
-    stack->setStackingMode(QStackedLayout::StackAll);
-    layout->addLayout(stack, 1);
-
-    QWidget* previous = nullptr;
-    for (const GridPlace& gridPlace : {place.covered, place.shown}) {
-        if (gridPlace.member == nullptr) {
-            continue;
-        }
-        auto* const control = new grid::Grid(*gridPlace.spec, DM->*gridPlace.dataSource, sheet);
-        this->*gridPlace.member = control;
-        stack->addWidget(control);
-        stack->setCurrentWidget(control);
-        if (previous != nullptr) {
-            setTabOrder(previous, control);
-        }
-        previous = control;
-    }
-    if (place.covered.member != nullptr) {
-        // First in the keyboard order like the grid above it, but a focus that nobody sees would be lost.
-        grid::Grid* const covered = this->*place.covered.member;
-        covered->view().setFocusPolicy(Qt::NoFocus);
-        covered->setFocusPolicy(Qt::NoFocus);
-    }
-    setTabOrder(previous, button);
+    return panel;
 }
 
 void TTERForm::createTreeTab() {

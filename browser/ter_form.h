@@ -6,6 +6,7 @@
 class QComboBox;
 class QFrame;
 class QPushButton;
+class QStackedLayout;
 class QTabWidget;
 class QVBoxLayout;
 
@@ -122,6 +123,8 @@ private:
     void createSelectors(QVBoxLayout& layout);
     void createBody(QVBoxLayout& layout);
     void createTab(const TabPlace& place);
+    grid::Grid* createGrid(const GridPlace& place, QWidget& sheet, QStackedLayout& stack);
+    QFrame* createButtonPanel(const TabPlace& place, QWidget& sheet);
     void createTreeTab();
     void exportTab(const ExportSpec& spec);
 

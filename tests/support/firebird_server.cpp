@@ -17,7 +17,7 @@ QByteArray run(const QString& program, const QStringList& arguments, const QByte
     process.start(program, arguments);
     process.write(input);
     process.closeWriteChannel();
-    const bool ended = process.waitForFinished(120'000);
+    const bool ended = process.waitForFinished(60'000);
     const QByteArray output = process.readAll();
     if (!ended || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
         throw std::runtime_error(program.toStdString() + " failed: " + output.toStdString());

@@ -1,0 +1,183 @@
+#include "app/main_form.h"
+#include "browser/banner.h"
+#include "browser/ter_form.h"
+#include "data/data_modul.h"
+#include "grid/column.h"
+#include "grid/grid.h"
+#include "grid/table_header.h"
+#include "grid/table_model.h"
+#include "grid/table_view.h"
+#include "grid/tree_list.h"
+#include "grid/tree_model.h"
+#include "grid/tree_view.h"
+#include "support/catalog_window.h"
+#include "support/firebird_server.h"
+#include "support/printing.h"
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+QString colorOf(const QWidget& widget, QPalette::ColorRole role) {
+    return widget.palette().color(role).name();
+}
+
+QString fontOf(const QWidget& widget) {
+    return QStringLiteral("%1 %2%3")
+        .arg(widget.font().family())
+        .arg(widget.font().pixelSize())
+        .arg(widget.font().bold() ? " bold" : "");
+}
+
+QString describeSelector(const QComboBox& selector) {
+    return QStringLiteral("  %1 %2 wide, %3, background %4, hint \"%5\", prompt \"%6\"\n")
+        .arg(selector.objectName())
+        .arg(selector.width())
+        .arg(fontOf(selector), colorOf(selector, QPalette::Base), selector.statusTip(),
+             selector.lineEdit()->placeholderText());
+}
+
+QString describeColumns(const std::vector<grid::Column*>& columns) {
+    QString text;
+    for (const grid::Column* column : columns) {
+        text += "      " + column->objectName() + ' ' + column->fieldName();
+        if (column->isVisible()) {
+            text += QStringLiteral(" %1 \"%2\"").arg(column->designWidth()).arg(column->headerText());
+            text += column->headerAlignment().testFlag(Qt::AlignRight) ? " right" : "";
+            text += column->field() == nullptr                     ? " no field"
+                    : column->alignment().testFlag(Qt::AlignRight) ? ", values right"
+                                                                   : "";
+        } else {
+            text += " hidden";
+        }
+        text += '\n';
+    }
+    return text;
+}
+
+QString describeGrid(const grid::Grid& control) {
+    const grid::TableView& view = control.view();
+    QString text = "    " + control.objectName() + " > " + control.level().objectName() + " > " +
+                   view.objectName() + ": " + view.tableModel().dataSet().objectName() + ", key " +
+                   view.keyField() + ", count under " +
+                   (view.footerColumn() == nullptr ? "nothing" : view.footerColumn()->fieldName()) + '\n';
+    return text + describeColumns(view.tableModel().columns());
+}
+
+/// The grids of a sheet, the undermost first.
+QString describeSheet(const QTabWidget& pages, int index) {
+    const QWidget& sheet = *pages.widget(index);
+    QString text = QStringLiteral("  %1 \"%2\"\n").arg(sheet.objectName(), pages.tabText(index));
+    for (const QPushButton* button : sheet.findChildren<QPushButton*>()) {
+        if (!button->objectName().startsWith("Button")) {
+            continue;
+        }
+        const QRect place = button->geometry();
+        text += QStringLiteral("    %1 %2 high, %3 \"%4\" at %5,%6 %7x%8\n")
+                    .arg(button->parentWidget()->objectName())
+                    .arg(button->parentWidget()->height())
+                    .arg(button->objectName(), button->text())
+                    .arg(place.x())
+                    .arg(place.y())
+                    .arg(place.width())
+                    .arg(place.height());
+    }
+    for (const grid::Grid* control : sheet.findChildren<grid::Grid*>(Qt::FindDirectChildrenOnly)) {
+        text += describeGrid(*control);
+    }
+    if (const auto* const tree = sheet.findChild<grid::TreeList*>()) {
+        text += "    " + tree->objectName() + ": " + tree->view().treeModel().dataSet().objectName() +
+                ", prompt \"" + tree->findChild<QLineEdit*>()->placeholderText() + "\"\n" +
+                describeColumns(tree->view().treeModel().columns());
+    }
+    return text;
+}
+
+QString describe(const TTERForm& form) {
+    const QPoint margin = form.mapTo(form.parentWidget(), QPoint());
+    QString text = QStringLiteral("%1, %2, background %3, margin %4\n")
+                       .arg(form.objectName(), fontOf(form), colorOf(form, QPalette::Window))
+                       .arg(margin.x());
+    text += QStringLiteral("  cxLabel1 \"%1\" %2 high, %3, %4 on tooltip colour %5\n")
+                .arg(form.cxLabel1->text())
+                .arg(form.cxLabel1->height())
+                .arg(fontOf(*form.cxLabel1), colorOf(*form.cxLabel1, QPalette::WindowText))
+                .arg(colorOf(*form.cxLabel1, QPalette::Window) == colorOf(form, QPalette::ToolTipBase));
+    text += QStringLiteral("  Panel2 %1 high, Panel3 %2 wide\n")
+                .arg(form.Panel2->height())
+                .arg(form.Panel3->width());
+    text += describeSelector(*form.cxComboBox1) + describeSelector(*form.cxComboBox2);
+    for (int index = 0; index < form.cxPageControl1->count(); ++index) {
+        text += describeSheet(*form.cxPageControl1, index);
+    }
+    return text;
+}
+
+QString expectedLayout() {
+    QFile file(QStringLiteral(TARVELO_TEST_DATA "/browser_layout.txt"));
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll())
+                                          : QStringLiteral("no browser_layout.txt");
+}
+
+/// The names of the controls in the order of the keyboard, from `first` on.
+QStringList keyboardOrder(const QWidget& first, int count) {
+    QStringList names;
+    for (const QWidget* widget = &first; names.size() < count; widget = widget->nextInFocusChain()) {
+        const QString& name = widget->objectName();
+        if (qobject_cast<const grid::Grid*>(widget) != nullptr || name.startsWith("Button")) {
+            names += name;
+        }
+    }
+    return names;
+}
+
+TEST(BrowserLayout, IsWhatTheWindowWasDesignedToBe) {
+    test::CatalogWindow window(test::sampleServer);
+    window.choose("Action1");
+    // Every tab is shown once, so that its layout is in force.
+    for (int index = TERForm->cxPageControl1->count() - 1; index >= 0; --index) {
+        TERForm->cxPageControl1->setCurrentIndex(index);
+    }
+    EXPECT_EQ(describe(*TERForm), expectedLayout());
+    EXPECT_EQ(keyboardOrder(*TERForm->cxGrid2, 3), QStringList({"cxGrid2", "cxGrid3", "Button2"}));
+    EXPECT_EQ(TERForm->width(), window.form().Panel1->width() - 6);
+    EXPECT_EQ(TERForm->cxGrid2->geometry(), TERForm->cxGrid3->geometry());
+}
+
+TEST(BrowserLayout, FillsEveryWidthWithTheColumns) {
+    test::CatalogWindow window(test::sampleServer);
+    window.choose("Action1");
+    window.form().showNormal();
+    for (const int width : {966, 1366, 1913}) {
+        window.form().resize(width, 700);
+        QApplication::processEvents();
+        for (int index = 0; index < TERForm->cxPageControl1->count() - 1; ++index) {
+            TERForm->cxPageControl1->setCurrentIndex(index);
+            QApplication::processEvents();
+            for (const grid::Grid* control :
+                 TERForm->cxPageControl1->currentWidget()->findChildren<grid::Grid*>()) {
+                const auto columns = control->view().visibleColumns();
+                double design = 0;
+                int sum = 0;
+                for (const grid::Column* column : columns) {
+                    design += column->designWidth();
+                    sum += column->width();
+                }
+                const int available = control->view().viewport()->width();
+                EXPECT_EQ(sum, available) << control->objectName().toStdString() << " at " << width;
+                for (const grid::Column* column : columns) {
+                    EXPECT_NEAR(column->width(), column->designWidth() / design * available, 1.0)
+                        << column->objectName().toStdString();
+                }
+            }
+        }
+    }
+}
+
+} // namespace

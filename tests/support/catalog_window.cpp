@@ -1,0 +1,35 @@
+#include "support/catalog_window.h"
+
+#include "app/error_log.h"
+
+#include <QAction>
+#include <QTest>
+
+#include <stdexcept>
+
+namespace test {
+
+CatalogWindow::CatalogWindow(const QString& server) {
+    DM = &module_;
+    CurRegionId = 0;
+    CurPeriod.clear();
+    QFile::remove(app::ErrorLog::path());
+    module_.pFIBDatabase1.setDatabaseName(TDM::databaseNameOn(server));
+    module_.pFIBDatabase1.open();
+    form_.ActionToolBar1->show();
+    form_.showMaximized();
+    if (!QTest::qWaitForWindowActive(&form_)) {
+        throw std::runtime_error("the main window does not become active");
+    }
+}
+
+CatalogWindow::~CatalogWindow() {
+    QFile::remove(app::ErrorLog::path());
+}
+
+void CatalogWindow::choose(const QString& action) {
+    form_.findChild<QAction*>(action)->trigger();
+    QCoreApplication::processEvents();
+}
+
+} // namespace test

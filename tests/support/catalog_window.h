@@ -1,0 +1,25 @@
+#pragma once
+
+#include "app/main_form.h"
+#include "data/data_modul.h"
+
+namespace test {
+
+/// The program's data module and main window, shown and connected to a server, as after the menu command.
+class CatalogWindow {
+public:
+    explicit CatalogWindow(const QString& server);
+    ~CatalogWindow();
+
+    [[nodiscard]] TDM& module() { return module_; }
+    [[nodiscard]] TMainForm& form() { return form_; }
+
+    /// Executes a command of the tool bar by its name.
+    void choose(const QString& action);
+
+private:
+    TDM module_;
+    TMainForm form_;
+};
+
+} // namespace test

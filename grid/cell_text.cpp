@@ -82,6 +82,17 @@ int height(const QString& text, int width, const QFont& font) {
     return lines * metrics.height() + 2 * verticalPadding;
 }
 
+bool isCut(const QString& text, int width, const QFont& font) {
+    QTextLayout layout(printable(text), font);
+    const int lines = breakLines(layout, innerWidth(width));
+    for (int i = 0; i < lines; ++i) {
+        if (layout.lineAt(i).naturalTextWidth() > innerWidth(width) + 1) {
+            return true;
+        }
+    }
+    return false;
+}
+
 void draw(QPainter& painter, const QRect& cell, const QString& text, Qt::Alignment horizontal,
           qsizetype markStart, qsizetype markEnd) {
     const QFontMetrics metrics(painter.font());

@@ -18,6 +18,9 @@ inline constexpr int verticalPadding = 2;
 /// line.
 [[nodiscard]] int height(const QString& text, int width, const QFont& font);
 
+/// Whether a word of `text` is wider than a cell of `width` pixels leaves room for.
+[[nodiscard]] bool isCut(const QString& text, int width, const QFont& font);
+
 /// Draws `text` into `cell` (outer edge, paddings inside) with the painter's font and pen; vertically at the
 /// top. Occurrences of a search are marked by the half-open character range [markStart, markEnd).
 void draw(QPainter& painter, const QRect& cell, const QString& text, Qt::Alignment horizontal,

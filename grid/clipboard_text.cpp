@@ -5,9 +5,8 @@
 #include <algorithm>
 
 namespace grid {
-namespace {
 
-QString quotedIfNeeded(QString cell) {
+QString clipboardCell(QString cell) {
     const bool isPlain = std::ranges::none_of(cell, [](QChar character) {
         return character == u'\t' || character == u'"' || character == u'\n' || character == u'\r';
     });
@@ -17,8 +16,6 @@ QString quotedIfNeeded(QString cell) {
     return u'"' + cell.replace(u'"', QStringLiteral("\"\"")) + u'"';
 }
 
-} // namespace
-
 QString clipboardText(const TableModel& model, std::span<const int> columns, std::span<const RowRange> rows) {
     QString result;
     for (const RowRange& range : rows) {
@@ -27,7 +24,7 @@ QString clipboardText(const TableModel& model, std::span<const int> columns, std
                 if (i > 0) {
                     result += u'\t';
                 }
-                result += quotedIfNeeded(model.text(row, columns[i]));
+                result += clipboardCell(model.text(row, columns[i]));
             }
             result += u'\n';
         }

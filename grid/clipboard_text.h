@@ -14,8 +14,10 @@ struct RowRange {
     int last;
 };
 
-/// The cells of these rows as text that spreadsheets paste: tabs between cells, a line a row; cells that hold
-/// tabs, quotes or line breaks are quoted.
+/// A cell's text, quoted where it holds tabs, quotes or line breaks, so that spreadsheets take it for one cell.
+[[nodiscard]] QString clipboardCell(QString cell);
+
+/// The cells of these rows as text that spreadsheets paste: tabs between cells, a line a row.
 [[nodiscard]] QString clipboardText(const TableModel& model, std::span<const int> columns,
                                     std::span<const RowRange> rows);
 

@@ -3,6 +3,7 @@
 #include "db/data_set.h"
 #include "grid/cell_text.h"
 #include "grid/column.h"
+#include "grid/cut_text_tip.h"
 #include "grid/data_source.h"
 #include "grid/filter_popup.h"
 #include "grid/table_accessibility.h"
@@ -12,6 +13,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QScopedValueRollback>
@@ -193,6 +195,17 @@ void TableView::scrollToPosition(ScrollPosition position) {
         viewport()->scroll(0, shift);
     }
     verticalScrollBar()->setValue(scrollBarValue());
+}
+
+bool TableView::viewportEvent(QEvent* event) {
+    if (event->type() != QEvent::ToolTip) {
+        return QAbstractItemView::viewportEvent(event);
+    }
+    const auto& help = static_cast<const QHelpEvent&>(*event);
+    const QModelIndex index = indexAt(help.pos());
+    showCutTextTip(help, *viewport(), visualRect(index),
+                   index.isValid() ? tableModel_->text(index.row(), index.column()) : QString());
+    return true;
 }
 
 QRect TableView::visualRect(const QModelIndex& index) const {

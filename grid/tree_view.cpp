@@ -2,7 +2,9 @@
 
 #include "db/data_set.h"
 #include "grid/cell_text.h"
+#include "grid/clipboard_text.h"
 #include "grid/column.h"
+#include "grid/cut_text_tip.h"
 #include "grid/tree_accessibility.h"
 #include "grid/tree_header.h"
 #include "grid/tree_model.h"
@@ -10,6 +12,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -37,14 +40,6 @@ constexpr QRgb selectedInactiveColor = qRgb(234, 236, 240);
 
 bool isPrintable(const QString& text) {
     return !text.isEmpty() && std::all_of(text.begin(), text.end(), [](QChar c) { return c.isPrint(); });
-}
-
-/// Text that spreadsheets take for one cell whatever it holds.
-QString clipboardCell(QString text) {
-    const bool needsQuotes = std::any_of(text.begin(), text.end(), [](QChar c) {
-        return c == u'\t' || c == u'\n' || c == u'\r' || c == u'"';
-    });
-    return needsQuotes ? u'"' + text.replace(u'"', QStringLiteral("\"\"")) + u'"' : text;
 }
 
 } // namespace
@@ -236,6 +231,19 @@ QRect TreeView::buttonRect(const ShownRow& shown) const {
 QRect TreeView::rowRect(int row) const {
     const ShownRow* const shown = layout_.shown(row);
     return shown == nullptr ? QRect() : QRect(0, shown->y, viewport()->width(), shown->height);
+}
+
+bool TreeView::viewportEvent(QEvent* event) {
+    if (event->type() != QEvent::ToolTip) {
+        return QAbstractItemView::viewportEvent(event);
+    }
+    const auto& help = static_cast<const QHelpEvent&>(*event);
+    const QModelIndex index = indexAt(help.pos());
+    const ShownRow* const shown = layout_.shown(rows_.rowOf(TreeModel::node(index)));
+    const QRect cell = shown == nullptr ? QRect() : textRect(*shown, index.column());
+    showCutTextTip(help, *viewport(), cell,
+                   index.isValid() ? model_.text(TreeModel::node(index), index.column()) : QString());
+    return true;
 }
 
 QRect TreeView::visualRect(const QModelIndex& index) const {

@@ -1,0 +1,10 @@
+// The least Qt program with a main window: what the start of ours is compared with.
+#include <QApplication>
+#include <QMainWindow>
+
+int main(int argc, char** argv) {
+    const QApplication application(argc, argv);
+    QMainWindow window;
+    window.showMaximized();
+    return QApplication::exec();
+}

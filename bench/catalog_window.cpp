@@ -1,0 +1,48 @@
+#include "bench/catalog_window.h"
+
+#include "bench/measure.h"
+#include "bench/screen.h"
+#include "browser/ter_form.h"
+#include "grid/grid.h"
+#include "grid/table_view.h"
+#include "ui/fonts.h"
+#include "ui/style.h"
+
+#include <QComboBox>
+
+#include <stdexcept>
+
+namespace bench {
+
+CatalogWindow::CatalogWindow(const QString& server) {
+    ui::installFontSubstitutes();
+    if (!ui::trySetStyle(QStringLiteral("SLATECLASSICO"))) {
+        throw std::runtime_error("the visual style is missing");
+    }
+    module_ = std::make_unique<TDM>();
+    DM = module_.get();
+    connectTo(*module_, server);
+    form_ = std::make_unique<TMainForm>();
+    static_cast<void>(timeUntilPainted(*form_, [this] { form_->showMaximized(); }));
+    form_->Action1Execute(*form_);
+    if (TERForm == nullptr) {
+        throw std::runtime_error("the catalog browser has not opened");
+    }
+    settle();
+}
+
+CatalogWindow::~CatalogWindow() {
+    delete TERForm;
+    DM = nullptr;
+}
+
+void CatalogWindow::choose(const Stretch& stretch) {
+    TERForm->cxComboBox1->setCurrentText(regionName(stretch.region));
+    const auto choosePeriod = [&] {
+        TERForm->cxComboBox2->setCurrentText(QString::fromLatin1(stretch.period));
+    };
+    static_cast<void>(timeUntilPainted(*TERForm->cxGrid1->view().viewport(), choosePeriod));
+    requireSame("materials", module_->pFIBDataSet3.rowCount(), stretch.materials);
+}
+
+} // namespace bench

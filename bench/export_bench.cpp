@@ -1,0 +1,198 @@
+#include "bench/catalog_window.h"
+#include "bench/memory.h"
+#include "bench/rows.h"
+#include "browser/ter_form.h"
+#include "db/win1251.h"
+#include "export/grid_export.h"
+#include "grid/column.h"
+#include "grid/grid.h"
+#include "grid/table_view.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <cmath>
+#include <optional>
+#include <stdexcept>
+
+#include <xlsxwriter.h>
+
+namespace bench {
+
+namespace {
+
+constexpr int rounds = 5;
+constexpr double megabytesAllowed = 48;
+
+void check(int error) {
+    if (error != LXW_NO_ERROR) {
+        throw std::runtime_error(lxw_strerror(static_cast<lxw_error>(error)));
+    }
+}
+
+/// The shown cells of an open dataset, ready to be written: texts as UTF-8, numbers as floating point.
+class BareSheet final {
+public:
+    BareSheet(const db::DataSet& dataSet, const std::vector<const grid::Column*>& columns) {
+        for (const grid::Column* column : columns) {
+            const db::Field& field = *column->field();
+            Column cells{column->headerText().toUtf8().toStdString(),
+                         column->width(),
+                         field.isNumber(),
+                         field.fractionDigits(),
+                         column->alignment().testFlag(Qt::AlignRight),
+                         {},
+                         {}};
+            const double unit = std::pow(10.0, field.fractionDigits());
+            for (int row = 0; row < dataSet.rowCount(); ++row) {
+                if (dataSet.rows().isNull(row, field.index())) {
+                    throw std::runtime_error("the measuring catalog holds NULL");
+                }
+                if (field.isNumber()) {
+                    cells.numbers.push_back(static_cast<double>(dataSet.rows().integer(row, field.index())) /
+                                            unit);
+                } else {
+                    cells.texts.push_back(db::win1251::decode(dataSet.rows().string(row, field.index()))
+                                              .toUtf8()
+                                              .toStdString());
+                }
+            }
+            columns_.push_back(std::move(cells));
+        }
+        rowCount_ = static_cast<lxw_row_t>(dataSet.rowCount());
+    }
+
+    void write(const QString& fileName) const {
+        lxw_workbook_options options{};
+        options.constant_memory = LXW_TRUE;
+        lxw_workbook* const workbook = workbook_new_opt(QFile::encodeName(fileName).constData(), &options);
+        lxw_worksheet* const sheet = workbook_add_worksheet(workbook, nullptr);
+        std::vector<lxw_format*> formats;
+        lxw_col_t index = 0;
+        for (const Column& column : columns_) {
+            lxw_format* const format = formatOf(*workbook, column, formats);
+            check(worksheet_write_string(sheet, 0, index, column.header.c_str(), format));
+            check(worksheet_set_column_pixels(sheet, index, index, static_cast<uint32_t>(column.width),
+                                              format));
+            ++index;
+        }
+        for (lxw_row_t row = 0; row < rowCount_; ++row) {
+            index = 0;
+            for (const Column& column : columns_) {
+                check(column.isNumber
+                          ? worksheet_write_number(sheet, row + 1, index, column.numbers[row], formats[index])
+                          : worksheet_write_string(sheet, row + 1, index, column.texts[row].c_str(),
+                                                   formats[index]));
+                ++index;
+            }
+        }
+        check(workbook_close(workbook));
+    }
+
+private:
+    struct Column {
+        std::string header;
+        int width;
+        bool isNumber;
+        int fractionDigits;
+        bool right;
+        std::vector<double> numbers;
+        std::vector<std::string> texts;
+
+        [[nodiscard]] bool looksLike(const Column& other) const {
+            return isNumber == other.isNumber && fractionDigits == other.fractionDigits &&
+                   right == other.right;
+        }
+    };
+
+    /// Appends the format of the next column. Columns that look alike share one: the library finds the number
+    /// of a second format of the same kind anew for every cell.
+    lxw_format* formatOf(lxw_workbook& workbook, const Column& column,
+                         std::vector<lxw_format*>& formats) const {
+        for (std::size_t earlier = 0; earlier < formats.size(); ++earlier) {
+            if (columns_[earlier].looksLike(column)) {
+                return formats.emplace_back(formats[earlier]);
+            }
+        }
+        lxw_format* const format = formats.emplace_back(workbook_add_format(&workbook));
+        format_set_align(format, LXW_ALIGN_VERTICAL_TOP);
+        format_set_align(format, column.right ? LXW_ALIGN_RIGHT : LXW_ALIGN_LEFT);
+        if (column.isNumber) {
+            format_set_num_format(format, column.fractionDigits == 0 ? "0" : "0.00");
+        } else {
+            format_set_text_wrap(format);
+        }
+        return format;
+    }
+
+    std::vector<Column> columns_;
+    lxw_row_t rowCount_ = 0;
+};
+
+/// The materials on screen and their cells beside them, to be written to files of a folder.
+class Workbooks final {
+public:
+    explicit Workbooks(const Surroundings& surroundings)
+        : window_(surroundings.server),
+          ours_(surroundings.folder + QStringLiteral("/ours.xlsx")),
+          bare_(surroundings.folder + QStringLiteral("/bare.xlsx")) {
+        window_.choose(threeHundredThousand);
+        sheet_.emplace(window_.module().pFIBDataSet3, TERForm->cxGrid1->view().visibleColumns());
+    }
+    ~Workbooks() {
+        QFile::remove(ours_);
+        QFile::remove(bare_);
+    }
+    Workbooks(const Workbooks&) = delete;
+    Workbooks& operator=(const Workbooks&) = delete;
+
+    void writeOurs() const { exporter::exportGrid(ours_, TERForm->cxGrid1); }
+    void writeBare() const { sheet_->write(bare_); }
+
+    /// Throws std::runtime_error unless both workbooks have about the same size.
+    void compareSizes() const {
+        constexpr double tolerance = 0.02;
+        const auto ours = static_cast<double>(QFileInfo(ours_).size());
+        const auto bare = static_cast<double>(QFileInfo(bare_).size());
+        if (std::abs(ours - bare) > tolerance * bare) {
+            throw std::runtime_error("the two workbooks do not hold the same");
+        }
+    }
+
+private:
+    CatalogWindow window_;
+    QString ours_;
+    QString bare_;
+    std::optional<BareSheet> sheet_;
+};
+
+/// Megabytes by which `action` goes beyond what lay in memory before, at its peak.
+double extraMemory(const std::function<void()>& action) {
+    const double before = residentMegabytes();
+    resetPeak();
+    action();
+    return peakMegabytes() - before;
+}
+
+} // namespace
+
+std::vector<Result> measureExport(const Surroundings& surroundings) {
+    const Workbooks workbooks(surroundings);
+    const Medians medians = alternate(
+        rounds, [&](int) { return timeOf([&] { workbooks.writeOurs(); }); },
+        [&](int) { return timeOf([&] { workbooks.writeBare(); }); });
+    workbooks.compareSizes();
+    return {{QStringLiteral("export"), QStringLiteral("export 300,000 rows x 11 columns"), medians.ours,
+             medians.bare, QStringLiteral("ms"), LimitOf::Ratio, 1.10}};
+}
+
+std::vector<Result> measureExportMemory(const Surroundings& surroundings) {
+    const Workbooks workbooks(surroundings);
+    const double ours = extraMemory([&] { workbooks.writeOurs(); });
+    const double bare = extraMemory([&] { workbooks.writeBare(); });
+    workbooks.compareSizes();
+    return {{QStringLiteral("export-memory"), QStringLiteral("extra memory of that export at its peak"), ours,
+             bare, QStringLiteral("MB"), LimitOf::Value, megabytesAllowed}};
+}
+
+} // namespace bench

@@ -1,0 +1,53 @@
+#include "bench/catalog_window.h"
+#include "bench/rows.h"
+#include "bench/screen.h"
+#include "browser/ter_form.h"
+#include "grid/grid.h"
+#include "grid/table_view.h"
+
+#include <QComboBox>
+
+namespace bench {
+
+namespace {
+
+constexpr int rounds = 11;
+
+} // namespace
+
+std::vector<Result> measureRegion(const Surroundings& surroundings) {
+    CatalogWindow window(surroundings.server);
+    std::vector<BareQuery> queries;
+    for (const db::DataSet* dataSet : window.module().selectionDataSets()) {
+        queries.emplace_back(window.module(), *dataSet);
+    }
+    // The window shows the fourth region; every round goes on to another one.
+    const auto regionOf = [](int round) { return 1 + round % regionCount; };
+
+    const Medians medians = alternate(
+        rounds,
+        [&](int round) {
+            return timeUntilPainted(*TERForm->cxGrid1->view().viewport(), [&] {
+                TERForm->cxComboBox1->setCurrentText(regionName(regionOf(round)));
+            });
+        },
+        [&](int round) {
+            int read = 0;
+            const double taken = timeOf([&] {
+                for (BareQuery& query : queries) {
+                    read += query.read(QString::fromLatin1(regionPeriod), regionOf(round));
+                }
+            });
+            int shown = 0;
+            for (const db::DataSet* dataSet : window.module().selectionDataSets()) {
+                shown += dataSet->rowCount();
+            }
+            requireSame("rows", shown, read);
+            return taken;
+        });
+    requireSame("region", CurRegionId, regionOf(rounds));
+    return {{QStringLiteral("region"), QStringLiteral("change of region, 73,600 rows, until painted"),
+             medians.ours, medians.bare, QStringLiteral("ms"), LimitOf::Ratio, 1.15}};
+}
+
+} // namespace bench

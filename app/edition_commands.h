@@ -7,7 +7,7 @@
 
 namespace app {
 
-/// A command of the edition tool bar.
+/// A command of the edition tool bar. The browser's banner shows the caption of the command that opened it.
 struct CommandSpec {
     const char* name;                   ///< of the command
     std::u16string_view caption;        ///< of the command

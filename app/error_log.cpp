@@ -4,6 +4,7 @@
 #include "base/executable.h"
 
 #include <QLocale>
+#include <QRegularExpression>
 
 namespace app {
 
@@ -27,8 +28,11 @@ void ErrorLog::append(const QString& line) {
 }
 
 QString errorLine(const QDateTime& time, const std::exception& error, const QString& componentName) {
-    return defaultDateTimeText(time, QLocale::system()) + u':' + classNameOf(error) + u':' +
-           messageOf(error) + QStringLiteral(" Компонент ") + componentName;
+    // The server words its messages in several lines; the log has one line an error.
+    const QString message =
+        messageOf(error).split(QRegularExpression(QStringLiteral("[\\r\\n]+"))).join(u' ');
+    return defaultDateTimeText(time, QLocale::system()) + u':' + classNameOf(error) + u':' + message +
+           QStringLiteral(" Компонент ") + componentName;
 }
 
 QString defaultDateTimeText(const QDateTime& time, const QLocale& locale) {
@@ -37,7 +41,8 @@ QString defaultDateTimeText(const QDateTime& time, const QLocale& locale) {
         return date;
     }
     // Qt ends the long time in the mark of the time zone, which the regional setting does not have.
-    const QString format = locale.timeFormat(QLocale::LongFormat).remove(u't').trimmed();
+    const QString format = locale.timeFormat(QLocale::LongFormat)
+                               .remove(QRegularExpression(QStringLiteral("\\s*\\(?t+\\)?\\s*")));
     return date + u' ' + locale.toString(time.time(), format);
 }
 

@@ -2,11 +2,13 @@
 
 #include "app/catalog_connection.h"
 #include "app/error_log.h"
+#include "base/text.h"
 #include "browser/ter_form.h"
 #include "data/data_modul.h"
 #include "ui/action_manager.h"
 #include "ui/application.h"
 #include "ui/application_events.h"
+#include "ui/flat_tool_bar.h"
 #include "ui/fonts.h"
 #include "ui/input_box.h"
 #include "ui/screen_cursor.h"
@@ -50,7 +52,7 @@ TMainForm::TMainForm() {
     white.setColor(QPalette::Window, Qt::white);
     setPalette(white);
 
-    new ui::ApplicationEvents(
+    ApplicationEvents1 = new ui::ApplicationEvents(
         QStringLiteral("ApplicationEvents1"),
         [this](QObject& sender, const std::exception& exception) {
             ApplicationEvents1Exception(sender, exception);
@@ -91,40 +93,44 @@ void TMainForm::createMenu() {
 }
 
 void TMainForm::createToolBar() {
-    ActionToolBar1 = new QToolBar(this);
+    ActionToolBar1 = new ui::FlatToolBar(this);
     ActionToolBar1->setObjectName(QStringLiteral("ActionToolBar1"));
     ActionToolBar1->setFixedHeight(toolBarHeight);
-    ActionToolBar1->setFont(ui::pixelFont(tahoma(), 11));
-    ActionToolBar1->setAutoFillBackground(true);
     QPalette colors = MainMenu1->palette();
     colors.setColor(QPalette::Disabled, QPalette::ButtonText, QColor(109, 109, 109));
     colors.setColor(QPalette::ButtonText, Qt::black);
+    colors.setColor(QPalette::Highlight, Qt::white);
+    colors.setColor(QPalette::HighlightedText, Qt::black);
     ActionToolBar1->setPalette(colors);
-    if (QLayout* const layout = ActionToolBar1->layout()) {
-        layout->setContentsMargins(0, 0, 0, 0);
-        layout->setSpacing(0);
-    }
     ActionToolBar1->hide();
 
-    using Handler = void (TMainForm::*)(QObject&);
-    static constexpr std::array<Handler, app::commands.size()> handlers{
-        &TMainForm::Action1Execute, &TMainForm::Action4Execute, &TMainForm::Action7Execute,
-        &TMainForm::Action8Execute, &TMainForm::Action9Execute};
     ActionList1 = new QActionGroup(this);
     ActionList1->setObjectName(QStringLiteral("ActionList1"));
-    auto* const manager = new ui::ActionManager(QStringLiteral("ActionManager1"), *ActionToolBar1, this);
+    ActionManager1 = new ui::ActionManager(QStringLiteral("ActionManager1"), *ActionToolBar1, this);
+    struct Slot {
+        QAction* TMainForm::*member;
+        void (TMainForm::*handler)(QObject& sender);
+    };
+    static constexpr std::array<Slot, app::commands.size()> slotsOfCommands{{
+        {&TMainForm::Action1, &TMainForm::Action1Execute},
+        {&TMainForm::Action4, &TMainForm::Action4Execute},
+        {&TMainForm::Action7, &TMainForm::Action7Execute},
+        {&TMainForm::Action8, &TMainForm::Action8Execute},
+        {&TMainForm::Action9, &TMainForm::Action9Execute},
+    }};
     for (std::size_t index = 0; index < app::commands.size(); ++index) {
         const app::CommandSpec& command = app::commands[index];
-        auto* const action = new QAction(QStringView(command.caption).toString(), ActionList1);
+        auto* const action = new QAction(toQString(command.caption), ActionList1);
+        this->*slotsOfCommands[index].member = action;
         action->setObjectName(QString::fromLatin1(command.name));
-        action->setStatusTip(QStringView(command.hint).toString());
-        connect(action, &QAction::triggered, this, [this, action, handler = handlers[index]] {
+        action->setStatusTip(toQString(command.hint));
+        connect(action, &QAction::triggered, this, [this, action, handler = slotsOfCommands[index].handler] {
             ui::guarded(*ActionToolBar1, [&] { (this->*handler)(*action); });
         });
         if (command.edition == nullptr) {
-            manager->addSeparator();
+            ActionManager1->addSeparator();
         }
-        manager->addButton(*action, QStringView(command.toolBarCaption).toString());
+        ActionManager1->addButton(*action, toQString(command.toolBarCaption));
     }
 }
 
@@ -143,11 +149,8 @@ void TMainForm::createStatusBar() {
         {"HintPanel", 0, hintColor},
     }};
     dxStatusBar1 = new ui::StatusBar(QStringLiteral("dxStatusBar1"), statusBarHeight, panels,
-                                     ui::pixelFont(tahoma(), 13, true),
+                                     ui::pixelFont(tahoma(), 13, true), statusBarColor,
                                      ui::loadSkin(QStringLiteral("DEFAULTUSERSKINDATA")), this);
-    QPalette colors = dxStatusBar1->palette();
-    colors.setColor(QPalette::WindowText, statusBarColor);
-    dxStatusBar1->setPalette(colors);
 }
 
 QWidget& TMainForm::clientPanel() {
@@ -172,22 +175,23 @@ void TMainForm::N1Click(QObject&) {
 }
 
 void TMainForm::Action1Execute(QObject&) {
-    openEdition(data::editions[0]);
+    openEdition(app::commands[0]);
 }
 
 void TMainForm::Action4Execute(QObject&) {
-    openEdition(data::editions[1]);
+    openEdition(app::commands[1]);
 }
 
 void TMainForm::Action7Execute(QObject&) {
-    openEdition(data::editions[2]);
+    openEdition(app::commands[2]);
 }
 
 void TMainForm::Action8Execute(QObject&) {
-    openEdition(data::editions[3]);
+    openEdition(app::commands[3]);
 }
 
-void TMainForm::openEdition(const data::Edition& edition) {
+void TMainForm::openEdition(const app::CommandSpec& command) {
+    const data::Edition& edition = *command.edition;
     if (Tag != 0 && Tag != edition.number) {
         // Called rather than triggered, so that a browser that fails to close ends this command too.
         Action9Execute(*this);
@@ -198,7 +202,7 @@ void TMainForm::openEdition(const data::Edition& edition) {
         Tag = edition.number;
         DM->chooseEdition(edition);
         TTERForm::create(*this);
-        TERForm->setBanner(QStringLiteral("   ") + QStringView(edition.caption).toString());
+        TERForm->setBanner(QStringLiteral("   ") + toQString(command.caption));
     }
     TERForm->showForm();
 }

@@ -8,13 +8,18 @@
 #include <QAction>
 #include <QFrame>
 #include <QMenuBar>
-#include <QToolBar>
 #include <QWidget>
 
 #include <array>
 #include <exception>
 
 class QActionGroup;
+
+namespace ui {
+class ActionManager;
+class ApplicationEvents;
+class FlatToolBar;
+} // namespace ui
 
 /// The main window: menu, edition tool bar, client panel for the catalog browser, and status bar.
 class TMainForm final : public QWidget, public browser::BrowserHost {
@@ -28,22 +33,36 @@ public:
     /// The open-browser marker: 0, or the number of the edition whose browser is open.
     int Tag = 0;
 
-    QMenuBar* MainMenu1;
-    QAction* N1;
-    QToolBar* ActionToolBar1;
-    QFrame* Panel1;
-    ui::StatusBar* dxStatusBar1;
-    QActionGroup* ActionList1;
-    ui::OpenDialog* OpenDialog1;
+    QMenuBar* MainMenu1 = nullptr;
+    QAction* N1 = nullptr;
+    ui::StatusBar* dxStatusBar1 = nullptr;
+    ui::ApplicationEvents* ApplicationEvents1 = nullptr;
+    QFrame* Panel1 = nullptr;
+    ui::OpenDialog* OpenDialog1 = nullptr;
+    QActionGroup* ActionList1 = nullptr;
+    QAction* Action1 = nullptr;
+    QAction* Action4 = nullptr;
+    QAction* Action7 = nullptr;
+    QAction* Action8 = nullptr;
+    QAction* Action9 = nullptr;
+    ui::ActionManager* ActionManager1 = nullptr;
+    ui::FlatToolBar* ActionToolBar1 = nullptr;
 
+    /// Asks for a server and connects to the catalog there; only the status bar tells the outcome.
     void N1Click(QObject& sender);
+    /// The edition commands: close the browser of another edition, open or show that of their own. Throw what
+    /// the database raises.
     void Action1Execute(QObject& sender);
     void Action4Execute(QObject& sender);
     void Action7Execute(QObject& sender);
     void Action8Execute(QObject& sender);
+    /// Closes the browser; without one, the program.
     void Action9Execute(QObject& sender);
+    /// Shows the application's hint in the status bar.
     void ApplicationEvents1Hint(QObject& sender);
+    /// Logs and shows an exception; does nothing once the program ends. Throws FileError when the log fails.
     void ApplicationEvents1Exception(QObject& sender, const std::exception& exception);
+    /// Closes the connection with the window. Throws db::DatabaseError.
     void FormClose();
 
     [[nodiscard]] QWidget& clientPanel() override;
@@ -58,7 +77,7 @@ private:
     void createToolBar();
     void createClientPanel();
     void createStatusBar();
-    void openEdition(const data::Edition& edition);
+    void openEdition(const app::CommandSpec& command);
 };
 
 /// The main window of the running program.

@@ -9,6 +9,15 @@
 
 #include <QIcon>
 
+#include <clocale>
+#include <cstdlib>
+#include <cstring>
+#include <exception>
+
+#ifndef Q_OS_WIN
+#include <langinfo.h>
+#endif
+
 /// The resources lie in a library, which does not register them by itself; the macro works only outside of
 /// namespaces.
 static void initResources() {
@@ -19,13 +28,20 @@ namespace app {
 
 namespace {
 
+/// Without a UTF-8 locale the database's client library gives up where a path, such as the program's own, has
+/// letters beyond ASCII.
+void useUtf8() {
+#ifndef Q_OS_WIN
+    if (std::strcmp(nl_langinfo(CODESET), "UTF-8") != 0) {
+        std::setlocale(LC_CTYPE, "C.UTF-8");
+    }
+#endif
+}
+
 constexpr int dragCopyCursor = -23;
 
-} // namespace
-
-int run(int argc, char** argv) {
-    initResources();
-    ui::Application application(argc, argv);
+/// Everything that the running program consists of, from the style to the end of the message loop.
+int runWindows() {
     ui::Application::setWindowIcon(QIcon(QStringLiteral(":/icon/tarvelo")));
     ui::installFontSubstitutes();
     // Without its style the program looks plainer, no more; the failure has been shown.
@@ -39,6 +55,21 @@ int run(int argc, char** argv) {
     TMainForm mainForm;
     mainForm.showMaximized();
     return ui::Application::exec();
+}
+
+} // namespace
+
+int run(int argc, char** argv) {
+    initResources();
+    ui::Application application(argc, argv);
+    useUtf8();
+    try {
+        return runWindows();
+    } catch (const std::exception& error) {
+        // Before the main window stands there is nowhere to log to.
+        ui::Application::showException(error);
+        return EXIT_FAILURE;
+    }
 }
 
 } // namespace app

@@ -1,6 +1,8 @@
 #include "base/error.h"
 
+#include <algorithm>
 #include <typeinfo>
+#include <utility>
 
 #if __has_include(<cxxabi.h>)
 #include <cxxabi.h>

@@ -2,6 +2,7 @@
 
 #include "base/error.h"
 #include "base/executable.h"
+#include "base/text.h"
 #include "browser/banner.h"
 #include "browser/catalog_selection.h"
 #include "browser/grid_layout.h"
@@ -39,10 +40,6 @@ constexpr QRect buttonPlace(0, 10, 121, 25);
 constexpr int treeMargin = 3;
 const QColor bannerColor(0, 0, 255);
 const QColor selectorBackground(255, 251, 240);
-
-QString qString(std::u16string_view text) {
-    return QStringView(text).toString();
-}
 
 template <typename Widget>
 Widget* named(Widget* widget, const char* name) {
@@ -259,12 +256,12 @@ void TTERForm::createSelectors(QVBoxLayout& layout) {
         QPalette colors = selector->palette();
         colors.setColor(QPalette::Base, selectorBackground);
         selector->setPalette(colors);
-        const QString hint = qString(spec.hint);
+        const QString hint = toQString(spec.hint);
         selector->setToolTip(hint);
         selector->setStatusTip(hint);
         selector->setAccessibleName(hint);
         selector->lineEdit()->setPlaceholderText(hint);
-        selector->setEditText(qString(spec.initialText));
+        selector->setEditText(toQString(spec.initialText));
         bar->addWidget(selector);
         if (spec.member == &TTERForm::cxComboBox1) {
             Panel3 = makePanel(Panel2, "Panel3", QFrame::NoFrame);
@@ -290,7 +287,7 @@ void TTERForm::createBody(QVBoxLayout& layout) {
 void TTERForm::createTab(const TabPlace& place) {
     QWidget* const sheet = named(new QWidget, place.sheetName);
     this->*place.sheet = sheet;
-    cxPageControl1->addTab(sheet, qString(place.caption));
+    cxPageControl1->addTab(sheet, toQString(place.caption));
     // Created in the order of the keyboard: the grids, then the button above them.
     auto* const grids = new QStackedLayout;
     grids->setStackingMode(QStackedLayout::StackAll);
@@ -424,8 +421,8 @@ void TTERForm::closed() {
 void TTERForm::exportTab(const ExportSpec& spec) {
     const QString selection =
         spec.ofSelection ? cxComboBox1->currentText() + cxComboBox2->currentText() : QString();
-    const QString name =
-        exporter::exportFileName(executable::folder(), cxLabel1->text(), qString(spec.fixedText), selection);
+    const QString name = exporter::exportFileName(executable::folder(), cxLabel1->text(),
+                                                  toQString(spec.fixedText), selection);
     exporter::exportGrid(name, this->*spec.grid);
     ui::showMessage(QStringLiteral("Выгрузка завершена"));
 }

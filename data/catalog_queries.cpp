@@ -1,5 +1,7 @@
 #include "data/catalog_queries.h"
 
+#include "base/text.h"
+
 namespace data {
 
 namespace {
@@ -7,7 +9,7 @@ namespace {
 QStringList columnNames(std::span<const db::FieldSpec> fields) {
     QStringList names;
     for (const db::FieldSpec& field : fields) {
-        names += QStringView(field.column).toString();
+        names += toQString(field.column);
     }
     return names;
 }
@@ -38,7 +40,7 @@ QStringList initialQuery(std::span<const db::FieldSpec> fields, std::u16string_v
         lines += indent + name + (&name == &names.last() ? QString() : QStringLiteral(","));
     }
     const QString trailing = selection == Selection::Whole ? QStringLiteral(" ") : QString();
-    lines << QStringLiteral("FROM") << indent + QStringView(table).toString() + trailing;
+    lines << QStringLiteral("FROM") << indent + toQString(table) + trailing;
     return lines + tailOf(selection);
 }
 

@@ -1,5 +1,6 @@
 #include "data/data_modul.h"
 
+#include "base/text.h"
 #include "data/catalog_fields.h"
 #include "data/catalog_queries.h"
 
@@ -82,6 +83,12 @@ TDM::TDM(QObject* parent)
     setObjectName(QStringLiteral("DM"));
 }
 
+TDM::~TDM() {
+    if (DM == this) {
+        DM = nullptr;
+    }
+}
+
 std::array<db::DataSet*, 10> TDM::dataSets() {
     return {&pFIBDataSet1, &pFIBDataSet2, &pFIBDataSet3, &pFIBDataSet4, &pFIBDataSet5,
             &pFIBDataSet6, &pFIBDataSet7, &pFIBDataSet8, &pFIBDataSet9, &pFIBDataSet10};
@@ -96,9 +103,9 @@ std::array<db::DataSet*, 5> TDM::selectionDataSets() {
 }
 
 grid::DataSource& TDM::dataSource(std::u16string_view name) {
-    auto* const found = findChild<grid::DataSource*>(QStringView(name).toString());
+    auto* const found = findChild<grid::DataSource*>(toQString(name));
     if (found == nullptr) {
-        throw std::logic_error("no data source " + QStringView(name).toString().toStdString());
+        throw std::logic_error("no data source " + toQString(name).toStdString());
     }
     return *found;
 }

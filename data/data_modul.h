@@ -19,6 +19,7 @@ class TDM final : public QObject {
 
 public:
     explicit TDM(QObject* parent = nullptr);
+    ~TDM() override;
 
     db::Connection pFIBDatabase1;
     db::Transaction RFIBTransaction;

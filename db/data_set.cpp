@@ -1,5 +1,6 @@
 #include "db/data_set.h"
 
+#include "base/text.h"
 #include "db/connection.h"
 #include "db/decimal.h"
 #include "db/named_parameters.h"
@@ -71,9 +72,7 @@ DataSet::DataSet(const QString& name, std::span<const FieldSpec> fields, QString
     setObjectName(name);
     for (const FieldSpec& spec : fields) {
         const auto index = static_cast<int>(fields_.size());
-        const QString column =
-            QString::fromUtf16(spec.column.data(), static_cast<qsizetype>(spec.column.size()));
-        fields_.push_back(new Field(spec, index, name + column, this));
+        fields_.push_back(new Field(spec, index, name + toQString(spec.column), this));
     }
     syncParameters();
     connection_.add(*this);

@@ -118,7 +118,7 @@ signals:
     void aboutToReset();
     /// The rows have been replaced.
     void reset();
-    /// Another row has become current, -1 for none. Not emitted within a reset.
+    /// Another row has become current. Not emitted within a reset.
     void currentRowChanged(int row);
 
 private:

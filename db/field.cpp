@@ -1,15 +1,15 @@
 #include "db/field.h"
 
+#include "base/text.h"
+
 namespace db {
 
 Field::Field(const FieldSpec& spec, int index, const QString& name, QObject* parent)
     : QObject(parent),
       spec_(spec),
       index_(index),
-      column_(QString::fromUtf16(spec.column.data(), static_cast<qsizetype>(spec.column.size()))),
-      displayLabel_(spec.label.empty()
-                        ? column_
-                        : QString::fromUtf16(spec.label.data(), static_cast<qsizetype>(spec.label.size()))) {
+      column_(toQString(spec.column)),
+      displayLabel_(spec.label.empty() ? column_ : toQString(spec.label)) {
     setObjectName(name);
 }
 

@@ -91,9 +91,13 @@ void ReplacementFile::lock() {
     if (lock_.tryLock(0)) {
         return;
     }
-    const bool taken = lock_.error() == QLockFile::LockFailedError;
-    throw ExportError(target_, taken ? QStringLiteral("этот файл сейчас записывает другая программа")
-                                     : reasonAgainstWriting(target_));
+    if (lock_.error() != QLockFile::LockFailedError) {
+        throw ExportError(target_, reasonAgainstWriting(target_));
+    }
+    // A lock that a power cut left unreadable stays for good; the user must know what to remove.
+    throw ExportError(
+        target_, QStringLiteral("этот файл сейчас записывает другая программа; если это не так, удалите «%1»")
+                     .arg(lock_.fileName()));
 }
 
 void ReplacementFile::flushToDisk() const {

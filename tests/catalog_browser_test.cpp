@@ -8,6 +8,7 @@
 #include "support/printing.h"
 #include "support/waiting.h"
 #include "ui/application.h"
+#include "ui/flat_tool_bar.h"
 #include "ui/screen_cursor.h"
 
 #include <QComboBox>
@@ -16,6 +17,7 @@
 #include <QLineEdit>
 #include <QPixmapCache>
 #include <QPointer>
+#include <QPushButton>
 #include <QTabWidget>
 #include <QTest>
 
@@ -274,6 +276,59 @@ TEST(Lifecycle, HoldsNoMoreMemoryHoweverOftenTheChoiceChanges) {
         round(number);
     }
     EXPECT_LT(mallinfo2().uordblks, before + 100'000);
+}
+
+/// Clicks an export button; returns the message that follows and, after a blank line, the workbooks that are
+/// new.
+QString exportBy(const QString& button) {
+    const QDir folder(executable::folder());
+    const QStringList before = folder.entryList(QDir::Files | QDir::Hidden);
+    QString shown;
+    test::acceptNextMessage(shown);
+    auto* const clicked = TERForm->findChild<QPushButton*>(button);
+    TERForm->cxPageControl1->setCurrentWidget(clicked->parentWidget()->parentWidget());
+    QTest::mouseClick(clicked, Qt::LeftButton);
+    QStringList added = folder.entryList(QDir::Files | QDir::Hidden);
+    added.removeIf([&](const QString& name) { return before.contains(name) || name.endsWith(".log"); });
+    for (const QString& name : added) {
+        QFile::remove(folder.filePath(name));
+    }
+    return (shown + '|' + added.join('|'));
+}
+
+TEST(ExportButtons, NameTheFileAfterEditionTabRegionAndPeriod) {
+    CatalogWindow window(test::limitsServer);
+    window.choose("Action8");
+    const std::map<QString, QString> expected{
+        {"Button1", "_КТЦ_Материалы_В пределах202403"},
+        {"Button2", "_КТЦ_Материалы_оглавление_В пределах202403"},
+        {"Button3", "_КТЦ_Машины_В пределах202403"},
+        {"Button4", "_КТЦ_Труд_В пределах202403"},
+        {"Button5", "_Регионы"},
+        {"Button6", "_Фирмы"},
+        {"Button7", "_Региональные коэффициенты"},
+        {"Button8", "_Каталог перевозка_В пределах202403"},
+    };
+    for (const auto& [button, text] : expected) {
+        EXPECT_EQ(exportBy(button), "Выгрузка завершена|   ФЕР2020" + text + ".xlsx");
+    }
+    type(*TERForm->cxComboBox1, "Респ. Коми");
+    EXPECT_EQ(exportBy("Button4"), "Выгрузка завершена|   ФЕР2020_КТЦ_Труд_Респ.xlsx");
+    type(*TERForm->cxComboBox1, " ");
+    type(*TERForm->cxComboBox2, "ж:\"中");
+    EXPECT_EQ(exportBy("Button4"), "Выгрузка завершена|   ФЕР2020_КТЦ_Труд_ ж:\"中.xlsx");
+
+    for (const QString& region : {QString("а/б"), QString(255, u'ы')}) {
+        type(*TERForm->cxComboBox1, region);
+        const QString outcome = exportBy("Button3");
+        EXPECT_TRUE(outcome.contains(region) && !outcome.contains("завершена") && outcome.endsWith('|'))
+            << outcome.toStdString();
+        EXPECT_TRUE(TERForm->cxGrid4->isEnabled());
+    }
+    QFile log(app::ErrorLog::path());
+    ASSERT_TRUE(log.open(QIODevice::ReadOnly));
+    EXPECT_EQ(log.readAll().count(" Компонент Button3\r\n"), 2);
+    EXPECT_EQ(ui::screenCursor(), ui::ScreenCursor::Default);
 }
 
 } // namespace

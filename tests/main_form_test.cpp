@@ -8,6 +8,7 @@
 #include "support/printing.h"
 #include "support/waiting.h"
 #include "ui/application.h"
+#include "ui/flat_tool_bar.h"
 
 #include <QActionGroup>
 #include <QDir>
@@ -117,7 +118,7 @@ TEST_F(MainFormTest, LogsOneLineForAnErrorAndShowsIt) {
     ui::application().handleException(*form_.Panel1, db::DatabaseError("первая"));
     EXPECT_EQ(shown, "первая");
     acceptNextMessage(shown);
-    ui::application().handleException(ui::application(), std::runtime_error("вторая"));
+    ui::application().handleException(ui::application(), std::runtime_error("вторая\r\nв две строки\n"));
 
     const QStringList lines = logLines();
     ASSERT_EQ(lines.size(), 3);
@@ -125,7 +126,9 @@ TEST_F(MainFormTest, LogsOneLineForAnErrorAndShowsIt) {
     EXPECT_TRUE(
         QRegularExpression(time + ":DatabaseError:первая Компонент Panel1$").match(lines[0]).hasMatch())
         << lines[0].toStdString();
-    EXPECT_TRUE(QRegularExpression(time + ":runtime_error:вторая Компонент $").match(lines[1]).hasMatch())
+    EXPECT_TRUE(QRegularExpression(time + ":runtime_error:вторая в две строки  Компонент $")
+                    .match(lines[1])
+                    .hasMatch())
         << lines[1].toStdString();
     EXPECT_EQ(lines[2], "");
 

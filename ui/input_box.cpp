@@ -16,7 +16,7 @@ QString inputBox(QWidget* parent, const QString& caption, const QString& prompt,
     dialog.setWindowTitle(caption);
     dialog.setLabelText(prompt);
     dialog.setTextValue(preset);
-    dialog.setMinimumWidth(minimumWidth);
+    dialog.resize(minimumWidth, dialog.sizeHint().height());
     return dialog.exec() == QDialog::Accepted ? dialog.textValue() : preset;
 }
 

@@ -6,7 +6,6 @@ namespace ui {
 struct KeyboardState {
     bool capsLock = false;
     bool numLock = false;
-    bool scrollLock = false;
 };
 
 /// Asks the system; all off where it cannot be asked.

@@ -24,11 +24,14 @@ void setColor(QLabel& label, const QColor& color) {
 } // namespace
 
 StatusBar::StatusBar(const QString& name, int height, std::span<const TextPanelSpec> panels,
-                     const QFont& font, const Skin& skin, QWidget* parent)
+                     const QFont& font, const QColor& fontColor, const Skin& skin, QWidget* parent)
     : QWidget(parent), skin_(skin) {
     setObjectName(name);
     setFixedHeight(height);
     setFont(font);
+    QPalette colors = this->palette();
+    colors.setColor(QPalette::WindowText, fontColor);
+    setPalette(colors);
     auto* const layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
@@ -104,7 +107,8 @@ bool StatusBar::eventFilter(QObject* watched, QEvent* event) {
 void StatusBar::updateKeyboardState() {
     const KeyboardState state = readKeyboardState();
     const auto show = [this](Indicator indicator, bool active) {
-        setColor(*keyIndicators_[indicator], active ? skin_.activeText : skin_.inactiveText);
+        setColor(*keyIndicators_[indicator],
+                 active ? palette().color(QPalette::WindowText) : skin_.inactiveText);
     };
     show(CapsLock, state.capsLock);
     show(NumLock, state.numLock);

@@ -23,7 +23,7 @@ class StatusBar final : public QWidget {
 
 public:
     StatusBar(const QString& name, int height, std::span<const TextPanelSpec> panels, const QFont& font,
-              const Skin& skin, QWidget* parent);
+              const QColor& fontColor, const Skin& skin, QWidget* parent);
 
     /// Text panel by position, from 0.
     void setText(int panel, const QString& text);

@@ -4,14 +4,27 @@
 #include "ui/application.h"
 
 #include <QPalette>
+#include <QProxyStyle>
 #include <QSettings>
-#include <QStyleFactory>
 
 #include <array>
 
 namespace ui {
 
 namespace {
+
+/// Standard buttons without icons.
+class PlainButtonStyle final : public QProxyStyle {
+public:
+    using QProxyStyle::QProxyStyle;
+
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* returned) const override {
+        return hint == SH_DialogButtonBox_ButtonsHaveIcons
+                   ? 0
+                   : QProxyStyle::styleHint(hint, option, widget, returned);
+    }
+};
 
 struct RoleName {
     const char* name;
@@ -65,7 +78,7 @@ QPalette loadPalette(const QString& resource) {
 bool trySetStyle(const QString& name) {
     try {
         const QPalette palette = loadPalette(QStringLiteral(":/style/") + name);
-        QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+        QApplication::setStyle(new PlainButtonStyle(QStringLiteral("Fusion")));
         QApplication::setPalette(palette);
         return true;
     } catch (const FileError& error) {
@@ -78,7 +91,6 @@ Skin loadSkin(const QString& name) {
     const QSettings file(QStringLiteral(":/skin/") + name, QSettings::IniFormat);
     return {requiredColor(file, QStringLiteral("statusBar/separator")),
             file.value(QStringLiteral("statusBar/separatorInset")).toInt(),
-            requiredColor(file, QStringLiteral("statusBar/activeText")),
             requiredColor(file, QStringLiteral("statusBar/inactiveText"))};
 }
 

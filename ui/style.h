@@ -13,7 +13,6 @@ bool trySetStyle(const QString& name);
 struct Skin {
     QColor separator;
     int separatorInset = 0; ///< pixels left free above and below a separator
-    QColor activeText;
     QColor inactiveText;
 };
 

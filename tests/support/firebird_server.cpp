@@ -53,6 +53,9 @@ void FirebirdServer::kill() const {
         throw std::runtime_error("no server.pid");
     }
     const int pid = file.readAll().trimmed().toInt();
+    if (pid <= 1) {
+        throw std::runtime_error("server.pid holds no process");
+    }
     ::kill(pid, SIGKILL);
     while (::kill(pid, 0) == 0 && QFile::exists(QStringLiteral("/proc/%1/exe").arg(pid)) &&
            !QFile(QStringLiteral("/proc/%1/exe").arg(pid)).symLinkTarget().isEmpty()) {

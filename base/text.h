@@ -1,0 +1,10 @@
+#pragma once
+
+#include <QString>
+
+#include <string_view>
+
+/// A text of a constant table as the framework's string.
+[[nodiscard]] inline QString toQString(std::u16string_view text) {
+    return QStringView(text).toString();
+}

@@ -1,0 +1,36 @@
+"""Goes through the steps, each with a line and a screenshot."""
+import signal
+import sys
+import time
+from pathlib import Path
+
+from gi.repository import GLib
+
+from tour.catalog import DatabaseError
+from tour.desktop import TourError, screenshot
+from tour.steps import STEPS, Tour
+
+
+def main(executable, folder, scale):
+    signal.signal(signal.SIGTERM, lambda *_: sys.exit(128 + signal.SIGTERM))
+    began = time.monotonic()
+    tour = Tour(Path(executable), Path(folder), float(scale))
+    try:
+        for number, (name, step, *arguments) in enumerate(STEPS, start=1):
+            picture = tour.folder / f"{number:02}-{name}.png"
+            try:
+                outcome = step(tour, *arguments)
+            except (TourError, DatabaseError, GLib.Error) as error:
+                screenshot(picture.with_stem(picture.stem + "-failed"))
+                print(f"{number:02} {name}: FAILED. {error}{tour.program.obituary()}", flush=True)
+                return 1
+            screenshot(picture)
+            print(f"{number:02} {name}: {outcome}", flush=True)
+    finally:
+        tour.end()
+    print(f"The tour is over: {len(STEPS)} steps in {time.monotonic() - began:.0f} s; "
+          f"the screenshots and workbooks are in {tour.folder}")
+    return 0
+
+
+sys.exit(main(*sys.argv[1:]))

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QToolBar>
+
+namespace ui {
+
+/// A tool bar in the plain colour of its palette, its buttons side by side.
+class FlatToolBar final : public QToolBar {
+    Q_OBJECT
+
+public:
+    explicit FlatToolBar(QWidget* parent);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
+
+} // namespace ui

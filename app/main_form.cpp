@@ -86,6 +86,7 @@ void TMainForm::createMenu() {
     MainMenu1 = new QMenuBar(this);
     MainMenu1->setObjectName(QStringLiteral("MainMenu1"));
     MainMenu1->setPalette(QApplication::palette());
+    MainMenu1->setFont(ui::fixedTextFont(tahoma(), 11));
     N1 = MainMenu1->addAction(QStringLiteral("Открыть базу данных"));
     N1->setObjectName(QStringLiteral("N1"));
     N1->setStatusTip(N1->text());
@@ -149,7 +150,7 @@ void TMainForm::createStatusBar() {
         {"HintPanel", 0, hintColor},
     }};
     dxStatusBar1 = new ui::StatusBar(QStringLiteral("dxStatusBar1"), statusBarHeight, panels,
-                                     ui::pixelFont(tahoma(), 13, true), statusBarColor,
+                                     ui::fixedTextFont(tahoma(), 13, true), statusBarColor,
                                      ui::loadSkin(QStringLiteral("DEFAULTUSERSKINDATA")), this);
 }
 

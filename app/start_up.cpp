@@ -6,8 +6,10 @@
 #include "ui/cursor_table.h"
 #include "ui/fonts.h"
 #include "ui/style.h"
+#include "ui/xpm_resource.h"
 
 #include <QIcon>
+#include <QPixmap>
 
 #include <clocale>
 #include <cstdlib>
@@ -42,7 +44,7 @@ constexpr int dragCopyCursor = -23;
 
 /// Everything that the running program consists of, from the style to the end of the message loop.
 int runWindows() {
-    ui::Application::setWindowIcon(QIcon(QStringLiteral(":/icon/tarvelo")));
+    ui::Application::setWindowIcon(QPixmap::fromImage(ui::readXpmResource(QStringLiteral(":/icon/tarvelo"))));
     ui::installFontSubstitutes();
     // Without its style the program looks plainer, no more; the failure has been shown.
     static_cast<void>(ui::trySetStyle(QStringLiteral("SLATECLASSICO")));
@@ -61,6 +63,8 @@ int runWindows() {
 
 int run(int argc, char** argv) {
     initResources();
+    // The menu belongs into the window; asking the desktop for a place elsewhere would hold up the start.
+    ui::Application::setAttribute(Qt::AA_DontUseNativeMenuBar);
     ui::Application application(argc, argv);
     useUtf8();
     try {

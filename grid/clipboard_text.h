@@ -14,7 +14,8 @@ struct RowRange {
     int last;
 };
 
-/// A cell's text, quoted where it holds tabs, quotes or line breaks, so that spreadsheets take it for one cell.
+/// A cell's text, quoted where it holds tabs, quotes or line breaks, so that spreadsheets take it for one
+/// cell.
 [[nodiscard]] QString clipboardCell(QString cell);
 
 /// The cells of these rows as text that spreadsheets paste: tabs between cells, a line a row.

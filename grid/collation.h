@@ -18,11 +18,13 @@ namespace grid::collation {
 /// A text that others are searched for, without regard to case.
 class Needle {
 public:
+    /// `text` is WIN1251, as what it is searched for in.
     explicit Needle(std::string_view text);
 
     [[nodiscard]] bool isEmpty() const { return folded_.empty(); }
     /// Where the first occurrence in `text` begins; npos when there is none.
     [[nodiscard]] std::size_t findIn(std::string_view text) const;
+    /// Whether `text` begins with it.
     [[nodiscard]] bool isStartOf(std::string_view text) const;
 
 private:
@@ -40,8 +42,6 @@ private:
     Cases first_;
     Cases last_;
     std::basic_string<std::uint8_t> folded_;
-    std::array<std::uint8_t, 256>
-        steps_{}; ///< how far a byte under the needle's last place moves the needle on
 };
 
 } // namespace grid::collation

@@ -1,5 +1,6 @@
 #include "grid/column.h"
 
+#include "base/text.h"
 #include "db/data_set.h"
 
 namespace grid {
@@ -7,11 +8,11 @@ namespace grid {
 Column::Column(const ColumnSpec& spec, const db::DataSet& dataSet, QObject* parent)
     : QObject(parent),
       spec_(spec),
-      fieldName_(QString::fromUtf16(spec.field.data(), static_cast<qsizetype>(spec.field.size()))),
+      fieldName_(toQString(spec.field)),
       field_(dataSet.findField(fieldName_)),
       headerText_(field_ ? field_->displayLabel() : fieldName_),
       width_(designWidth()) {
-    setObjectName(QString::fromUtf16(spec.name.data(), static_cast<qsizetype>(spec.name.size())));
+    setObjectName(toQString(spec.name));
 }
 
 Qt::Alignment Column::alignment() const {

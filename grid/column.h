@@ -17,6 +17,7 @@ class Column final : public QObject {
     Q_OBJECT
 
 public:
+    /// Binds to the field of `dataSet` that the spec names.
     Column(const ColumnSpec& spec, const db::DataSet& dataSet, QObject* parent);
 
     /// Column name of the field, whether or not the dataset has it.
@@ -28,7 +29,9 @@ public:
     [[nodiscard]] Qt::Alignment headerAlignment() const { return spec_.headerAlignment; }
     /// Alignment of the values.
     [[nodiscard]] Qt::Alignment alignment() const;
+    /// Whether the view shows the column.
     [[nodiscard]] bool isVisible() const { return spec_.visible; }
+    /// Width in pixels by design, which counts in relation to the other columns'.
     [[nodiscard]] int designWidth() const { return spec_.width > 0 ? spec_.width : defaultColumnWidth; }
 
     /// Present width in pixels; the design width until the view has been laid out.

@@ -10,8 +10,10 @@ namespace grid {
 
 void showCutTextTip(const QHelpEvent& event, QWidget& viewport, const QRect& cell, const QString& text) {
     if (cellText::isCut(text, cell.width(), viewport.font())) {
-        // As rich text it would wrap, but the data is no markup.
-        QToolTip::showText(event.globalPos(), QStringLiteral("<p>%1</p>").arg(text.toHtmlEscaped()), &viewport, cell);
+        // Rich text, as only that wraps in a tool tip; escaped, as the data is no markup.
+        QString lines = text.toHtmlEscaped();
+        lines.replace(u'\n', QStringLiteral("<br>"));
+        QToolTip::showText(event.globalPos(), QStringLiteral("<p>%1</p>").arg(lines), &viewport, cell);
     } else {
         QToolTip::hideText();
     }

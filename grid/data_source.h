@@ -13,11 +13,12 @@ class DataSource final : public QObject {
     Q_OBJECT
 
 public:
-    DataSource(const QString& name, db::DataSet& dataSet, QObject* parent) :
-        QObject(parent), dataSet_(dataSet) {
+    DataSource(const QString& name, db::DataSet& dataSet, QObject* parent)
+        : QObject(parent), dataSet_(dataSet) {
         setObjectName(name);
     }
 
+    /// The dataset that the views show.
     [[nodiscard]] db::DataSet& dataSet() const { return dataSet_; }
 
 private:

@@ -46,8 +46,10 @@ FilterPopup::FilterPopup(const Column& column, DistinctValues values, const Colu
 
     auto* const buttons = new QHBoxLayout;
     buttons->addStretch();
-    buttons->addWidget(ok);
-    buttons->addWidget(cancel);
+    for (QPushButton* const button : {ok, cancel}) {
+        button->setAutoDefault(true); // Enter presses the button in focus
+        buttons->addWidget(button);
+    }
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(textLabel);
     layout->addWidget(text_);

@@ -18,11 +18,13 @@ class FilterPopup final : public QFrame {
     Q_OBJECT
 
 public:
-    /// `values` are offered, `present` is the filter in force. The column must have a field.
+    /// `values` are offered, those of the filter in force, `present`, among them. The column must have a
+    /// field.
     FilterPopup(const Column& column, DistinctValues values, const ColumnFilter& present, QChar decimalPoint,
                 QWidget* parent);
 
 signals:
+    /// The user wants this filter.
     void accepted(const grid::ColumnFilter& filter);
 
 protected:

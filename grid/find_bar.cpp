@@ -56,6 +56,22 @@ void FindBar::close() {
     view_.setFocus();
 }
 
+void FindBar::findNext() {
+    goOn(true);
+}
+
+void FindBar::findPrevious() {
+    goOn(false);
+}
+
+void FindBar::goOn(bool forward) {
+    // Without the bar nothing would take the marks away again.
+    if (isHidden()) {
+        open();
+    }
+    find(forward, false);
+}
+
 void FindBar::find(bool forward, bool includeCurrent) {
     view_.setMarkedText(text_->text());
     const bool found = text_->text().isEmpty() || view_.findMarked(forward, includeCurrent);

@@ -20,13 +20,15 @@ public:
     void open();
     /// Hides the bar, takes the marks away and gives the focus back to the view.
     void close();
-    void findNext() { find(true, false); }
-    void findPrevious() { find(false, false); }
+    /// Goes to the next or the previous match; shows the bar first when it is hidden.
+    void findNext();
+    void findPrevious();
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void goOn(bool forward);
     void find(bool forward, bool includeCurrent);
 
     TableView& view_;

@@ -17,9 +17,11 @@ public:
 
     /// Puts the cursor into the line and selects its text.
     void open();
+    /// Empties the line.
     void clear();
 
 signals:
+    /// The text to look for is another.
     void textChanged(const QString& text);
     /// The user wants to go on to what has been found.
     void left();

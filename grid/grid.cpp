@@ -1,5 +1,6 @@
 #include "grid/grid.h"
 
+#include "base/text.h"
 #include "grid/filter_bar.h"
 #include "grid/find_bar.h"
 #include "grid/table_view.h"
@@ -9,10 +10,6 @@
 
 namespace grid {
 namespace {
-
-QString toQString(std::u16string_view text) {
-    return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 QVBoxLayout* makeTightLayout(QWidget* parent) {
     auto* const layout = new QVBoxLayout(parent);

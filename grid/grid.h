@@ -17,7 +17,9 @@ class Level final : public QWidget {
 public:
     Level(const GridSpec& spec, DataSource& dataSource, QWidget* parent);
 
+    /// The table itself.
     [[nodiscard]] TableView& view() const { return *view_; }
+    /// The bar above it.
     [[nodiscard]] FindBar& findBar() const { return *findBar_; }
 
 private:
@@ -32,7 +34,9 @@ class Grid final : public QFrame {
 public:
     Grid(const GridSpec& spec, DataSource& dataSource, QWidget* parent);
 
+    /// The page.
     [[nodiscard]] Level& level() const { return *level_; }
+    /// The table on the page.
     [[nodiscard]] TableView& view() const { return level_->view(); }
 
     /// Marks the grid while its view is written to a file.

@@ -91,10 +91,6 @@ private:
 
 } // namespace
 
-CellValue cellValue(const db::DataSet& dataSet, int row, const db::Field& field) {
-    return toValue(cellView(dataSet.rows(), row, field));
-}
-
 QString cellValueText(const CellValue& value, const db::Field& field, QChar decimalPoint) {
     if (const auto* text = std::get_if<std::string>(&value)) {
         return db::win1251::decode(*text);
@@ -121,15 +117,20 @@ std::vector<std::int32_t> filteredRows(const db::DataSet& dataSet, std::span<con
     return result;
 }
 
-DistinctValues distinctValues(const db::DataSet& dataSet, const db::Field& field, std::size_t limit) {
+DistinctValues distinctValues(const db::DataSet& dataSet, const db::Field& field,
+                              const std::set<CellValue>& alwaysListed, std::size_t limit) {
     std::unordered_set<CellView> seen;
     DistinctValues result;
+    for (const CellValue& value : alwaysListed) {
+        seen.insert(toView(value));
+        result.values.push_back(value);
+    }
     for (int row = 0; row < dataSet.rowCount() && result.complete; ++row) {
         const CellView value = cellView(dataSet.rows(), row, field);
         if (seen.contains(value)) {
             continue;
         }
-        if (seen.size() == limit) {
+        if (seen.size() >= limit) {
             result.complete = false;
         } else {
             seen.insert(value);

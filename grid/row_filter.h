@@ -21,8 +21,6 @@ namespace grid {
 /// bytes of a text.
 using CellValue = std::variant<std::monostate, std::int64_t, std::string>;
 
-[[nodiscard]] CellValue cellValue(const db::DataSet& dataSet, int row, const db::Field& field);
-
 /// The value as the cells show it; empty for nothing.
 [[nodiscard]] QString cellValueText(const CellValue& value, const db::Field& field, QChar decimalPoint);
 
@@ -53,8 +51,9 @@ struct DistinctValues {
     bool complete = true;          ///< false when there are more
 };
 
-/// The values of a column, at most `limit`.
+/// The values of a column, at most `limit`. Those `alwaysListed` are among them whether the rows hold them or
+/// not, and even beyond the limit.
 [[nodiscard]] DistinctValues distinctValues(const db::DataSet& dataSet, const db::Field& field,
-                                            std::size_t limit);
+                                            const std::set<CellValue>& alwaysListed, std::size_t limit);
 
 } // namespace grid

@@ -128,6 +128,20 @@ ScrollPosition RowLayout::moved(ScrollPosition from, int rows) const {
     return std::min(from, last);
 }
 
+int RowLayout::scrollValue() const {
+    return top_.row + (top_.offset > 0 && top_ == lastPosition() ? 1 : 0);
+}
+
+int RowLayout::scrollMaximum() const {
+    const ScrollPosition last = lastPosition();
+    return last.row + (last.offset > 0 ? 1 : 0);
+}
+
+ScrollPosition RowLayout::positionAt(int value) const {
+    const ScrollPosition last = lastPosition();
+    return value > last.row ? last : ScrollPosition{value, 0};
+}
+
 int RowLayout::rowOnePageFrom(int row, bool down) const {
     const int step = down ? 1 : -1;
     const int end = down ? rowCount_ - 1 : 0;

@@ -32,8 +32,10 @@ public:
 
     /// Forgets all heights: other rows, widths or fonts. The top row stays as far as there are rows.
     void reset(int rowCount);
+    /// Fits the rows into a viewport of another height.
     void setViewportHeight(int height);
 
+    /// The height of a row, measured or remembered.
     [[nodiscard]] int rowHeight(int row) const;
     /// The rows on screen from top to bottom, also those that are partly visible.
     [[nodiscard]] const std::vector<ShownRow>& shownRows() const;
@@ -42,6 +44,7 @@ public:
     /// The row at `y`, -1 below the last one.
     [[nodiscard]] int rowAt(int y) const;
 
+    /// The position scrolled to.
     [[nodiscard]] ScrollPosition top() const { return top_; }
     /// Scrolls, though not beyond the last position.
     void setTop(ScrollPosition position);
@@ -55,6 +58,15 @@ public:
     /// The position `rows` further down, or up when negative; rows that are taller than the viewport are gone
     /// through piece by piece.
     [[nodiscard]] ScrollPosition moved(ScrollPosition from, int rows) const;
+
+    /// The place of the top row on a scroll bar that counts rows from 0. A last row that is taller than the
+    /// viewport has a value of its own for its end.
+    [[nodiscard]] int scrollValue() const;
+    /// The highest such value.
+    [[nodiscard]] int scrollMaximum() const;
+    /// The position that stands at `value` of the scroll bar.
+    [[nodiscard]] ScrollPosition positionAt(int value) const;
+
     /// The farthest row below or above that fits on screen together with `row`; at least its neighbour.
     [[nodiscard]] int rowOnePageFrom(int row, bool down) const;
 

@@ -15,7 +15,9 @@ public:
     /// `column` is the index of the column that the count stands under; -1 for an empty footer.
     TableFooter(const TableModel& model, const TableHeader& header, int column, QWidget* parent);
 
+    /// The column that the count stands under; -1 for none.
     [[nodiscard]] int column() const { return column_; }
+    /// The count as it is shown; empty in an empty footer.
     [[nodiscard]] QString text() const;
     [[nodiscard]] QSize sizeHint() const override;
 

@@ -2,7 +2,6 @@
 
 #include "grid/cell_text.h"
 #include "grid/column.h"
-#include "grid/column_widths.h"
 #include "grid/table_model.h"
 
 #include <QApplication>
@@ -15,7 +14,6 @@ namespace grid {
 namespace {
 
 // Pixels.
-constexpr int minimumColumnWidth = 24;
 constexpr int filterButtonSize = 15;
 constexpr int sortMarkWidth = 11;
 constexpr int sortNumberWidth = 8;
@@ -27,94 +25,13 @@ QRect filterButtonRect(const QRect& section) {
             section.top() + (section.height() - filterButtonSize) / 2, filterButtonSize, filterButtonSize};
 }
 
-QPolygonF triangle(const QPointF& center, qreal halfWidth, qreal halfHeight) {
-    return QPolygonF({{center.x() - halfWidth, center.y() - halfHeight},
-                      {center.x() + halfWidth, center.y() - halfHeight},
-                      {center.x(), center.y() + halfHeight}});
-}
-
 } // namespace
 
 TableHeader::TableHeader(TableModel& model, QWidget* parent)
-    : QHeaderView(Qt::Horizontal, parent), model_(model) {
-    for (const Column* const column : model.columns()) {
-        weights_.push_back(column->designWidth());
-    }
-    setModel(&model);
-    setSectionsMovable(true);
-    setSectionsClickable(true);
-    setHighlightSections(false);
-    setFocusPolicy(Qt::NoFocus);
-    setMinimumSectionSize(1);
-    setSectionResizeMode(Interactive);
+    : FittedHeader(model, model.columns(), parent), model_(model) {
     viewport()->setMouseTracking(true);
-    for (int i = 0; i < count(); ++i) {
-        setSectionHidden(i, !model.column(i).isVisible());
-    }
-    connect(this, &QHeaderView::sectionResized, this,
-            [this](int column, int, int width) { takeUserWidth(column, width); });
-    connect(this, &QHeaderView::sectionMoved, this, &TableHeader::applyWeights);
     connect(this, &QHeaderView::sectionClicked, this, &TableHeader::toggleSort);
     connect(&model, &TableModel::arrangementChanged, viewport(), qOverload<>(&QWidget::update));
-}
-
-std::vector<int> TableHeader::visibleColumns() const {
-    std::vector<int> columns;
-    for (int visual = 0; visual < count(); ++visual) {
-        if (!isSectionHidden(logicalIndex(visual))) {
-            columns.push_back(logicalIndex(visual));
-        }
-    }
-    return columns;
-}
-
-void TableHeader::fitWidth(int width) {
-    if (width != width_) {
-        width_ = width;
-        applyWeights();
-    }
-}
-
-void TableHeader::applyWeights() {
-    const std::vector<int> columns = visibleColumns();
-    std::vector<double> weights;
-    for (const int column : columns) {
-        weights.push_back(weights_[static_cast<std::size_t>(column)]);
-    }
-    const std::vector<int> widths = shareWidth(weights, width_, minimumColumnWidth);
-    applying_ = true;
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-        resizeSection(columns[i], widths[i]);
-        model_.columns()[static_cast<std::size_t>(columns[i])]->setWidth(widths[i]);
-    }
-    applying_ = false;
-    emit layoutChanged();
-}
-
-void TableHeader::takeUserWidth(int column, int width) {
-    if (applying_ || isSectionHidden(column)) {
-        return;
-    }
-    const std::vector<int> columns = visibleColumns();
-    std::vector<double> weights;
-    for (const int each : columns) {
-        weights.push_back(weights_[static_cast<std::size_t>(each)]);
-    }
-    const auto place = static_cast<std::size_t>(std::ranges::find(columns, column) - columns.begin());
-    dragEdge(weights, place, width, width_, minimumColumnWidth);
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-        weights_[static_cast<std::size_t>(columns[i])] = weights[i];
-    }
-    applyWeights();
-}
-
-int TableHeader::fittedHeight() const {
-    int height = 0;
-    for (const int column : visibleColumns()) {
-        const int width = std::max(1, sectionSize(column) - marksWidth(column));
-        height = std::max(height, cellText::height(model_.column(column).headerText(), width, font()));
-    }
-    return height + 2 * cellText::verticalPadding;
 }
 
 void TableHeader::toggleSort(int column) {
@@ -152,7 +69,7 @@ QRect TableHeader::sectionRect(int column) const {
 }
 
 QRect TableHeader::textRect(int column, const QRect& section) const {
-    const QRect beside = section.adjusted(0, cellText::verticalPadding, -marksWidth(column), 0);
+    const QRect beside = besideMarks(column, section);
     if (column != hovered_ || isFiltered(column)) {
         return beside;
     }
@@ -172,27 +89,15 @@ bool TableHeader::isOverFilterButton(const QPoint& position) const {
 
 void TableHeader::paintSection(QPainter* painter, const QRect& rect, int column) const {
     painter->save();
-    const QColor base = palette().color(QPalette::Button);
-    QLinearGradient gradient(rect.topLeft(), rect.bottomLeft());
-    gradient.setColorAt(0, base.lighter(column == hovered_ ? 112 : 106));
-    gradient.setColorAt(1, base);
-    painter->fillRect(rect, gradient);
-    painter->setPen(QPen(palette().color(QPalette::Mid), 0));
-    painter->drawLine(rect.bottomLeft(), rect.bottomRight());
-    painter->drawLine(rect.topRight(), rect.bottomRight());
-
-    painter->setPen(palette().color(QPalette::Active, QPalette::ButtonText));
-    cellText::draw(*painter, textRect(column, rect), model_.column(column).headerText(),
-                   model_.column(column).headerAlignment());
-    painter->setRenderHint(QPainter::Antialiasing);
-    drawSortMark(*painter, rect, column);
+    drawSection(*painter, rect, column, textRect(column, rect), column == hovered_);
+    drawSortMarks(*painter, rect, column);
     if (model_.column(column).field() && (column == hovered_ || isFiltered(column))) {
         drawFilterButton(*painter, rect, column);
     }
     painter->restore();
 }
 
-void TableHeader::drawSortMark(QPainter& painter, const QRect& section, int column) const {
+void TableHeader::drawSortMarks(QPainter& painter, const QRect& section, int column) const {
     const auto& sort = model_.sortColumns();
     const auto found = std::ranges::find(sort, column, &SortColumn::column);
     if (found == sort.end()) {
@@ -201,9 +106,7 @@ void TableHeader::drawSortMark(QPainter& painter, const QRect& section, int colu
     const QRect area(textRect(column, section).right() + 1, section.top(), marksWidth(column),
                      section.height());
     const QPointF center(area.left() + sortMarkWidth / 2.0, area.center().y() + 0.5);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(palette().color(QPalette::Active, QPalette::ButtonText));
-    painter.drawPolygon(triangle(center, 4, found->descending ? 2.5 : -2.5));
+    drawSortMark(painter, center, found->descending);
     if (sort.size() > 1) {
         QFont small = font();
         small.setPixelSize(std::max(9, fontMetrics().height() * 3 / 5));
@@ -217,13 +120,12 @@ void TableHeader::drawSortMark(QPainter& painter, const QRect& section, int colu
 void TableHeader::drawFilterButton(QPainter& painter, const QRect& section, int column) const {
     const QRect button = filterButtonRect(section);
     const bool inForce = isFiltered(column);
+    painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(palette().color(QPalette::Mid), 0));
     painter.setBrush(palette().color(inForce ? QPalette::Highlight : QPalette::Base));
     painter.drawRoundedRect(QRectF(button).adjusted(0.5, 0.5, -0.5, -0.5), 2, 2);
-    painter.setPen(Qt::NoPen);
-    painter.setBrush(palette().color(inForce ? QPalette::HighlightedText : QPalette::Text));
     const QPointF center = QRectF(button).center();
-    painter.drawPolygon(triangle(center, 4, 2.5));
+    drawTriangle(painter, center, 2.5, palette().color(inForce ? QPalette::HighlightedText : QPalette::Text));
     if (inForce) {
         painter.drawRect(QRectF(center.x() - 1, center.y() - 1, 2, 5)); // the neck makes it a funnel
     }

@@ -34,6 +34,7 @@ public:
     TableModel(db::DataSet& dataSet, std::vector<Column*> columns, QObject* parent);
 
     [[nodiscard]] db::DataSet& dataSet() const { return dataSet_; }
+    /// All columns, the hidden ones among them, by index.
     [[nodiscard]] const std::vector<Column*>& columns() const { return columns_; }
     [[nodiscard]] const Column& column(int index) const { return *columns_[static_cast<std::size_t>(index)]; }
 
@@ -55,10 +56,12 @@ public:
     /// Sorts by these columns, the first one first; columns without a field are left out. None: the dataset's
     /// order.
     void sortBy(std::vector<SortColumn> columns);
+    /// What the rows are sorted by, the first column first.
     [[nodiscard]] const std::vector<SortColumn>& sortColumns() const { return sortColumns_; }
 
     /// Filters by one column; an empty filter takes the column's filter away.
     void setFilter(int column, ColumnFilter filter);
+    /// Takes all filters away.
     void clearFilters();
     /// The filters in force by column.
     [[nodiscard]] const std::map<int, ColumnFilter>& filters() const { return filters_; }

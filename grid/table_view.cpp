@@ -1,5 +1,6 @@
 #include "grid/table_view.h"
 
+#include "base/text.h"
 #include "db/data_set.h"
 #include "grid/cell_text.h"
 #include "grid/column.h"
@@ -14,33 +15,17 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QHelpEvent>
-#include <QKeyEvent>
-#include <QPainter>
 #include <QScopedValueRollback>
 #include <QScreen>
 #include <QScrollBar>
-#include <QWheelEvent>
 
 #include <algorithm>
 
 namespace grid {
 namespace {
 
-constexpr QRgb gridLineColor = qRgb(192, 192, 192);
 /// Values that a filter offers for choosing one by one.
 constexpr std::size_t filterValueLimit = 1000;
-/// Milliseconds between two rows while a selection is drawn beyond the edge.
-constexpr int dragScrollInterval = 40;
-
-QString toQString(std::u16string_view text) {
-    return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
-}
-
-QColor mixed(const QColor& first, const QColor& second, double share) {
-    const auto mix = [share](int one, int other) { return qRound(one * share + other * (1 - share)); };
-    return {mix(first.red(), second.red()), mix(first.green(), second.green()),
-            mix(first.blue(), second.blue())};
-}
 
 } // namespace
 
@@ -75,14 +60,9 @@ TableView::TableView(const GridSpec& spec, DataSource& dataSource, QWidget* pare
     header_->setObjectName(objectName() + QStringLiteral("Header"));
     footer_->setObjectName(objectName() + QStringLiteral("Footer"));
 
+    connect(tableModel_, &TableModel::modelAboutToBeReset, this, [this] { replacingRows_ = true; });
     connect(tableModel_, &TableModel::modelReset, this, &TableView::rowsReplaced);
-    connect(tableModel_, &TableModel::arrangementChanged, this, [this] {
-        // A filter that hides the dataset's current row makes the first shown row current.
-        if (!currentIndex().isValid()) {
-            goToFirstRow();
-        }
-        updateGeometries();
-    });
+    connect(tableModel_, &TableModel::arrangementChanged, this, &TableView::updateGeometries);
     connect(&dataSet, &db::DataSet::currentRowChanged, this, &TableView::followDataSet);
     connect(header_, &TableHeader::layoutChanged, this, &TableView::columnsLaidOut);
     connect(header_, &TableHeader::filterRequested, this, &TableView::openFilter);
@@ -105,8 +85,6 @@ int TableView::footerCount() const {
     return tableModel_->rowCount();
 }
 
-// ---- rows and columns in the viewport
-
 int TableView::measureRow(int row) const {
     int height = cellText::height(QString(), 1, font());
     for (const int index : header_->visibleColumns()) {
@@ -120,11 +98,16 @@ int TableView::measureRow(int row) const {
 }
 
 void TableView::rowsReplaced() {
+    replacingRows_ = false;
     layout_.reset(tableModel_->rowCount());
     anchorRow_ = -1;
-    updateScrollBar();
+    adjustScrollBar(*verticalScrollBar(), layout_);
     viewport()->update();
     followDataSet();
+    // Where a filter hides the dataset's current row, the first shown row becomes current.
+    if (!currentIndex().isValid()) {
+        goToFirstRow();
+    }
 }
 
 void TableView::columnsLaidOut() {
@@ -145,15 +128,21 @@ void TableView::updateGeometries() {
         return;
     }
     const QScopedValueRollback guard(fitting_, true);
-    header_->fitWidth(viewport()->width());
-    const int headerHeight = header_->fittedHeight();
-    const int footerHeight = footer_->sizeHint().height();
-    setViewportMargins(0, headerHeight, 0, footerHeight);
-    const QRect area = viewport()->geometry();
-    header_->setGeometry(area.left(), area.top() - headerHeight, area.width(), headerHeight);
-    footer_->setGeometry(area.left(), area.bottom() + 1, area.width(), footerHeight);
-    layout_.setViewportHeight(area.height());
-    updateScrollBar();
+    int width = -1;
+    // The scroll bar's coming narrows the columns, which heightens header and rows; its going does the
+    // reverse.
+    for (int pass = 0; pass < 3 && viewport()->width() != width; ++pass) {
+        width = viewport()->width();
+        header_->fitWidth(width);
+        const int headerHeight = header_->fittedHeight();
+        const int footerHeight = footer_->sizeHint().height();
+        setViewportMargins(0, headerHeight, 0, footerHeight);
+        const QRect area = viewport()->geometry();
+        header_->setGeometry(area.left(), area.top() - headerHeight, width, headerHeight);
+        footer_->setGeometry(area.left(), area.bottom() + 1, width, footerHeight);
+        layout_.setViewportHeight(area.height());
+        adjustScrollBar(*verticalScrollBar(), layout_);
+    }
     QAbstractItemView::updateGeometries();
 }
 
@@ -162,25 +151,10 @@ void TableView::resizeEvent(QResizeEvent* event) {
     updateGeometries();
 }
 
-// A last row that is taller than the viewport gets a value of its own, for its end.
-int TableView::scrollBarValue() const {
-    const ScrollPosition top = layout_.top();
-    return top.row + (top.offset > 0 && top == layout_.lastPosition() ? 1 : 0);
-}
-
-void TableView::updateScrollBar() {
-    const ScrollPosition last = layout_.lastPosition();
-    verticalScrollBar()->setSingleStep(1);
-    verticalScrollBar()->setPageStep(std::max(1, static_cast<int>(layout_.shownRows().size()) - 1));
-    verticalScrollBar()->setRange(0, last.row + (last.offset > 0 ? 1 : 0));
-    verticalScrollBar()->setValue(scrollBarValue());
-}
-
 void TableView::scrollContentsBy(int, int) {
     const int value = verticalScrollBar()->value();
-    if (value != scrollBarValue()) {
-        const ScrollPosition last = layout_.lastPosition();
-        scrollToPosition(value > last.row ? last : ScrollPosition{value, 0});
+    if (value != layout_.scrollValue()) {
+        scrollToPosition(layout_.positionAt(value));
     }
 }
 
@@ -194,7 +168,7 @@ void TableView::scrollToPosition(ScrollPosition position) {
     } else if (const int shift = layout_.shown(stillShown->row)->y - stillShown->y; shift != 0) {
         viewport()->scroll(0, shift);
     }
-    verticalScrollBar()->setValue(scrollBarValue());
+    verticalScrollBar()->setValue(layout_.scrollValue());
 }
 
 bool TableView::viewportEvent(QEvent* event) {
@@ -254,9 +228,11 @@ void TableView::scrollTo(const QModelIndex& index, ScrollHint hint) {
     }
 }
 
-// ---- current row and selection
-
 void TableView::followDataSet() {
+    // Another view may move the dataset on before this one's rows are there.
+    if (replacingRows_) {
+        return;
+    }
     const int row = tableModel_->rowOfDataSetRow(tableModel_->dataSet().currentRow());
     if (row == currentIndex().row()) {
         return;
@@ -364,8 +340,6 @@ void TableView::copySelection() const {
     }
 }
 
-// ---- search and filter
-
 void TableView::setMarkedText(const QString& text) {
     marked_.reset();
     if (!text.isEmpty()) {
@@ -408,8 +382,9 @@ void TableView::openFilter(int column) {
     const db::DataSet& dataSet = tableModel_->dataSet();
     const auto found = tableModel_->filters().find(column);
     const ColumnFilter present = found == tableModel_->filters().end() ? ColumnFilter() : found->second;
-    auto* const popup = new FilterPopup(source, distinctValues(dataSet, *source.field(), filterValueLimit),
-                                        present, tableModel_->decimalPoint(), this);
+    auto* const popup =
+        new FilterPopup(source, distinctValues(dataSet, *source.field(), present.values, filterValueLimit),
+                        present, tableModel_->decimalPoint(), this);
     connect(popup, &FilterPopup::accepted, this,
             [this, column](const ColumnFilter& filter) { tableModel_->setFilter(column, filter); });
 
@@ -420,224 +395,6 @@ void TableView::openFilter(int column) {
     place.setY(std::min(place.y(), std::max(free.top(), free.bottom() + 1 - popup->height())));
     popup->move(place);
     popup->show();
-}
-
-// ---- keyboard, mouse, wheel
-
-QModelIndex TableView::neighbour(const QModelIndex& index, int columnStep) const {
-    const int last = header_->count() - 1;
-    int visual = header_->visualIndex(index.column()) + columnStep;
-    while (visual >= 0 && visual <= last && header_->isSectionHidden(header_->logicalIndex(visual))) {
-        visual += columnStep;
-    }
-    return visual < 0 || visual > last ? index : index.siblingAtColumn(header_->logicalIndex(visual));
-}
-
-QModelIndex TableView::moveCursor(CursorAction action, Qt::KeyboardModifiers) {
-    const int lastRow = tableModel_->rowCount() - 1;
-    const QModelIndex current = currentIndex();
-    if (!current.isValid()) {
-        return tableModel_->index(lastRow < 0 ? -1 : 0, startColumn());
-    }
-    const auto toRow = [&](int row) { return current.siblingAtRow(std::clamp(row, 0, lastRow)); };
-    switch (action) {
-    case MoveUp:
-    case MovePrevious:
-        return toRow(current.row() - 1);
-    case MoveDown:
-    case MoveNext:
-        return toRow(current.row() + 1);
-    case MoveLeft:
-        return neighbour(current, -1);
-    case MoveRight:
-        return neighbour(current, 1);
-    case MoveHome:
-        return toRow(0);
-    case MoveEnd:
-        return toRow(lastRow);
-    case MovePageUp:
-        return toRow(layout_.rowOnePageFrom(current.row(), false));
-    case MovePageDown:
-        return toRow(layout_.rowOnePageFrom(current.row(), true));
-    }
-    return current;
-}
-
-/// Shows more of a row that is taller than the viewport; false when its end on that side is in view already.
-bool TableView::scrollWithin(int row, bool down, int pixels) {
-    const ShownRow* const shown = layout_.shown(row);
-    if (!shown || shown->height <= viewport()->height()) {
-        return false;
-    }
-    const int hidden = down ? shown->y + shown->height - viewport()->height() : -shown->y;
-    if (hidden <= 0) {
-        return false;
-    }
-    const int step = std::min(hidden, pixels);
-    scrollToPosition({row, std::max(0, -shown->y + (down ? step : -step))});
-    return true;
-}
-
-void TableView::keyPressEvent(QKeyEvent* event) {
-    struct Move {
-        int key;
-        CursorAction action;
-    };
-    static constexpr Move moves[] = {
-        {Qt::Key_Up, MoveUp},         {Qt::Key_Down, MoveDown},         {Qt::Key_Left, MoveLeft},
-        {Qt::Key_Right, MoveRight},   {Qt::Key_Home, MoveHome},         {Qt::Key_End, MoveEnd},
-        {Qt::Key_PageUp, MovePageUp}, {Qt::Key_PageDown, MovePageDown},
-    };
-    if (event->matches(QKeySequence::Copy)) {
-        copySelection();
-    } else if (event->key() == Qt::Key_Down && event->modifiers() & Qt::AltModifier) {
-        openFilter(startColumn());
-    } else if (event->key() == Qt::Key_Space && event->modifiers() & Qt::ControlModifier) {
-        selectionModel()->select(currentIndex(), QItemSelectionModel::Toggle | QItemSelectionModel::Rows);
-    } else if (const auto* const move = std::ranges::find(moves, event->key(), &Move::key);
-               move != std::end(moves)) {
-        const bool isPage = move->action == MovePageUp || move->action == MovePageDown;
-        const bool down = move->action == MoveDown || move->action == MovePageDown;
-        if (isPage || move->action == MoveUp || move->action == MoveDown) {
-            const int height = viewport()->height();
-            if (scrollWithin(currentIndex().row(), down, std::max(1, isPage ? height : height / 4))) {
-                return;
-            }
-        }
-        const bool leavesSelection =
-            event->modifiers() & Qt::ControlModifier && (move->action == MoveUp || move->action == MoveDown);
-        makeCurrent(moveCursor(move->action, event->modifiers()),
-                    event->modifiers() & (leavesSelection ? Qt::ControlModifier : Qt::ShiftModifier));
-    } else {
-        QAbstractItemView::keyPressEvent(event);
-    }
-}
-
-// Typing does not search here; the search of the base class would walk through all rows.
-void TableView::keyboardSearch(const QString&) {}
-
-void TableView::mousePressEvent(QMouseEvent* event) {
-    const QModelIndex index = indexAt(event->position().toPoint());
-    if (event->button() != Qt::LeftButton || !index.isValid()) {
-        return;
-    }
-    makeCurrent(index, event->modifiers());
-    if (event->modifiers() & Qt::ControlModifier) {
-        selectionModel()->select(index, QItemSelectionModel::Toggle | QItemSelectionModel::Rows);
-    }
-}
-
-void TableView::mouseMoveEvent(QMouseEvent* event) {
-    if (!(event->buttons() & Qt::LeftButton) || anchorRow_ < 0) {
-        return;
-    }
-    const QPoint position = event->position().toPoint();
-    if (viewport()->rect().contains(position)) {
-        dragScroll_.stop();
-        if (indexNear(position).row() != currentIndex().row()) {
-            makeCurrent(indexNear(position), Qt::ShiftModifier);
-        }
-    } else if (!dragScroll_.isActive()) {
-        dragScroll_.start(dragScrollInterval, this);
-    }
-}
-
-void TableView::mouseReleaseEvent(QMouseEvent*) {
-    dragScroll_.stop();
-}
-
-void TableView::timerEvent(QTimerEvent* event) {
-    if (event->timerId() != dragScroll_.timerId()) {
-        QAbstractItemView::timerEvent(event);
-        return;
-    }
-    const int y = viewport()->mapFromGlobal(QCursor::pos()).y();
-    if (y < 0 || y >= viewport()->height()) {
-        makeCurrent(moveCursor(y < 0 ? MoveUp : MoveDown, Qt::NoModifier), Qt::ShiftModifier);
-    }
-}
-
-void TableView::wheelEvent(QWheelEvent* event) {
-    constexpr int notch = 120;
-    wheelRest_ += event->angleDelta().y() * QApplication::wheelScrollLines();
-    const int rows = wheelRest_ / notch;
-    wheelRest_ -= rows * notch;
-    if (rows != 0) {
-        scrollToPosition(layout_.moved(layout_.top(), -rows));
-    }
-    event->accept();
-}
-
-void TableView::focusInEvent(QFocusEvent* event) {
-    QAbstractItemView::focusInEvent(event);
-    viewport()->update();
-}
-
-void TableView::focusOutEvent(QFocusEvent* event) {
-    QAbstractItemView::focusOutEvent(event);
-    viewport()->update();
-}
-
-// ---- painting
-
-void TableView::paintEvent(QPaintEvent* event) {
-    QPainter painter(viewport());
-    painter.setFont(font());
-    painter.fillRect(event->rect(), palette().color(QPalette::Active, QPalette::Base));
-    for (const ShownRow& shown : layout_.shownRows()) {
-        if (event->region().intersects(QRect(0, shown.y, viewport()->width(), shown.height))) {
-            drawRow(painter, shown, event->rect());
-        }
-    }
-}
-
-void TableView::drawRow(QPainter& painter, const ShownRow& shown, const QRect& exposed) const {
-    // The disabled colours are left out: a grid is only ever disabled while it is exported.
-    const QColor base = palette().color(QPalette::Active, QPalette::Base);
-    const QColor highlight = palette().color(QPalette::Active, QPalette::Highlight);
-    const bool isCurrent = shown.row == currentIndex().row();
-    const bool isSelected = selectionModel()->isRowSelected(shown.row);
-    const QRect row(0, shown.y, viewport()->width(), shown.height);
-    QColor text = palette().color(QPalette::Active, QPalette::Text);
-    if (isSelected && hasFocus()) {
-        painter.fillRect(row, highlight);
-        text = palette().color(QPalette::Active, QPalette::HighlightedText);
-    } else if (isSelected || isCurrent) {
-        painter.fillRect(row, mixed(highlight, base, 0.25));
-    }
-
-    const QPen linePen(QColor(gridLineColor), 0);
-    for (const int column : header_->visibleColumns()) {
-        const QRect cell(header_->sectionViewportPosition(column), shown.y, header_->sectionSize(column),
-                         shown.height);
-        if (!cell.intersects(exposed)) {
-            continue;
-        }
-        painter.setPen(text);
-        drawCell(painter, cell, shown.row, column);
-        painter.setPen(linePen);
-        painter.drawLine(cell.topRight(), cell.bottomRight());
-        if (isCurrent && column == currentIndex().column() && hasFocus()) {
-            painter.setPen(QPen(text, 1, Qt::DotLine));
-            painter.drawRect(cell.adjusted(0, 0, -2, -2));
-        }
-    }
-    painter.setPen(linePen);
-    painter.drawLine(row.bottomLeft(), row.bottomRight());
-}
-
-void TableView::drawCell(QPainter& painter, const QRect& cell, int row, int columnIndex) const {
-    const Column& column = tableModel_->column(columnIndex);
-    if (!column.field()) {
-        return;
-    }
-    std::optional<qsizetype> mark;
-    if (marked_) {
-        mark = marked_->findIn(tableModel_->dataSet(), tableModel_->dataSetRow(row), *column.field());
-    }
-    const qsizetype markEnd = mark ? *mark + marked_->length() : 0;
-    cellText::draw(painter, cell, tableModel_->text(row, columnIndex), column.alignment(), mark.value_or(0),
-                   markEnd);
 }
 
 } // namespace grid

@@ -2,6 +2,7 @@
 
 #include "grid/clipboard_text.h"
 #include "grid/row_layout.h"
+#include "grid/row_scrolling.h"
 #include "grid/table_spec.h"
 #include "grid/text_matcher.h"
 
@@ -30,8 +31,10 @@ class TableView final : public QAbstractItemView {
 public:
     TableView(const GridSpec& spec, DataSource& dataSource, QWidget* parent);
 
+    /// What the view shows: rows in order and under filter.
     [[nodiscard]] TableModel& tableModel() const { return *tableModel_; }
     [[nodiscard]] TableHeader& header() const { return *header_; }
+    /// Column name of the field that tells the rows apart.
     [[nodiscard]] const QString& keyField() const { return keyField_; }
 
     /// The visible columns from left to right, as the user arranged them.
@@ -41,6 +44,7 @@ public:
     /// The count in the footer: the rows shown.
     [[nodiscard]] int footerCount() const;
 
+    /// Makes the first row current and scrolls to it; nothing when there is none.
     void goToFirstRow();
     /// Puts the selected rows (the current row if none is) on the clipboard as tab separated text.
     void copySelection() const;
@@ -87,8 +91,6 @@ protected:
 private:
     [[nodiscard]] int measureRow(int row) const;
     void scrollToPosition(ScrollPosition position);
-    void updateScrollBar();
-    [[nodiscard]] int scrollBarValue() const;
     void rowsReplaced();
     void columnsLaidOut();
     void followDataSet();
@@ -110,7 +112,9 @@ private:
     std::optional<TextMatcher> marked_;
     int anchorRow_ = -1;   ///< where a selection of several rows began
     int focusColumn_ = -1; ///< kept while there is no row
-    int wheelRest_ = 0;    ///< eighths of a degree, times lines, that did not make a row yet
+    WheelRows wheel_;
+    bool dragging_ = false; ///< a press on a row goes on to others
+    bool replacingRows_ = false;
     bool following_ = false;
     bool fitting_ = false;
     QBasicTimer dragScroll_;

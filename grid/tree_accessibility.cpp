@@ -18,7 +18,7 @@ QAccessibleInterface* interfaceOf(TreeView* view) {
     return QAccessible::queryAccessibleInterface(view);
 }
 
-/// A node; there as long as it has a row.
+/// A node; valid as long as it has a row.
 class AccessibleNode final : public QAccessibleInterface, public QAccessibleActionInterface {
 public:
     AccessibleNode(TreeView* view, int node) : view_(view), node_(node) {}
@@ -111,11 +111,14 @@ private:
 
 class AccessibleTree final : public QAccessibleWidget {
 public:
-    explicit AccessibleTree(TreeView* view) : QAccessibleWidget(view, QAccessible::Tree), view_(view) {}
+    explicit AccessibleTree(TreeView* view) : QAccessibleWidget(view, QAccessible::Tree), view_(view) {
+        // The numbers of nodes stand for other rows afterwards.
+        modelReset_ = QObject::connect(&view->treeModel(), &QAbstractItemModel::modelReset, view,
+                                       [this] { forgetNodes(); });
+    }
     ~AccessibleTree() override {
-        for (const auto& [node, id] : nodes_) {
-            QAccessible::deleteAccessibleInterface(id);
-        }
+        QObject::disconnect(modelReset_);
+        forgetNodes();
     }
 
     [[nodiscard]] int childCount() const override { return view_ == nullptr ? 0 : view_->rows().count(); }
@@ -152,7 +155,15 @@ public:
     }
 
 private:
+    void forgetNodes() {
+        for (const auto& [node, id] : nodes_) {
+            QAccessible::deleteAccessibleInterface(id);
+        }
+        nodes_.clear();
+    }
+
     QPointer<TreeView> view_;
+    QMetaObject::Connection modelReset_;
     mutable std::unordered_map<int, QAccessible::Id> nodes_; // those that have been asked for
 };
 

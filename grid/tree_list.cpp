@@ -1,5 +1,6 @@
 #include "grid/tree_list.h"
 
+#include "base/text.h"
 #include "grid/column.h"
 #include "grid/data_source.h"
 #include "grid/find_panel.h"
@@ -12,10 +13,6 @@
 namespace grid {
 
 namespace {
-
-QString toString(std::u16string_view text) {
-    return QString::fromUtf16(text.data(), static_cast<qsizetype>(text.size()));
-}
 
 std::vector<Column*> makeColumns(std::span<const ColumnSpec> specs, const db::DataSet& dataSet,
                                  QObject* parent) {
@@ -30,11 +27,11 @@ std::vector<Column*> makeColumns(std::span<const ColumnSpec> specs, const db::Da
 } // namespace
 
 TreeList::TreeList(const TreeListSpec& spec, DataSource& dataSource, QWidget* parent)
-    : QFrame(parent), findPanel_(new FindPanel(toString(spec.findPrompt), this)) {
-    setObjectName(toString(spec.name));
+    : QFrame(parent), findPanel_(new FindPanel(toQString(spec.findPrompt), this)) {
+    setObjectName(toQString(spec.name));
     auto* const model =
         new TreeModel(dataSource.dataSet(), makeColumns(spec.columns, dataSource.dataSet(), this),
-                      toString(spec.keyField), toString(spec.parentField), this);
+                      toQString(spec.keyField), toQString(spec.parentField), this);
     view_ = new TreeView(*model, this);
 
     auto* const layout = new QVBoxLayout(this);

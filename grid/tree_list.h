@@ -28,7 +28,9 @@ public:
     /// Throws db::DatabaseError when the dataset lacks the key or the parent field.
     TreeList(const TreeListSpec& spec, DataSource& dataSource, QWidget* parent);
 
+    /// The tree itself.
     [[nodiscard]] TreeView& view() const { return *view_; }
+    /// The panel above it.
     [[nodiscard]] FindPanel& findPanel() const { return *findPanel_; }
 
 private:

@@ -28,8 +28,10 @@ public:
               const QString& parentField, QObject* parent);
 
     [[nodiscard]] db::DataSet& dataSet() const { return dataSet_; }
+    /// All columns, the hidden ones among them, by index.
     [[nodiscard]] const std::vector<Column*>& columns() const { return columns_; }
     [[nodiscard]] const Column& column(int index) const { return *columns_[static_cast<std::size_t>(index)]; }
+    /// The shape of the tree, as sorted and narrowed.
     [[nodiscard]] const TreeStructure& structure() const { return structure_; }
 
     /// TreeStructure::root for the invalid index.

@@ -30,6 +30,9 @@ void TreeRows::expandBranch(int node) {
 }
 
 bool TreeRows::reveal(int node) {
+    if (node == TreeStructure::root) {
+        return false;
+    }
     bool changed = false;
     for (int ancestor = structure_.parent(node); ancestor != TreeStructure::root;
          ancestor = structure_.parent(ancestor)) {

@@ -23,12 +23,13 @@ public:
     /// The row of a node; -1 when it has none, or is no node at all.
     [[nodiscard]] int rowOf(int node) const;
 
+    /// Whether any children are shown.
     [[nodiscard]] bool hasChildren(int node) const;
     [[nodiscard]] bool isExpanded(int node) const { return expanded_[static_cast<std::size_t>(node)] != 0; }
     void setExpanded(int node, bool expanded);
     /// Expands a node with all that hangs beneath it.
     void expandBranch(int node);
-    /// Expands the ancestors of a node. Returns whether any was collapsed.
+    /// Expands the ancestors of a node. Returns whether any was collapsed; false for the root.
     bool reveal(int node);
     void expandAll();
     void collapseAll();

@@ -49,20 +49,17 @@ void TreeStructure::sort(std::vector<int> order) {
     arrange();
 }
 
-int TreeStructure::showOnly(const std::function<bool(int node)>& matches) {
+void TreeStructure::showOnly(const std::function<bool(int node)>& matches) {
     kept_.assign(parents_.size(), 0);
-    int count = 0;
     for (int node = 0; node < rowCount(); ++node) {
         if (!matches(node)) {
             continue;
         }
-        ++count;
         for (int kept = node; kept != root && kept_[at(kept)] == 0; kept = parents_[at(kept)]) {
             kept_[at(kept)] = 1;
         }
     }
     arrange();
-    return count;
 }
 
 void TreeStructure::showAll() {

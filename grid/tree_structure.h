@@ -28,7 +28,9 @@ public:
 
     /// Rows, shown or not.
     [[nodiscard]] int rowCount() const { return static_cast<int>(parents_.size()); }
+    /// The parent of a node; `root` at the top level.
     [[nodiscard]] int parent(int node) const { return parents_[at(node)]; }
+    /// Whether showOnly() has left the node.
     [[nodiscard]] bool isShown(int node) const { return positions_[at(node)] >= 0; }
 
     /// The shown children of a node or of the root, in their order.
@@ -40,8 +42,9 @@ public:
     /// stands for the rows' own order.
     void sort(std::vector<int> order);
 
-    /// Shows only nodes that match, and their ancestors. Returns how many match.
-    int showOnly(const std::function<bool(int node)>& matches);
+    /// Shows only nodes that match, and their ancestors.
+    void showOnly(const std::function<bool(int node)>& matches);
+    /// Shows all nodes again.
     void showAll();
 
     /// The shown node after `node` when every branch is open, `root` after the last one; the first one after

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "grid/row_layout.h"
+#include "grid/row_scrolling.h"
 #include "grid/tree_rows.h"
 #include "grid/tree_structure.h"
 
@@ -23,6 +24,7 @@ class TreeView final : public QAbstractItemView {
 public:
     TreeView(TreeModel& model, QWidget* parent);
 
+    /// What the view shows: the nodes in order and under the search.
     [[nodiscard]] TreeModel& treeModel() const { return model_; }
     [[nodiscard]] TreeHeader& header() const { return *header_; }
 
@@ -44,7 +46,8 @@ public:
     void setSearch(const QString& text);
     /// Goes on to the node in focus, or to the first match of the search when none is.
     void goToFound();
-    /// Puts the selected nodes on the clipboard, the visible columns separated by tabs.
+    /// Puts the selected nodes (the current node if none is) on the clipboard, the visible columns separated
+    /// by tabs.
     void copySelection() const;
 
     [[nodiscard]] QRect visualRect(const QModelIndex& index) const override;
@@ -80,12 +83,16 @@ protected:
     void timerEvent(QTimerEvent* event) override;
 
 private:
+    static constexpr int indent = 18;    ///< pixels a level
+    static constexpr int buttonSize = 9; ///< of the button that opens a branch, pixels
+    static constexpr int gridLine = 1;   ///< pixels
+    /// Indentation ends where the text would get less room than this, pixels.
+    static constexpr int leastTextWidth = 120;
+
     void rowsChanged();
     void followDataSet();
     [[nodiscard]] int measureRow(int row) const;
     [[nodiscard]] int rowNear(int y) const;
-    [[nodiscard]] int scrollBarValue() const;
-    void updateScrollBar();
     void scrollToPosition(ScrollPosition position);
     [[nodiscard]] bool scrollWithinTallRow(bool down);
 
@@ -121,8 +128,9 @@ private:
     QBasicTimer dragScroll_;
     bool dragging_ = false;
     bool changingSearch_ = false;
+    bool replacingRows_ = false;
     bool updatingGeometries_ = false;
-    int wheelRest_ = 0;
+    WheelRows wheel_;
 };
 
 } // namespace grid

@@ -140,6 +140,7 @@ private:
 
 protected:
     db::DataSet dataSet{QStringLiteral("dataSet"), fields, {}, connection_, transaction_, nullptr};
+    db::DataSet reference{QStringLiteral("reference"), fields, {}, connection_, transaction_, nullptr};
 
 private:
     DataSource source_{QStringLiteral("source"), dataSet, nullptr};
@@ -284,7 +285,7 @@ TEST(ColumnWidths, FillTheWidthAndKeepTheirProportions) {
 
 TEST_F(GridTest, ShowsValuesAndSurvivesReopening) {
     open(fewRows);
-    const QAbstractItemModelTester tester(&model(), QAbstractItemModelTester::FailureReportingMode::Warning);
+    const QAbstractItemModelTester tester(&model(), QAbstractItemModelTester::FailureReportingMode::Fatal);
     EXPECT_EQ(model().text(2, price), "1012,55");
     EXPECT_EQ(model().text(1, name), "");
     EXPECT_EQ(model().text(0, absent), "");
@@ -305,6 +306,8 @@ TEST_F(GridTest, ShowsValuesAndSurvivesReopening) {
     EXPECT_FALSE(view().currentIndex().isValid());
     dataSet.open();
     EXPECT_EQ(ids(), "5");
+    EXPECT_EQ(view().currentIndex().row(), 0);
+    EXPECT_EQ(dataSet.currentRow(), 4) << "the first row shown";
     model().clearFilters();
     EXPECT_EQ(ids(), "3 5 2 1 4");
 }
@@ -367,6 +370,83 @@ TEST_F(GridTest, OffersTheFilterByKeyboardAndTakesItAwayByButton) {
     EXPECT_TRUE(model().filters().empty());
 }
 
+TEST_F(GridTest, KeepsChosenValuesThatOtherRowsLack) {
+    open(fewRows);
+    const ColumnFilter chosen{"",
+                              ColumnFilter::Values::Only,
+                              {CellValue(), db::win1251::encode(QStringLiteral("Щебень")).toStdString()}};
+    model().setFilter(name, chosen);
+    dataSet.close();
+    dataSet.setSql({fewRows + " where ID > 1"});
+    dataSet.open();
+    EXPECT_EQ(ids(), "2 4");
+
+    // Enter presses the button in focus: first the one that leaves things as they are, then the other.
+    for (const char* const button : {"Отмена", "ОК"}) {
+        view().openFilter(name);
+        auto& popup = *view().findChildren<QWidget*>("ViewNAMEFilter").last();
+        popup.findChild<QLineEdit*>("FilterText")->setText("е");
+        const auto buttons = popup.findChildren<QPushButton*>();
+        const auto found = std::ranges::find(buttons, QString(button), &QPushButton::text);
+        ASSERT_NE(found, buttons.end());
+        QTest::keyClick(*found, Qt::Key_Return);
+        EXPECT_FALSE(popup.isVisible());
+        const ColumnFilter& inForce = model().filters().at(name);
+        EXPECT_EQ(inForce.containedText, QString(button) == "ОК" ? "е" : "");
+        EXPECT_EQ(inForce.rule, chosen.rule);
+        EXPECT_EQ(inForce.values, chosen.values);
+    }
+}
+
+TEST_F(GridTest, AgreesWithTheServerOnOrderAndFilter) {
+    const QString rows =
+        "select ID, KOD, cast(%1 as varchar(1000)) NAME, cast(CMETNAY as numeric(18,2)) PRICE "
+        "from TERKATALOGKTC_TABLE where PER='202403' and REGIONID=11 ";
+    open(rows.arg("NAME") + "order by KOD, ID");
+    ASSERT_GT(model().rowCount(), 1000);
+    const auto serverIds = [&](const QString& field, const QString& conditionAndOrder) {
+        reference.close();
+        reference.setSql({rows.arg(field) + conditionAndOrder});
+        reference.open();
+        QStringList texts;
+        for (int row = 0; row < reference.rowCount(); ++row) {
+            texts.append(reference.text(row, reference.field("ID")));
+        }
+        return texts.join(u' ');
+    };
+    // Few classes on many rows, some of them NULL: equal keys keep the order of the dataset.
+    for (const QString field : {"NAME", "KLASSGR"}) {
+        dataSet.close();
+        dataSet.setSql({rows.arg(field) + "order by KOD, ID"});
+        dataSet.open();
+        ASSERT_NE(serverIds(field, QString("and %1 is null order by KOD, ID").arg(field)), "");
+        for (const bool descending : {false, true}) {
+            const QString direction = descending ? " desc" : "";
+            model().sortBy({{name, descending}});
+            EXPECT_EQ(ids(),
+                      serverIds(field, QString("order by upper(%1)%2, KOD, ID").arg(field, direction)));
+            model().sortBy({{price, descending}, {name, !descending}});
+            EXPECT_EQ(ids(), serverIds(field, QString("order by 4%2, upper(%1)%3, KOD, ID")
+                                                  .arg(field, direction, descending ? "" : " desc")));
+        }
+        model().sortBy({});
+    }
+    dataSet.close();
+    dataSet.setSql({rows.arg("NAME") + "order by KOD, ID"});
+    dataSet.open();
+    model().setFilter(name, {.containedText = "бЕТОН", .values = {}});
+    const QString concrete = serverIds("NAME", "and NAME containing 'бетон' order by KOD, ID");
+    EXPECT_EQ(ids(), concrete);
+    EXPECT_EQ(view().footerCount(), concrete.count(u' ') + 1);
+    model().clearFilters();
+    model().setFilter(price, {"", ColumnFilter::Values::Only, {CellValue()}});
+    EXPECT_EQ(ids(), serverIds("NAME", "and CMETNAY is null order by KOD, ID"));
+    model().setFilter(price, {"", ColumnFilter::Values::AllBut, {CellValue()}});
+    EXPECT_EQ(QString::number(view().footerCount()),
+              test::sqlValue(test::sampleServer, "select count(CMETNAY) from TERKATALOGKTC_TABLE "
+                                                 "where PER='202403' and REGIONID=11"));
+}
+
 TEST_F(GridTest, SortsByClicksOnTheHeader) {
     open(fewRows);
     clickHeader(name);
@@ -397,6 +477,15 @@ TEST_F(GridTest, CopiesTheSelectedRowsAsTheyAreShown) {
     clickRow(4, Qt::ShiftModifier);
     QTest::keyClick(&view(), Qt::Key_Up, Qt::ShiftModifier);
     EXPECT_EQ(copied().count(u'\n'), 3);
+    clickRow(4, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(copied().count(u'\n'), 4);
+    // A drag that begins below the rows selects none of them.
+    clickRow(1);
+    QTest::mousePress(view().viewport(), Qt::LeftButton, {}, view().viewport()->rect().bottomLeft());
+    QTest::mouseMove(view().viewport(), view().visualRect(model().index(3, name)).center());
+    QTest::mouseRelease(view().viewport(), Qt::LeftButton);
+    EXPECT_EQ(copied().count(u'\n'), 1);
+    EXPECT_EQ(dataSet.currentRow(), 1);
     view().header().moveSection(view().header().visualIndex(price), view().header().visualIndex(kod));
     QTest::keyClick(&view(), Qt::Key_A, Qt::ControlModifier);
     EXPECT_TRUE(copied().startsWith("12,50\t30\tЩебень\t\n-3,00\t4\t\t\n"));
@@ -424,6 +513,17 @@ TEST_F(GridTest, FollowsTheDataSetAndLeadsIt) {
     dataSet.moveTo(3);
     EXPECT_FALSE(view().currentIndex().isValid());
     EXPECT_EQ(dataSet.currentRow(), 3);
+
+    // Another view goes along when a filtered one cannot stay on the first row of the reopened dataset.
+    model().setFilter(kod, {.containedText = "100", .values = {}});
+    second.show();
+    QTest::keyClick(&second.view(), Qt::Key_End);
+    dataSet.close();
+    dataSet.setSql({fewRows + " where ID in (1, 4)"});
+    dataSet.open();
+    EXPECT_EQ(dataSet.currentRow(), 1);
+    EXPECT_EQ(view().currentIndex().row(), 0);
+    EXPECT_EQ(second.view().currentIndex().row(), 0);
 }
 
 TEST_F(GridTest, ScrollsThroughRowsOfAllHeights) {
@@ -500,6 +600,17 @@ TEST_F(GridTest, FillsItsWidthAndFitsItsHeights) {
     EXPECT_TRUE(view().header().isSectionHidden(0));
 }
 
+TEST_F(GridTest, GivesWayToTheScrollBar) {
+    open(fewRows);
+    EXPECT_FALSE(view().verticalScrollBar()->isVisible());
+    grid().resize(500, 120);
+    EXPECT_TRUE(view().verticalScrollBar()->isVisible());
+    EXPECT_EQ(view().header().length(), view().viewport()->width());
+    grid().resize(500, 300);
+    EXPECT_FALSE(view().verticalScrollBar()->isVisible());
+    EXPECT_EQ(view().header().length(), view().viewport()->width());
+}
+
 TEST_F(GridTest, FindsTextBothWaysAndRoundTheEnd) {
     open(fewRows);
     QTest::keyClick(&view(), Qt::Key_F, Qt::ControlModifier);
@@ -521,4 +632,10 @@ TEST_F(GridTest, FindsTextBothWaysAndRoundTheEnd) {
     QTest::keyClick(&text, Qt::Key_Escape);
     EXPECT_FALSE(text.isVisible());
     EXPECT_TRUE(view().hasFocus());
+
+    text.setText("бетон");
+    QTest::keyClick(&text, Qt::Key_Escape);
+    QTest::keyClick(&view(), Qt::Key_F3);
+    EXPECT_EQ(dataSet.currentRow(), 4);
+    EXPECT_TRUE(text.hasFocus()) << "where Esc takes the marks away";
 }

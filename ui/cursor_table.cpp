@@ -1,8 +1,7 @@
 #include "ui/cursor_table.h"
 
-#include "base/error.h"
+#include "ui/xpm_resource.h"
 
-#include <QImageReader>
 #include <QPixmap>
 
 namespace ui {
@@ -14,12 +13,7 @@ QCursor CursorTable::cursor(int number) const {
 
 RegisteredCursor::RegisteredCursor(CursorTable& table, int number, const QString& resource)
     : table_(table), number_(number) {
-    QImageReader reader(resource);
-    const QImage image = reader.read();
-    if (image.isNull()) {
-        throw FileError(QStringLiteral("Не читается курсор"), resource, reader.errorString());
-    }
-    table_.add(number_, QCursor(QPixmap::fromImage(image), 0, 0));
+    table_.add(number_, QCursor(QPixmap::fromImage(readXpmResource(resource)), 0, 0));
 }
 
 RegisteredCursor::~RegisteredCursor() {

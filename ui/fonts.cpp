@@ -18,4 +18,10 @@ QFont pixelFont(const QString& family, int pixelHeight, bool bold) {
     return font;
 }
 
+QFont fixedTextFont(const QString& family, int pixelHeight, bool bold) {
+    QFont font = pixelFont(family, pixelHeight, bold);
+    font.setStyleStrategy(QFont::NoFontMerging);
+    return font;
+}
+
 } // namespace ui

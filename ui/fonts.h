@@ -11,4 +11,8 @@ void installFontSubstitutes();
 /// A font by family and character height in pixels.
 [[nodiscard]] QFont pixelFont(const QString& family, int pixelHeight, bool bold = false);
 
+/// The same for texts of the program's own, which every font can show. Finding stand-ins for letters that a
+/// font lacks would take a good part of the program's start.
+[[nodiscard]] QFont fixedTextFont(const QString& family, int pixelHeight, bool bold = false);
+
 } // namespace ui

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <qrgb.h>
+
+class QScrollBar;
+class QWheelEvent;
+
+namespace grid {
+
+class RowLayout;
+
+/// The lines between rows and between columns.
+inline constexpr QRgb gridLineColor = qRgb(192, 192, 192);
+
+/// Milliseconds between two rows while a selection is drawn beyond the edge of a view.
+inline constexpr int dragScrollInterval = 50;
+
+/// Sets range, page and value of a view's vertical scroll bar by the layout of its rows.
+void adjustScrollBar(QScrollBar& bar, const RowLayout& layout);
+
+/// Adds up turns of the mouse wheel, which may be finer than a row.
+class WheelRows final {
+public:
+    /// The rows to scroll down, or up when negative.
+    [[nodiscard]] int take(const QWheelEvent& event);
+
+private:
+    int rest_ = 0; // eighths of a degree, times lines, that did not make a row yet
+};
+
+} // namespace grid

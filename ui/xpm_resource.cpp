@@ -1,0 +1,45 @@
+#include "ui/xpm_resource.h"
+
+#include "base/error.h"
+
+#include <QFile>
+
+#include <vector>
+
+namespace ui {
+
+namespace {
+
+/// The quoted lines of an XPM file, which is C source of an array of them.
+QList<QByteArray> quotedLines(const QByteArray& source) {
+    QList<QByteArray> lines;
+    for (const QByteArray& line : source.split('\n')) {
+        const auto start = line.indexOf('"');
+        const auto end = line.lastIndexOf('"');
+        if (start < end) {
+            lines += line.sliced(start + 1, end - start - 1);
+        }
+    }
+    return lines;
+}
+
+} // namespace
+
+QImage readXpmResource(const QString& resource) {
+    QFile file(resource);
+    if (!file.open(QIODevice::ReadOnly)) {
+        throw FileError(QStringLiteral("Не читается изображение"), resource, file.errorString());
+    }
+    const QList<QByteArray> lines = quotedLines(file.readAll());
+    std::vector<const char*> pointers;
+    for (const QByteArray& line : lines) {
+        pointers.push_back(line.constData());
+    }
+    const QImage image = pointers.empty() ? QImage() : QImage(pointers.data());
+    if (image.isNull()) {
+        throw FileError(QStringLiteral("Не читается изображение"), resource, QStringLiteral("это не XPM"));
+    }
+    return image;
+}
+
+} // namespace ui

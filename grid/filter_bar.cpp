@@ -4,6 +4,7 @@
 #include "grid/column.h"
 #include "grid/table_model.h"
 
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -75,7 +76,12 @@ FilterBar::FilterBar(TableModel& model, QWidget* parent) : QWidget(parent), mode
 
 void FilterBar::showFilters() {
     words_->setText(filterInWords(model_));
-    setVisible(!model_.filters().empty());
+    const bool isNeeded = !model_.filters().empty();
+    if (!isNeeded && isAncestorOf(QApplication::focusWidget())) {
+        // Otherwise the focus would go to whatever comes next in the window.
+        parentWidget()->setFocus();
+    }
+    setVisible(isNeeded);
 }
 
 } // namespace grid

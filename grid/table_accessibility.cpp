@@ -62,7 +62,7 @@ public:
             return state;
         }
         state.readOnly = true;
-        state.offscreen = rect().isEmpty();
+        state.offscreen = !view_->isVisible() || rect().isEmpty();
         if (row_ != headerRow) {
             state.focusable = true;
             state.selectable = true;
@@ -115,7 +115,10 @@ public:
     explicit AccessibleTable(TableView* view) : QAccessibleWidget(view, QAccessible::Table), view_(view) {}
     ~AccessibleTable() override { forgetCells(); }
 
-    [[nodiscard]] int childCount() const override { return (rowCount() + 1) * columnCount() + 1; }
+    /// None while the view is being made, when assistive technology may ask already.
+    [[nodiscard]] int childCount() const override {
+        return view_->model() == nullptr ? 0 : (rowCount() + 1) * columnCount() + 1;
+    }
 
     [[nodiscard]] QAccessibleInterface* child(int index) const override {
         if (index < 0 || index >= childCount()) {

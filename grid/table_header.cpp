@@ -76,7 +76,8 @@ QRect TableHeader::textRect(int column, const QRect& section) const {
     // The button that the mouse brings up stands beside the text where that leaves the text whole.
     const QRect narrower = beside.adjusted(0, 0, -filterButtonSize - marksMargin, 0);
     const QString& text = model_.column(column).headerText();
-    const bool fits = narrower.width() > fontMetrics().horizontalAdvance(text) &&
+    const int room = narrower.width() - 2 * cellText::horizontalPadding;
+    const bool fits = room >= fontMetrics().horizontalAdvance(text) &&
                       cellText::height(text, narrower.width(), font()) <= section.height();
     return fits ? narrower : beside;
 }

@@ -279,7 +279,6 @@ def clear_filter(tour):
 
 
 def find_text(tour, text):
-    click(tour.table(MATERIALS).cell(tour.table(MATERIALS).current_row, 0))
     press("ctrl+f")
     field = tour.find("text", "Найти")
     type_text(text)

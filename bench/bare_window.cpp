@@ -1,5 +1,6 @@
-// The least Qt program with a main window and a menu of one item: what the start of ours is compared with. The item is
-// there because the first letter that a program draws loads the system's whole font configuration.
+// The least Qt program with a main window and a menu of one item: what the start of ours is compared with.
+// The item is there because the first letter that a program draws loads the system's whole font
+// configuration.
 #include <QApplication>
 #include <QMainWindow>
 #include <QMenuBar>

@@ -254,7 +254,7 @@ TEST_F(Export, NamesTheReasonWhenTheFileIsImpossible) {
     const QStringList before = files();
     // Nobody, not even root, creates files in the second one.
     for (const QString& name :
-         {path("taken"), QStringLiteral("/sys/book"), path("no/folder"), path(QString(252, u'a')),
+         {path("taken"), QStringLiteral("/proc/book"), path("no/folder"), path(QString(252, u'a')),
           path("a" + QString(QChar::Null)), path("a" + QString(QChar(0xD800)))}) {
         try {
             exporter::exportGrid(name, &grid);

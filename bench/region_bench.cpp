@@ -11,7 +11,7 @@ namespace bench {
 
 namespace {
 
-constexpr int rounds = 11;
+constexpr int rounds = 25;
 
 } // namespace
 

@@ -318,6 +318,8 @@ QFrame* TTERForm::createButtonPanel(const TabPlace& place, QWidget& sheet) {
     QPushButton* const button = named(new QPushButton(QStringLiteral("В ексель"), panel), place.buttonName);
     this->*place.button = button;
     button->setGeometry(buttonPlace);
+    // A click leaves the focus in the table, where the user goes on.
+    button->setFocusPolicy(Qt::TabFocus);
     connect(button, &QPushButton::clicked, this,
             [this, button, handler = place.handler] { ui::guarded(*button, [&] { (this->*handler)(); }); });
     return panel;

@@ -4,6 +4,8 @@
 #include <QPainter>
 #include <QTextLayout>
 
+#include <algorithm>
+
 namespace grid::cellText {
 namespace {
 
@@ -35,7 +37,10 @@ bool fitsOneLine(const QString& text, int width, const QFontMetrics& metrics) {
 /// Breaks the layout's text into lines; returns how many there are.
 int breakLines(QTextLayout& layout, int width) {
     QTextOption option;
-    option.setWrapMode(QTextOption::WordWrap);
+    // Without this a number would break behind its decimal point.
+    const bool isOneWord =
+        std::ranges::none_of(layout.text(), [](QChar character) { return character.isSpace(); });
+    option.setWrapMode(isOneWord ? QTextOption::NoWrap : QTextOption::WordWrap);
     layout.setTextOption(option);
     layout.beginLayout();
     for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {

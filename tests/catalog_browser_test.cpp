@@ -309,6 +309,10 @@ TEST(ExportButtons, NameTheFileAfterEditionTabRegionAndPeriod) {
         {"Button7", "_Региональные коэффициенты"},
         {"Button8", "_Каталог перевозка_В пределах202403"},
     };
+    TERForm->cxGrid1->setFocus();
+    EXPECT_EQ(exportBy("Button1"), "Выгрузка завершена|   ФЕР2020_КТЦ_Материалы_В пределах202403.xlsx");
+    EXPECT_EQ(window.form().focusWidget(), &TERForm->cxGrid1->view())
+        << "a click on the button leaves the focus in the table";
     for (const auto& [button, text] : expected) {
         EXPECT_EQ(exportBy(button), "Выгрузка завершена|   ФЕР2020" + text + ".xlsx");
     }

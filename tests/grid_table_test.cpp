@@ -2,6 +2,7 @@
 #include "db/data_set.h"
 #include "db/transaction.h"
 #include "db/win1251.h"
+#include "grid/cell_text.h"
 #include "grid/collation.h"
 #include "grid/column.h"
 #include "grid/column_widths.h"
@@ -257,6 +258,18 @@ TEST(RowLayout, ShowsEveryPixelOfEveryRowAndMeasuresFewOfThem) {
     EXPECT_EQ(layout.rowAt(10), -1);
 }
 
+TEST(CellText, BreaksBetweenWordsAndNowhereElse) {
+    const QFont font;
+    const int line = cellText::height("8,45", 500, font);
+    for (const char* word : {"8.45", "-92233720368547758,08", "01.1.01.01-0001", ""}) {
+        EXPECT_EQ(cellText::height(word, 30, font), line) << word;
+    }
+    EXPECT_GT(cellText::height("Щебень из гравия", 60, font), line);
+    EXPECT_GT(cellText::height("а\nб", 500, font), line);
+    EXPECT_TRUE(cellText::isCut("01.1.01.01-0001", 30, font));
+    EXPECT_FALSE(cellText::isCut("Щебень из гравия", 90, font));
+}
+
 TEST(ColumnWidths, FillTheWidthAndKeepTheirProportions) {
     const std::vector<double> design{64, 90, 308, 104, 105, 104, 101, 82, 81, 82, 81};
     const double sum = std::accumulate(design.begin(), design.end(), 0.0);
@@ -354,7 +367,9 @@ TEST_F(GridTest, OffersTheFilterByKeyboardAndTakesItAwayByButton) {
     EXPECT_EQ(ids(), "1 2 4");
     EXPECT_EQ(child<QLabel>("FilterBarWords").text(), "«Наименование» равно (Пустые), «Щебень»");
     EXPECT_TRUE(child<QWidget>("FilterBar").isVisible());
+    child<QPushButton>("FilterBarClear").setFocus();
     QTest::mouseClick(&child<QPushButton>("FilterBarClear"), Qt::LeftButton);
+    EXPECT_TRUE(view().hasFocus());
     EXPECT_EQ(ids(), "1 2 3 4 5");
     EXPECT_FALSE(child<QWidget>("FilterBar").isVisible());
 

@@ -316,18 +316,36 @@ TEST(ExportButtons, NameTheFileAfterEditionTabRegionAndPeriod) {
     for (const auto& [button, text] : expected) {
         EXPECT_EQ(exportBy(button), "Выгрузка завершена|   ФЕР2020" + text + ".xlsx");
     }
-    type(*TERForm->cxComboBox1, "Респ. Коми");
-    EXPECT_EQ(exportBy("Button4"), "Выгрузка завершена|   ФЕР2020_КТЦ_Труд_Респ.xlsx");
-    type(*TERForm->cxComboBox1, " ");
-    type(*TERForm->cxComboBox2, "ж:\"中");
-    EXPECT_EQ(exportBy("Button4"), "Выгрузка завершена|   ФЕР2020_КТЦ_Труд_ ж:\"中.xlsx");
 
-    for (const QString& region : {QString("а/б"), QString(255, u'ы')}) {
-        type(*TERForm->cxComboBox1, region);
-        const QString outcome = exportBy("Button3");
-        EXPECT_TRUE(outcome.contains(region) && !outcome.contains("завершена") && outcome.endsWith('|'))
-            << outcome.toStdString();
-        EXPECT_TRUE(TERForm->cxGrid4->isEnabled());
+    struct Case {
+        QString region, period, fileEnd; // an empty end: no file can have that name
+    };
+    const std::vector<Case> cases{
+        {"Респ. Коми", "202403", "Респ"},   {" ", "ж:\"中", " ж:\"中"},
+        {"В пределах", " ", "В пределах "}, {"Москва", "20.24", "Москва20"},
+        {"а\\б", "202403", "а\\б202403"},   {"а/б", "202403", ""},
+        {QString(255, u'ы'), "202403", ""},
+    };
+    for (const Case& texts : cases) {
+        type(*TERForm->cxComboBox1, texts.region);
+        type(*TERForm->cxComboBox2, texts.period);
+        for (const auto& [button, text] : expected) {
+            if (!text.endsWith("202403")) {
+                continue;
+            }
+            const QString outcome = exportBy(button);
+            if (!texts.fileEnd.isEmpty()) {
+                const QString fixedText = text.left(text.lastIndexOf('_') + 1);
+                EXPECT_EQ(outcome, "Выгрузка завершена|   ФЕР2020" + fixedText + texts.fileEnd + ".xlsx");
+            } else {
+                EXPECT_TRUE(outcome.contains(texts.region) && !outcome.contains("завершена") &&
+                            outcome.endsWith('|'))
+                    << outcome.toStdString();
+            }
+        }
+    }
+    for (const grid::Grid* control : TERForm->findChildren<grid::Grid*>()) {
+        EXPECT_TRUE(control->isEnabled()) << control->objectName().toStdString();
     }
     QFile log(app::ErrorLog::path());
     ASSERT_TRUE(log.open(QIODevice::ReadOnly));

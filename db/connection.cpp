@@ -2,6 +2,7 @@
 
 #include "db/data_set.h"
 #include "db/parameter_block.h"
+#include "db/signal_keeper.h"
 #include "db/transaction.h"
 
 #include <algorithm>
@@ -39,6 +40,7 @@ void Connection::open() {
     library_.load();
     const QByteArray name = databaseName_.toLocal8Bit();
     const ParameterBlock block = databaseParameterBlock(parameters_);
+    const SignalKeeper signalsStay;
     handle_.reset(library_.run([&](auto* status) {
         return library_.provider().attachDatabase(status, name.constData(),
                                                   static_cast<unsigned>(block.size()), block.data());

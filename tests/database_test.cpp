@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <csignal>
 #include <limits>
 
 namespace {
@@ -129,6 +130,17 @@ TEST(Connection, RefusesWhatItCannotReachAndStaysUsable) {
     EXPECT_EQ(module.pFIBDataSet1.rowCount(), 0);
     EXPECT_THROW(module.pFIBDataSet3.open(), db::DatabaseError) << "unbound parameters";
     EXPECT_TRUE(errorOf([&] { static_cast<void>(module.pFIBDataSet1.parameter("p1")); }).contains("p1"));
+}
+
+TEST(ConnectionDeathTest, LeavesItToTheProgramHowSignalsEndIt) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(
+        {
+            TDM module;
+            connectTo(module, test::sampleServer);
+            std::raise(SIGTERM);
+        },
+        testing::KilledBySignal(SIGTERM), "");
 }
 
 TEST(Connection, ThatDiesIsRecognisedAndCanBeOpenedAgain) {

@@ -31,8 +31,10 @@ Encoded escaped(unsigned char byte) {
     return encoded("_x00" + QByteArray::number(byte, 16).rightJustified(2, '0').toUpper() + "_");
 }
 
-std::array<Encoded, 256> makeTable() {
-    std::array<Encoded, 256> table;
+using EncodingTable = std::array<Encoded, 256>;
+
+EncodingTable makeTable() {
+    EncodingTable table;
     for (unsigned value = 0; value < table.size(); ++value) {
         const auto byte = static_cast<unsigned char>(value);
         const bool needsEscape = byte < 0x20 && byte != '\t' && byte != '\n';
@@ -41,10 +43,10 @@ std::array<Encoded, 256> makeTable() {
     return table;
 }
 
-const std::array<Encoded, 256> table = makeTable();
-
-const Encoded& tableEntry(char byte) {
-    return table[static_cast<unsigned char>(byte)];
+/// Made with the first export: the code page's converter would take a tenth of the program's start.
+const EncodingTable& encodingTable() {
+    static const EncodingTable table = makeTable();
+    return table;
 }
 
 bool isHexDigit(char byte) {
@@ -52,15 +54,16 @@ bool isHexDigit(char byte) {
 }
 
 /// Whether a reader would take the beginning of `text` (which is a "_") for an escaped character.
-bool looksEscaped(std::string_view text) {
+bool looksEscaped(std::string_view text, const EncodingTable& table) {
     return text.size() > 6 && text[1] == 'x' && std::all_of(text.begin() + 2, text.begin() + 6, isHexDigit) &&
-           tableEntry(text[6]).bytes.front() == escapeStart;
+           table[static_cast<unsigned char>(text[6])].bytes.front() == escapeStart;
 }
 
 } // namespace
 
 const char* SheetText::encode(std::string_view win1251) {
     static const Encoded escapedStart = escaped(escapeStart);
+    const EncodingTable& table = encodingTable();
     // Every step copies a whole entry, of which `length` bytes count.
     const std::size_t needed = (win1251.size() + 1) * sizeof(Encoded);
     if (buffer_.size() < needed) {
@@ -68,8 +71,8 @@ const char* SheetText::encode(std::string_view win1251) {
     }
     char* out = buffer_.data();
     for (std::size_t i = 0; i < win1251.size(); ++i) {
-        const bool plain = win1251[i] != escapeStart || !looksEscaped(win1251.substr(i));
-        const Encoded& entry = plain ? tableEntry(win1251[i]) : escapedStart;
+        const bool plain = win1251[i] != escapeStart || !looksEscaped(win1251.substr(i), table);
+        const Encoded& entry = plain ? table[static_cast<unsigned char>(win1251[i])] : escapedStart;
         std::memcpy(out, entry.bytes.data(), entry.bytes.size());
         out += entry.length;
     }

@@ -3,11 +3,10 @@
 #include "export/export_error.h"
 #include "export/replacement_file.h"
 #include "export/workbook_check.h"
+#include "export/xlsx_library.h"
 
 #include <QDir>
 #include <QFile>
-
-#include <xlsxwriter.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -45,39 +44,44 @@ lxw_col_t columnNumber(std::size_t column) {
 
 } // namespace
 
+WorkbookWriter::~WorkbookWriter() = default;
+
 void WorkbookWriter::Discard::operator()(lxw_workbook* workbook) const {
     // The library closes the file of the rows only together with a finished workbook.
     if (lxw_worksheet* const sheet = STAILQ_FIRST(workbook->worksheets)) {
         std::fclose(sheet->optimize_tmpfile);
     }
-    lxw_workbook_free(workbook);
+    library->lxw_workbook_free(workbook);
 }
 
 WorkbookWriter::WorkbookWriter(const ReplacementFile& file, const QString& sheetName,
                                std::span<const SheetColumn> columns, int rowCount)
-    : target_(file.target()), path_(file.path()) {
+    : target_(file.target()),
+      path_(file.path()),
+      xlsx_(std::make_unique<XlsxLibrary>()),
+      workbook_(nullptr, {xlsx_.get()}) {
     lxw_workbook_options options{};
     options.constant_memory = LXW_TRUE;
-    workbook_.reset(workbook_new_opt(writerFileName(path_).constData(), &options));
+    workbook_.reset(xlsx_->workbook_new_opt(writerFileName(path_).constData(), &options));
     if (!workbook_) {
         check(LXW_ERROR_MEMORY_MALLOC_FAILED);
     }
-    sheet_ = workbook_add_worksheet(workbook_.get(), sheetName.toUtf8().constData());
+    sheet_ = xlsx_->workbook_add_worksheet(workbook_.get(), sheetName.toUtf8().constData());
     if (sheet_ == nullptr) {
         failForTemporaryFile();
     }
-    worksheet_activate(sheet_);
+    xlsx_->worksheet_activate(sheet_);
     setUpColumns(columns);
     setUpPage(rowCount);
 }
 
 lxw_format* WorkbookWriter::makeFormat(Qt::Alignment alignment) {
-    lxw_format* const format = workbook_add_format(workbook_.get());
+    lxw_format* const format = xlsx_->workbook_add_format(workbook_.get());
     if (format == nullptr) {
         check(LXW_ERROR_MEMORY_MALLOC_FAILED);
     }
-    format_set_align(format, LXW_ALIGN_VERTICAL_TOP);
-    format_set_align(format, alignment.testFlag(Qt::AlignRight) ? LXW_ALIGN_RIGHT : LXW_ALIGN_LEFT);
+    xlsx_->format_set_align(format, LXW_ALIGN_VERTICAL_TOP);
+    xlsx_->format_set_align(format, alignment.testFlag(Qt::AlignRight) ? LXW_ALIGN_RIGHT : LXW_ALIGN_LEFT);
     return format;
 }
 
@@ -89,28 +93,29 @@ void WorkbookWriter::setUpColumns(std::span<const SheetColumn> columns) {
     for (std::size_t i = 0; i < columns.size(); ++i) {
         const SheetColumn& column = columns[i];
         lxw_format* const header = makeFormat(column.headerAlignment);
-        format_set_bold(header);
-        format_set_text_wrap(header);
-        format_set_bottom(header, LXW_BORDER_THIN);
-        check(worksheet_write_string(sheet_, 0, columnNumber(i), column.header.toUtf8().constData(), header));
+        xlsx_->format_set_bold(header);
+        xlsx_->format_set_text_wrap(header);
+        xlsx_->format_set_bottom(header, LXW_BORDER_THIN);
+        check(xlsx_->worksheet_write_string(sheet_, 0, columnNumber(i), column.header.toUtf8().constData(),
+                                            header));
 
         lxw_format* const cell = makeFormat(column.alignment);
         if (column.fractionDigits) {
-            format_set_num_format(cell, numberFormat(*column.fractionDigits).constData());
+            xlsx_->format_set_num_format(cell, numberFormat(*column.fractionDigits).constData());
         } else {
-            format_set_text_wrap(cell);
+            xlsx_->format_set_text_wrap(cell);
         }
         // The library would look the format up by all its properties again for every cell.
-        cell->xf_index = lxw_format_get_xf_index(cell);
+        cell->xf_index = xlsx_->lxw_format_get_xf_index(cell);
         formats_.push_back(cell);
         // Wider than a sheet allows: all columns shrink, so that their proportions stay.
         const auto width = static_cast<uint32_t>(qint64{column.width} * widestColumn / widest);
-        check(worksheet_set_column_pixels(sheet_, columnNumber(i), columnNumber(i), width, cell));
+        check(xlsx_->worksheet_set_column_pixels(sheet_, columnNumber(i), columnNumber(i), width, cell));
 
         lxw_format* const footer = makeFormat(column.alignment);
-        format_set_bold(footer);
-        format_set_top(footer, LXW_BORDER_THIN);
-        format_set_num_format(footer, numberFormat(0).constData());
+        xlsx_->format_set_bold(footer);
+        xlsx_->format_set_top(footer, LXW_BORDER_THIN);
+        xlsx_->format_set_num_format(footer, numberFormat(0).constData());
         footerFormats_.push_back(footer);
     }
 }
@@ -118,26 +123,27 @@ void WorkbookWriter::setUpColumns(std::span<const SheetColumn> columns) {
 void WorkbookWriter::setUpPage(int rowCount) {
     const lxw_col_t lastColumn = columnNumber(formats_.size() - 1);
     const lxw_row_t lastRow = rowNumber(rowCount);
-    worksheet_freeze_panes(sheet_, 1, 0);
-    check(worksheet_autofilter(sheet_, 0, 0, lastRow, lastColumn));
-    check(worksheet_repeat_rows(sheet_, 0, 0));
-    worksheet_set_landscape(sheet_);
-    worksheet_set_paper(sheet_, paperA4);
-    worksheet_fit_to_pages(sheet_, 1, 0);
+    xlsx_->worksheet_freeze_panes(sheet_, 1, 0);
+    check(xlsx_->worksheet_autofilter(sheet_, 0, 0, lastRow, lastColumn));
+    check(xlsx_->worksheet_repeat_rows(sheet_, 0, 0));
+    xlsx_->worksheet_set_landscape(sheet_);
+    xlsx_->worksheet_set_paper(sheet_, paperA4);
+    xlsx_->worksheet_fit_to_pages(sheet_, 1, 0);
     // Codes such as 00012 are texts on purpose and need no warning mark.
     char range[LXW_MAX_CELL_RANGE_LENGTH];
-    lxw_rowcol_to_range(range, 0, 0, lastRow, lastColumn);
-    check(worksheet_ignore_errors(sheet_, LXW_IGNORE_NUMBER_STORED_AS_TEXT, range));
+    xlsx_->lxw_rowcol_to_range(range, 0, 0, lastRow, lastColumn);
+    check(xlsx_->worksheet_ignore_errors(sheet_, LXW_IGNORE_NUMBER_STORED_AS_TEXT, range));
 }
 
 void WorkbookWriter::writeText(int row, int column, const char* text) {
     const auto index = static_cast<std::size_t>(column);
-    check(worksheet_write_string(sheet_, rowNumber(row), columnNumber(index), text, formats_[index]));
+    check(xlsx_->worksheet_write_string(sheet_, rowNumber(row), columnNumber(index), text, formats_[index]));
 }
 
 void WorkbookWriter::writeNumber(int row, int column, double number) {
     const auto index = static_cast<std::size_t>(column);
-    check(worksheet_write_number(sheet_, rowNumber(row), columnNumber(index), number, formats_[index]));
+    check(
+        xlsx_->worksheet_write_number(sheet_, rowNumber(row), columnNumber(index), number, formats_[index]));
 }
 
 void WorkbookWriter::endRow() {
@@ -149,8 +155,9 @@ void WorkbookWriter::endRow() {
 void WorkbookWriter::writeFooter(int row, int column, int count) {
     for (std::size_t i = 0; i < footerFormats_.size(); ++i) {
         check(static_cast<int>(i) == column
-                  ? worksheet_write_number(sheet_, rowNumber(row), columnNumber(i), count, footerFormats_[i])
-                  : worksheet_write_blank(sheet_, rowNumber(row), columnNumber(i), footerFormats_[i]));
+                  ? xlsx_->worksheet_write_number(sheet_, rowNumber(row), columnNumber(i), count,
+                                                  footerFormats_[i])
+                  : xlsx_->worksheet_write_blank(sheet_, rowNumber(row), columnNumber(i), footerFormats_[i]));
     }
 }
 
@@ -163,7 +170,7 @@ std::int64_t WorkbookWriter::frameSize() const {
     // Assembled as if its rows were in memory, where there are none.
     sheet_->file = frame.get();
     sheet_->optimize = LXW_FALSE;
-    lxw_worksheet_assemble_xml_file(sheet_);
+    xlsx_->lxw_worksheet_assemble_xml_file(sheet_);
     sheet_->optimize = LXW_TRUE;
     sheet_->file = nullptr;
     if (std::fflush(frame.get()) != 0 || std::ferror(frame.get()) != 0) {
@@ -175,7 +182,7 @@ std::int64_t WorkbookWriter::frameSize() const {
 void WorkbookWriter::finish() {
     // The library does not notice when its temporary files cannot be written and makes a workbook of what it
     // then reads back, without an error. So the size that the sheet must have is worked out beforehand.
-    lxw_worksheet_write_single_row(sheet_);
+    xlsx_->lxw_worksheet_write_single_row(sheet_);
     if (std::fflush(sheet_->optimize_tmpfile) != 0) {
         failForTemporaryFile();
     }
@@ -183,7 +190,7 @@ void WorkbookWriter::finish() {
     const std::int64_t sheetSize = std::ftell(sheet_->optimize_tmpfile) + frameSize();
 
     errno = 0;
-    const lxw_error error = workbook_close(workbook_.release());
+    const lxw_error error = xlsx_->workbook_close(workbook_.release());
     if (error != LXW_NO_ERROR && errno != 0) {
         fail(qt_error_string(errno));
     }
@@ -195,7 +202,7 @@ void WorkbookWriter::finish() {
 
 void WorkbookWriter::check(int error) const {
     if (error != LXW_NO_ERROR) {
-        fail(QString::fromUtf8(lxw_strerror(static_cast<lxw_error>(error))));
+        fail(QString::fromUtf8(xlsx_->lxw_strerror(static_cast<lxw_error>(error))));
     }
 }
 

@@ -17,6 +17,7 @@ struct lxw_worksheet;
 namespace exporter {
 
 class ReplacementFile;
+class XlsxLibrary;
 
 /// A column of a sheet.
 struct SheetColumn {
@@ -31,9 +32,10 @@ struct SheetColumn {
 /// Cells are written row by row and kept in memory no longer than their row. Everything throws ExportError.
 class WorkbookWriter final {
 public:
-    /// The header stands in row 0 and `rowCount` rows follow it.
+    /// The header stands in row 0 and `rowCount` rows follow it. Throws FileError without libxlsxwriter.
     WorkbookWriter(const ReplacementFile& file, const QString& sheetName,
                    std::span<const SheetColumn> columns, int rowCount);
+    ~WorkbookWriter();
 
     /// `text` is what SheetText made of it; it stays a text whatever it looks like.
     void writeText(int row, int column, const char* text);
@@ -49,6 +51,7 @@ public:
 
 private:
     struct Discard {
+        const XlsxLibrary* library;
         void operator()(lxw_workbook* workbook) const;
     };
 
@@ -63,6 +66,7 @@ private:
     QString target_;
     QString path_;
     NumericLocale locale_;
+    std::unique_ptr<const XlsxLibrary> xlsx_;
     std::unique_ptr<lxw_workbook, Discard> workbook_;
     lxw_worksheet* sheet_ = nullptr;   // owned by the workbook, as the formats are
     std::vector<lxw_format*> formats_; // of the cells of each column

@@ -7,6 +7,7 @@
 #include "export/grid_export.h"
 #include "export/sheet_name.h"
 #include "export/sheet_text.h"
+#include "export/xlsx_library.h"
 #include "grid/column.h"
 #include "grid/grid.h"
 #include "grid/table_header.h"
@@ -219,6 +220,18 @@ TEST(SheetText, EscapesWhatAReaderWouldTakeForAnEscape) {
     // The escaped character's own "_" would complete what stands before it.
     EXPECT_STREQ(text.encode("_x0041\x01"), "_x005F_x0041_x0001_");
     EXPECT_STREQ(text.encode("\x98\xC6"), "\xC2\x98Ж");
+}
+
+TEST(XlsxLibrary, ThatDoesNotFitIsNamed) {
+    for (const char* name : {"no_such_writer.so", "libc.so.6"}) {
+        try {
+            const exporter::XlsxLibrary library{QString(name)};
+            ADD_FAILURE() << name << " is taken for the library";
+        } catch (const FileError& error) {
+            EXPECT_TRUE(error.message().startsWith("Не загружается библиотека книг")) << error.what();
+            EXPECT_TRUE(error.message().contains(name)) << error.what();
+        }
+    }
 }
 
 TEST(ExportNames, FollowTheRules) {

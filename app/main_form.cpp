@@ -51,6 +51,10 @@ TMainForm::TMainForm() {
     QPalette white = palette();
     white.setColor(QPalette::Window, Qt::white);
     setPalette(white);
+    resize(designSize);
+    move(screen()->availableGeometry().center() - QRect(QPoint(), designSize).center());
+    // The window manager gives the window its place and size while its parts are being made.
+    showMaximized();
 
     ApplicationEvents1 = new ui::ApplicationEvents(
         QStringLiteral("ApplicationEvents1"),
@@ -73,8 +77,6 @@ TMainForm::TMainForm() {
     layout->addWidget(Panel1, 1);
     layout->addWidget(dxStatusBar1);
 
-    resize(designSize);
-    move(screen()->availableGeometry().center() - QRect(QPoint(), designSize).center());
     MainForm = this;
 }
 

@@ -26,7 +26,7 @@ class TMainForm final : public QWidget, public browser::BrowserHost {
     Q_OBJECT
 
 public:
-    /// Opens nothing. Throws FileError when the status bar's skin cannot be read.
+    /// Shows itself maximised; opens nothing. Throws FileError when the status bar's skin cannot be read.
     TMainForm();
     ~TMainForm() override;
 

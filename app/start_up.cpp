@@ -54,8 +54,7 @@ int runWindows() {
 
     TDM dataModule;
     DM = &dataModule;
-    TMainForm mainForm;
-    mainForm.showMaximized();
+    const TMainForm mainForm;
     return ui::Application::exec();
 }
 

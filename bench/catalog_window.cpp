@@ -23,7 +23,7 @@ CatalogWindow::CatalogWindow(const QString& server) {
     DM = module_.get();
     connectTo(*module_, server);
     form_ = std::make_unique<TMainForm>();
-    static_cast<void>(timeUntilPainted(*form_, [this] { form_->showMaximized(); }));
+    static_cast<void>(timeUntilPainted(*form_, [this] { form_->update(); }));
     form_->Action1Execute(*form_);
     if (TERForm == nullptr) {
         throw std::runtime_error("the catalog browser has not opened");

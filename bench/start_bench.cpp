@@ -9,7 +9,7 @@ namespace bench {
 
 namespace {
 
-constexpr int rounds = 21;
+constexpr int rounds = 41;
 constexpr int patience = 30'000;
 
 /// Milliseconds from the start of a program until its maximised main window is painted on screen. The program

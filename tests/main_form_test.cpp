@@ -33,7 +33,6 @@ protected:
     MainFormTest() {
         DM = &module_;
         QFile::remove(app::ErrorLog::path());
-        form_.showMaximized();
         EXPECT_TRUE(QTest::qWaitForWindowExposed(&form_));
     }
     ~MainFormTest() override { QFile::remove(app::ErrorLog::path()); }

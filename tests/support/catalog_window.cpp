@@ -18,7 +18,6 @@ CatalogWindow::CatalogWindow(const QString& server) {
     module_.pFIBDatabase1.setDatabaseName(TDM::databaseNameOn(server));
     module_.pFIBDatabase1.open();
     form_.ActionToolBar1->show();
-    form_.showMaximized();
     if (!QTest::qWaitForWindowActive(&form_)) {
         throw std::runtime_error("the main window does not become active");
     }

@@ -53,14 +53,36 @@ void Connection::close() {
     }
     for (DataSet* dataSet : dataSets_) {
         dataSet->close();
+    }
+    try {
+        detach();
+    } catch (const DatabaseError&) {
+        dropHandles();
+        throw;
+    }
+}
+
+void Connection::detach() {
+    for (DataSet* dataSet : dataSets_) {
         dataSet->unprepare();
     }
     if (transaction_ != nullptr) {
         transaction_->end();
     }
-    run([&](auto* status) { handle_->detach(status); });
+    library_.run([&](auto* status) { handle_->detach(status); });
     // A successful detach has taken the reference back.
     static_cast<void>(handle_.release());
+}
+
+void Connection::requireAnswer() {
+    try {
+        library_.run([&](auto* status) { handle().ping(status); });
+    } catch (const DatabaseError& error) {
+        if (error.meansLostConnection()) {
+            dropHandles();
+            throw;
+        }
+    }
 }
 
 Firebird::IAttachment& Connection::handle() const {

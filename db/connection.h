@@ -34,7 +34,8 @@ public:
     /// DatabaseError.
     void open();
 
-    /// Closes every dataset, ends the transaction and detaches. What the server no longer answers is dropped.
+    /// Closes every dataset, ends the transaction and detaches. Throws DatabaseError when the server does not
+    /// answer as it should; everything is closed then as well.
     void close();
 
     /// Runs one call of the client library. A call that reports the connection as lost leaves the connection
@@ -46,6 +47,8 @@ public:
         } catch (const DatabaseError& error) {
             if (error.meansLostConnection()) {
                 dropHandles();
+            } else if (error.isOfServer()) {
+                requireAnswer();
             }
             throw;
         }
@@ -60,7 +63,11 @@ public:
     void setTransaction(Transaction* transaction) { transaction_ = transaction; }
 
 private:
+    void detach();
     void dropHandles();
+    /// Asks whether the connection still exists, which the error of a call may hide: a cursor whose closing
+    /// went unanswered is reported as open. Throws the DatabaseError of a lost connection.
+    void requireAnswer();
 
     QString databaseName_;
     QStringList parameters_;

@@ -15,7 +15,8 @@ public:
     /// empty when the access layer itself refuses.
     explicit DatabaseError(const QString& message, std::vector<int> codes = {});
 
-    [[nodiscard]] const std::vector<int>& codes() const noexcept { return codes_; }
+    /// True when the server or its client library has reported it.
+    [[nodiscard]] bool isOfServer() const noexcept { return !codes_.empty(); }
 
     /// True when the codes say that the connection to the server no longer exists.
     [[nodiscard]] bool meansLostConnection() const noexcept;

@@ -168,6 +168,30 @@ TEST(Connection, ThatDiesIsRecognisedAndCanBeOpenedAgain) {
     EXPECT_NE(errorOf([&] { module.chooseEdition(data::editions[0]); }), "nothing thrown");
     EXPECT_FALSE(module.pFIBDatabase1.isConnected());
     EXPECT_NO_THROW(module.pFIBDatabase1.close());
+
+    // By the administrator, who ends this connection alone.
+    server.start();
+    connectTo(module, server.address());
+    module.chooseEdition(data::editions[0]);
+    reopen();
+    runSql(server.address(),
+           "delete from MON$ATTACHMENTS where MON$ATTACHMENT_ID <> current_connection; commit;");
+    EXPECT_TRUE(errorOf(reopen).contains("connection"));
+    EXPECT_FALSE(module.pFIBDatabase1.isConnected());
+}
+
+TEST(Connection, ClosesAllThatHangsOnADeadServer) {
+    test::FirebirdServer server("127.0.0.3", "limits");
+    TDM module;
+    connectTo(module, server.address());
+    openAll(module, "202403", 1);
+    server.kill();
+    // Whether the client notices depends on when the system reports the broken pipe.
+    static_cast<void>(errorOf([&] { module.pFIBDatabase1.close(); }));
+    EXPECT_FALSE(module.pFIBDatabase1.isConnected());
+    for (const db::DataSet* dataSet : module.dataSets()) {
+        EXPECT_FALSE(dataSet->isOpen()) << dataSet->objectName().toStdString();
+    }
 }
 
 TEST(DataSets, DeliverEveryKindAtItsLimits) {

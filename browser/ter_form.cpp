@@ -15,6 +15,7 @@
 #include "ui/application.h"
 #include "ui/fonts.h"
 #include "ui/screen_cursor.h"
+#include "ui/tight_layout.h"
 
 #include <QComboBox>
 #include <QDir>
@@ -52,14 +53,6 @@ QFrame* makePanel(QWidget* parent, const char* name, QFrame::Shape shape) {
     panel->setFrameStyle(static_cast<int>(shape) | static_cast<int>(QFrame::Raised));
     panel->setLineWidth(1);
     return panel;
-}
-
-template <typename Layout>
-Layout* makeTightLayout(QWidget* parent) {
-    auto* const layout = new Layout(parent);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    return layout;
 }
 
 } // namespace
@@ -214,7 +207,7 @@ TTERForm::TTERForm(browser::BrowserHost& host) : Form(QStringLiteral("TERForm"))
     white.setColor(QPalette::Window, Qt::white);
     setPalette(white);
     setAutoFillBackground(true);
-    auto* const layout = makeTightLayout<QVBoxLayout>(this);
+    auto* const layout = ui::makeTightLayout<QVBoxLayout>(this);
     createBanner(*layout);
     createSelectors(*layout);
     createBody(*layout);
@@ -242,7 +235,7 @@ void TTERForm::createBanner(QVBoxLayout& layout) {
 void TTERForm::createSelectors(QVBoxLayout& layout) {
     Panel2 = makePanel(this, "Panel2", QFrame::Panel);
     Panel2->setFixedHeight(selectorBarHeight);
-    auto* const bar = makeTightLayout<QHBoxLayout>(Panel2);
+    auto* const bar = ui::makeTightLayout<QHBoxLayout>(Panel2);
     for (const SelectorSpec& spec : selectors) {
         QComboBox* const selector = named(new QComboBox(Panel2), spec.name);
         this->*spec.member = selector;
@@ -276,7 +269,7 @@ void TTERForm::createSelectors(QVBoxLayout& layout) {
 void TTERForm::createBody(QVBoxLayout& layout) {
     Panel1 = makePanel(this, "Panel1", QFrame::Panel);
     cxPageControl1 = named(new QTabWidget(Panel1), "cxPageControl1");
-    makeTightLayout<QVBoxLayout>(Panel1)->addWidget(cxPageControl1);
+    ui::makeTightLayout<QVBoxLayout>(Panel1)->addWidget(cxPageControl1);
     for (const TabPlace& place : tabs) {
         createTab(place);
     }
@@ -298,7 +291,7 @@ void TTERForm::createTab(const TabPlace& place) {
         covered->setFocusPolicy(Qt::NoFocus);
     }
     createGrid(place.shown, *sheet, *grids);
-    auto* const layout = makeTightLayout<QVBoxLayout>(sheet);
+    auto* const layout = ui::makeTightLayout<QVBoxLayout>(sheet);
     layout->addWidget(createButtonPanel(place, *sheet));
     layout->addLayout(grids, 1);
 }

@@ -1,9 +1,9 @@
 #include "db/row_decoder.h"
 
 #include "db/connection.h"
+#include "db/load.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace db {
 
@@ -12,11 +12,11 @@ namespace {
 /// What the server says of one column of a result.
 struct Column {
     QString name;
-    unsigned type; ///< SQL_... of ibase.h, without the bit for "may be NULL"
-    int scale;     ///< 0 or negative: minus the fraction digits
-    unsigned length;
-    unsigned offset;
-    unsigned nullOffset;
+    unsigned type = 0; ///< SQL_... of ibase.h, without the bit for "may be NULL"
+    int scale = 0;     ///< 0 or negative: minus the fraction digits
+    unsigned length = 0;
+    unsigned offset = 0;
+    unsigned nullOffset = 0;
 };
 
 std::vector<Column> columnsOf(Connection& connection, Firebird::IMessageMetadata& metadata) {
@@ -90,13 +90,6 @@ QString describe(const Field& field) {
         return QStringLiteral("VARCHAR(%1)").arg(field.size());
     }
     return {};
-}
-
-template <typename Value>
-Value load(const unsigned char* bytes) {
-    Value value{};
-    std::memcpy(&value, bytes, sizeof value);
-    return value;
 }
 
 std::string_view withoutPadding(std::string_view text) {

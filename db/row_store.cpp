@@ -1,5 +1,7 @@
 #include "db/row_store.h"
 
+#include "db/load.h"
+
 #include <algorithm>
 #include <cstring>
 
@@ -9,13 +11,6 @@ namespace {
 
 constexpr int stretchShift = 10;
 constexpr int rowsPerStretch = 1 << stretchShift;
-
-template <typename Number>
-Number load(const std::uint8_t* bytes) noexcept {
-    Number number{};
-    std::memcpy(&number, bytes, sizeof number);
-    return number;
-}
 
 template <typename Element>
 std::unique_ptr<Element[]> exactCopy(const std::vector<Element>& elements) {

@@ -4,28 +4,19 @@
 #include "grid/filter_bar.h"
 #include "grid/find_bar.h"
 #include "grid/table_view.h"
+#include "ui/tight_layout.h"
 
 #include <QShortcut>
 #include <QVBoxLayout>
 
 namespace grid {
-namespace {
-
-QVBoxLayout* makeTightLayout(QWidget* parent) {
-    auto* const layout = new QVBoxLayout(parent);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    return layout;
-}
-
-} // namespace
 
 Level::Level(const GridSpec& spec, DataSource& dataSource, QWidget* parent) : QWidget(parent) {
     setObjectName(toQString(spec.level));
     view_ = new TableView(spec, dataSource, this);
     findBar_ = new FindBar(*view_, this);
     setFocusProxy(view_);
-    QVBoxLayout* const layout = makeTightLayout(this);
+    QVBoxLayout* const layout = ui::makeTightLayout<QVBoxLayout>(this);
     layout->addWidget(findBar_);
     layout->addWidget(view_, 1);
     layout->addWidget(new FilterBar(view_->tableModel(), this));
@@ -37,7 +28,7 @@ Grid::Grid(const GridSpec& spec, DataSource& dataSource, QWidget* parent) : QFra
     setBackgroundRole(QPalette::Base);
     setAutoFillBackground(true);
     level_ = new Level(spec, dataSource, this);
-    makeTightLayout(this)->addWidget(level_);
+    ui::makeTightLayout<QVBoxLayout>(this)->addWidget(level_);
     setFocusProxy(&level_->view());
 
     const auto addShortcut = [this](QKeySequence::StandardKey key, void (FindBar::*action)()) {

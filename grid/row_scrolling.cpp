@@ -17,6 +17,14 @@ void adjustScrollBar(QScrollBar& bar, const RowLayout& layout) {
     bar.setValue(layout.scrollValue());
 }
 
+void arrangeForWidth(const QWidget& viewport, const std::function<void(int width)>& arrange) {
+    int width = -1;
+    for (int pass = 0; pass < 3 && viewport.width() != width; ++pass) {
+        width = viewport.width();
+        arrange(width);
+    }
+}
+
 int WheelRows::take(const QWheelEvent& event) {
     constexpr int notch = 120;
     rest_ += event.angleDelta().y() * QApplication::wheelScrollLines();

@@ -2,8 +2,11 @@
 
 #include <qrgb.h>
 
+#include <functional>
+
 class QScrollBar;
 class QWheelEvent;
+class QWidget;
 
 namespace grid {
 
@@ -17,6 +20,10 @@ inline constexpr int dragScrollInterval = 50;
 
 /// Sets range, page and value of a view's vertical scroll bar by the layout of its rows.
 void adjustScrollBar(QScrollBar& bar, const RowLayout& layout);
+
+/// Arranges a view for the width of its viewport, and again where that changes it: the scroll bar's coming
+/// narrows the columns, which heightens header and rows; its going does the reverse.
+void arrangeForWidth(const QWidget& viewport, const std::function<void(int width)>& arrange);
 
 /// Adds up turns of the mouse wheel, which may be finer than a row.
 class WheelRows final {

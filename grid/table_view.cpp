@@ -128,11 +128,7 @@ void TableView::updateGeometries() {
         return;
     }
     const QScopedValueRollback guard(fitting_, true);
-    int width = -1;
-    // The scroll bar's coming narrows the columns, which heightens header and rows; its going does the
-    // reverse.
-    for (int pass = 0; pass < 3 && viewport()->width() != width; ++pass) {
-        width = viewport()->width();
+    arrangeForWidth(*viewport(), [this](int width) {
         header_->fitWidth(width);
         const int headerHeight = header_->fittedHeight();
         const int footerHeight = footer_->sizeHint().height();
@@ -142,7 +138,7 @@ void TableView::updateGeometries() {
         footer_->setGeometry(area.left(), area.bottom() + 1, width, footerHeight);
         layout_.setViewportHeight(area.height());
         adjustScrollBar(*verticalScrollBar(), layout_);
-    }
+    });
     QAbstractItemView::updateGeometries();
 }
 

@@ -252,18 +252,14 @@ void TreeView::updateGeometries() {
         return;
     }
     const QScopedValueRollback updating(updatingGeometries_, true);
-    int width = -1;
-    // The scroll bar's coming narrows the columns, which heightens header and rows; its going does the
-    // reverse.
-    for (int pass = 0; pass < 3 && viewport()->width() != width; ++pass) {
-        width = viewport()->width();
+    arrangeForWidth(*viewport(), [this](int width) {
         header_->fitWidth(width);
         const int headerHeight = header_->fittedHeight();
         setViewportMargins(0, headerHeight, 0, 0);
         header_->setGeometry(viewport()->x(), viewport()->y() - headerHeight, width, headerHeight);
         layout_.setViewportHeight(viewport()->height());
         adjustScrollBar(*verticalScrollBar(), layout_);
-    }
+    });
     QAbstractItemView::updateGeometries();
 }
 

@@ -15,7 +15,6 @@
 #include <QDir>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPixmapCache>
 #include <QPointer>
 #include <QPushButton>
 #include <QTabWidget>
@@ -260,8 +259,6 @@ TEST(Lifecycle, LeavesNoWindowWhenItCannotBeCreated) {
 
 TEST(Lifecycle, HoldsNoMoreMemoryHoweverOftenTheChoiceChanges) {
     CatalogWindow window(test::limitsServer);
-    // Bounded, but by more than a leak would show.
-    QPixmapCache::setCacheLimit(0);
     const auto round = [&](int number) {
         window.choose(number % 2 == 0 ? "Action1" : "Action4");
         TERForm->cxComboBox1->setCurrentIndex(4 + number % 4);

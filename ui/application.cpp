@@ -5,6 +5,7 @@
 
 #include <QLibraryInfo>
 #include <QMessageBox>
+#include <QPixmapCache>
 #include <QTranslator>
 
 namespace ui {
@@ -23,6 +24,9 @@ void showMessageBox(QMessageBox::Icon icon, const QString& text) {
 
 Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
     setApplicationName(QStringLiteral("Tarvelo"));
+    // The style keeps the buttons that it draws under the palettes of the very widgets. Those of a window
+    // that is gone are never asked for again, and the keys of what the cache has dropped are never freed.
+    QPixmapCache::setCacheLimit(0);
     auto* const translator = new QTranslator(this);
     // The standard buttons speak Russian whatever the system's language.
     if (translator->load(QStringLiteral("qtbase_ru"), QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {

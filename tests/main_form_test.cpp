@@ -8,6 +8,7 @@
 #include "support/printing.h"
 #include "support/waiting.h"
 #include "ui/application.h"
+#include "ui/cursor_table.h"
 #include "ui/flat_tool_bar.h"
 
 #include <QActionGroup>
@@ -77,6 +78,16 @@ protected:
     TMainForm form_;
     QString caption_, prompt_, preset_;
 };
+
+TEST(CursorTable, HoldsACursorWhileItIsRegistered) {
+    ui::CursorTable table;
+    {
+        const ui::RegisteredCursor registered(table, -23, ":/cursor/CAT_DRAG_COPY");
+        EXPECT_EQ(table.cursor(-23).shape(), Qt::BitmapCursor);
+    }
+    EXPECT_EQ(table.cursor(-23).shape(), Qt::ArrowCursor);
+    EXPECT_THROW(ui::RegisteredCursor(table, -23, ":/cursor/NONE"), FileError);
+}
 
 TEST_F(MainFormTest, ConnectsAndReportsTheOutcomeOnly) {
     EXPECT_EQ(outcome(), " #008000");

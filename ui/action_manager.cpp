@@ -1,10 +1,30 @@
 #include "ui/action_manager.h"
 
 #include <QAction>
+#include <QStyleOptionToolButton>
 #include <QToolBar>
 #include <QToolButton>
 
 namespace ui {
+
+namespace {
+
+/// A button that the pointer or a press marks in the tool bar's own highlight.
+class FlatToolButton final : public QToolButton {
+public:
+    using QToolButton::QToolButton;
+
+protected:
+    void initStyleOption(QStyleOptionToolButton* option) const override {
+        QToolButton::initStyleOption(option);
+        if ((option->state & (QStyle::State_MouseOver | QStyle::State_Sunken)) != 0) {
+            option->palette.setColor(QPalette::Button, palette().color(QPalette::Highlight));
+            option->palette.setColor(QPalette::ButtonText, palette().color(QPalette::HighlightedText));
+        }
+    }
+};
+
+} // namespace
 
 ActionManager::ActionManager(const QString& name, QToolBar& toolBar, QObject* parent)
     : QObject(parent), toolBar_(toolBar) {
@@ -12,7 +32,7 @@ ActionManager::ActionManager(const QString& name, QToolBar& toolBar, QObject* pa
 }
 
 void ActionManager::addButton(QAction& action, const QString& caption) {
-    auto* const button = new QToolButton(&toolBar_);
+    auto* const button = new FlatToolButton(&toolBar_);
     button->setAutoRaise(true);
     button->setText(caption);
     button->setAccessibleName(action.text());

@@ -11,6 +11,9 @@ class FlatToolBar final : public QToolBar {
 public:
     explicit FlatToolBar(QWidget* parent);
 
+    /// Room for all buttons.
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
 protected:
     void paintEvent(QPaintEvent* event) override;
 };

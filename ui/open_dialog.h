@@ -3,11 +3,9 @@
 #include <QObject>
 #include <QString>
 
-class QWidget;
-
 namespace ui {
 
-/// A dialog for choosing one existing file; the file must exist and its path be valid.
+/// What a dialog for choosing one existing file is to show.
 class OpenDialog final : public QObject {
     Q_OBJECT
 
@@ -16,9 +14,6 @@ public:
 
     [[nodiscard]] const QString& title() const { return title_; }
     [[nodiscard]] const QString& fileName() const { return fileName_; }
-
-    /// Shows the dialog; true when a file was chosen, which fileName() then gives.
-    bool execute(QWidget* parent);
 
 private:
     QString title_;

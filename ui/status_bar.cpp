@@ -93,8 +93,9 @@ bool StatusBar::eventFilter(QObject* watched, QEvent* event) {
     if (watched->isWindowType()) {
         if (event->type() == QEvent::KeyPress) {
             const auto* const key = static_cast<QKeyEvent*>(event);
-            overwriting_ ^=
-                key->key() == Qt::Key_Insert && key->modifiers() == Qt::NoModifier && !key->isAutoRepeat();
+            overwriting_ ^= key->key() == Qt::Key_Insert &&
+                            (key->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier &&
+                            !key->isAutoRepeat();
         }
         if (event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease ||
             event->type() == QEvent::FocusIn) {

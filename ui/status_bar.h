@@ -12,8 +12,8 @@ namespace ui {
 
 /// A text panel of a status bar.
 struct TextPanelSpec {
-    const char* name;
-    int width; ///< in pixels; 0 takes what the others leave
+    const char* name = "";
+    int width = 0; ///< in pixels; 0 takes what the others leave
     QColor fontColor;
 };
 

@@ -13,16 +13,15 @@ namespace ui {
 
 namespace {
 
-/// Standard buttons without icons.
+/// Standard buttons without icons, and a start without image files.
 class PlainButtonStyle final : public QProxyStyle {
 public:
     using QProxyStyle::QProxyStyle;
 
     QIcon standardIcon(StandardPixmap icon, const QStyleOption* option,
                        const QWidget* widget) const override {
-        // The status bar keeps the window wide enough for its menu and tool bar, so the button that would
-        // lead to the rest of them is never seen; but its image file would load the image plug-ins at every
-        // start.
+        // The window is never narrower than its menu and tool bar, so the button that would lead to the rest
+        // of them is never seen; but its image file would load the image plug-ins at every start.
         return icon == SP_ToolBarHorizontalExtensionButton ? QIcon()
                                                            : QProxyStyle::standardIcon(icon, option, widget);
     }

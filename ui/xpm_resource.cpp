@@ -35,7 +35,7 @@ QImage readXpmResource(const QString& resource) {
     for (const QByteArray& line : lines) {
         pointers.push_back(line.constData());
     }
-    const QImage image = pointers.empty() ? QImage() : QImage(pointers.data());
+    QImage image = pointers.empty() ? QImage() : QImage(pointers.data());
     if (image.isNull()) {
         throw FileError(QStringLiteral("Не читается изображение"), resource, QStringLiteral("это не XPM"));
     }

@@ -4,7 +4,6 @@
 #include "bench/screen.h"
 #include "browser/ter_form.h"
 #include "db/win1251.h"
-#include "grid/column.h"
 #include "grid/grid.h"
 #include "grid/table_model.h"
 #include "grid/table_view.h"
@@ -17,13 +16,6 @@ namespace bench {
 namespace {
 
 constexpr int rounds = 9;
-
-int columnOf(const grid::TableModel& model, const QString& field) {
-    const auto& columns = model.columns();
-    return static_cast<int>(std::find_if(columns.begin(), columns.end(),
-                                         [&](const grid::Column* c) { return c->fieldName() == field; }) -
-                            columns.begin());
-}
 
 template <typename Key>
 std::vector<int> orderBy(const std::vector<Key>& keys) {

@@ -3,7 +3,7 @@
 #include <QMainWindow>
 
 int main(int argc, char** argv) {
-    const QApplication application(argc, argv);
+    QApplication application(argc, argv);
     QMainWindow window;
     window.showMaximized();
     return QApplication::exec();

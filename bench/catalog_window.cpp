@@ -3,13 +3,16 @@
 #include "bench/measure.h"
 #include "bench/screen.h"
 #include "browser/ter_form.h"
+#include "grid/column.h"
 #include "grid/grid.h"
+#include "grid/table_model.h"
 #include "grid/table_view.h"
 #include "ui/fonts.h"
 #include "ui/style.h"
 
 #include <QComboBox>
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace bench {
@@ -43,6 +46,13 @@ void CatalogWindow::choose(const Stretch& stretch) {
     };
     static_cast<void>(timeUntilPainted(*TERForm->cxGrid1->view().viewport(), choosePeriod));
     requireSame("materials", module_->pFIBDataSet3.rowCount(), stretch.materials);
+}
+
+int columnOf(const grid::TableModel& model, const QString& field) {
+    const auto& columns = model.columns();
+    return static_cast<int>(std::find_if(columns.begin(), columns.end(),
+                                         [&](const grid::Column* c) { return c->fieldName() == field; }) -
+                            columns.begin());
 }
 
 } // namespace bench

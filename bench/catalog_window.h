@@ -5,6 +5,10 @@
 
 #include <memory>
 
+namespace grid {
+class TableModel;
+} // namespace grid
+
 namespace bench {
 
 /// The program's main window, maximised, with the catalog browser of the edition ТЕР open in it.
@@ -25,5 +29,8 @@ private:
     std::unique_ptr<TDM> module_;
     std::unique_ptr<TMainForm> form_;
 };
+
+/// The index of the column that shows a field.
+[[nodiscard]] int columnOf(const grid::TableModel& model, const QString& field);
 
 } // namespace bench

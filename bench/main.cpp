@@ -39,6 +39,7 @@ constexpr std::array rows{
     Row{"tree-find", bench::measureTreeFind},
     Row{"export", bench::measureExport},
     Row{"export-memory", bench::measureExportMemory},
+    Row{"growth", bench::measureGrowth},
     Row{"start", bench::measureStart},
 };
 
@@ -91,8 +92,7 @@ void measureHere(const Row& row, const bench::Surroundings& surroundings) {
 QJsonArray measureApart(const Row& row, const QStringList& options) {
     QProcess process;
     process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    // The Firebird client catches the gentler signals.
-    process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
+    process.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGTERM); });
     process.start(QCoreApplication::applicationFilePath(),
                   options + QStringList{QStringLiteral("--here"), QString::fromLatin1(row.name)});
     process.waitForFinished(-1);
@@ -139,7 +139,7 @@ bool measureAll(const std::vector<Row>& chosen, const QStringList& options, cons
     bool allMet = true;
     for (const Row& row : chosen) {
         const QJsonArray results = measureApart(row, options);
-        for (const QJsonValue& result : results) {
+        for (const auto& result : results) {
             printResult(result.toObject());
             allMet = allMet && result[QStringLiteral("met")].toBool();
             all.append(result);

@@ -43,7 +43,7 @@ void waitForServer() {
 
 double timeUntilPainted(QWidget& widget, const std::function<void()>& action) {
     settle();
-    const PaintWatch watch(widget);
+    PaintWatch watch(widget);
     return timeOf([&] {
         action();
         QElapsedTimer waited;

@@ -36,7 +36,7 @@ QString errorLine(const QDateTime& time, const std::exception& error, const QStr
 }
 
 QString defaultDateTimeText(const QDateTime& time, const QLocale& locale) {
-    const QString date = locale.toString(time.date(), QLocale::ShortFormat);
+    QString date = locale.toString(time.date(), QLocale::ShortFormat);
     if (time.time() == QTime(0, 0)) {
         return date;
     }

@@ -54,7 +54,7 @@ int runWindows() {
 
     TDM dataModule;
     DM = &dataModule;
-    const TMainForm mainForm;
+    TMainForm mainForm;
     return ui::Application::exec();
 }
 

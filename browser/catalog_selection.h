@@ -19,8 +19,7 @@ void fillPeriodSelector(TDM& module, QComboBox& selector);
 /// already open stay as they are. Throws db::DatabaseError.
 void openCatalogs(TDM& module);
 
-/// Makes the region of that exact name the chosen one and its row current; false, and nothing changed, when
-/// there is none.
+/// Makes the row of the region of that exact name current; false, and nothing changed, when there is none.
 [[nodiscard]] bool locateRegion(TDM& module, const QString& name);
 
 /// The ID of the regions' current row as a 32-bit integer: its low 32 bits, 0 where it is NULL.

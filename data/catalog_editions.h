@@ -10,7 +10,7 @@ inline constexpr std::size_t editionDataSetCount = 4;
 
 /// A catalog edition and its tables, in the order of TDM::editionDataSets().
 struct Edition {
-    int number; ///< the value of the open-browser marker while this edition is shown
+    int number = 0; ///< the value of the open-browser marker while this edition is shown
     std::array<std::u16string_view, editionDataSetCount> tables;
 };
 

@@ -94,7 +94,7 @@ public:
     [[nodiscard]] const RowStore& rows() const { return *rows_; }
 
     /// A value as text: decoded text, or the exact number with all its fraction digits and `decimalPoint`,
-    /// without grouping; empty for NULL.
+    /// without grouping; empty for NULL. Only while open.
     [[nodiscard]] QString text(int row, const Field& field, QChar decimalPoint = u'.') const;
 
     /// The current row, from 0; -1 when there is none.

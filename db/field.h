@@ -20,8 +20,8 @@ enum class FieldKind : std::uint8_t {
 struct FieldSpec {
     std::u16string_view column; ///< column name in the query's result
     FieldKind kind;
-    int size = 0;                    ///< String: greatest length in characters; Decimal: fraction digits
-    std::u16string_view label = u""; ///< header text; empty means the column name
+    int size = 0;                   ///< String: greatest length in characters; Decimal: fraction digits
+    std::u16string_view label = {}; ///< header text; empty means the column name
     bool visible = true;
     bool leftAligned = false; ///< a number that is shown at the left
 };

@@ -18,8 +18,8 @@ public:
 
 #ifndef Q_OS_WIN
 private:
-    struct sigaction interrupt_;
-    struct sigaction terminate_;
+    struct sigaction interrupt_ = {};
+    struct sigaction terminate_ = {};
 #endif
 };
 

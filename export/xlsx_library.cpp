@@ -10,7 +10,7 @@ QString XlsxLibrary::defaultName() {
 #ifdef Q_OS_WIN
     return QStringLiteral("xlsxwriter.dll");
 #else
-    return QStringLiteral("libxlsxwriter.so.4");
+    return QStringLiteral("libxlsxwriter.so." LXW_SOVERSION);
 #endif
 }
 

@@ -13,7 +13,7 @@ public:
     /// Throws FileError when there is no such library or when it lacks a function.
     explicit XlsxLibrary(const QString& fileName = defaultName());
 
-    /// "xlsxwriter.dll" on Windows, elsewhere "libxlsxwriter.so.4", whose structures the headers describe.
+    /// "xlsxwriter.dll" on Windows, elsewhere "libxlsxwriter.so." and the LXW_SOVERSION of the headers.
     [[nodiscard]] static QString defaultName();
 
 private:

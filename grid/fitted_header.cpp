@@ -49,6 +49,7 @@ std::vector<int> FittedHeader::visibleColumns() const {
 
 std::vector<double> FittedHeader::weightsOf(const std::vector<int>& columns) const {
     std::vector<double> weights;
+    weights.reserve(columns.size());
     for (const int index : columns) {
         weights.push_back(weights_[static_cast<std::size_t>(index)]);
     }

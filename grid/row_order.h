@@ -12,8 +12,8 @@ namespace grid {
 
 /// One field that rows are ordered by.
 struct RowOrderKey {
-    int field; ///< index in the row store
-    bool isNumber;
+    int field = 0; ///< index in the row store
+    bool isNumber = false;
     bool descending = false;
 };
 

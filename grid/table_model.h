@@ -19,7 +19,7 @@ class Column;
 
 /// A column that the rows are sorted by.
 struct SortColumn {
-    int column; ///< index of the model's column
+    int column = 0; ///< index of the model's column
     bool descending = false;
     bool operator==(const SortColumn&) const = default;
 };

@@ -6,6 +6,7 @@
 #include "browser/banner.h"
 #include "browser/catalog_selection.h"
 #include "browser/grid_layout.h"
+#include "browser/selector.h"
 #include "data/data_modul.h"
 #include "export/export_file_name.h"
 #include "export/grid_export.h"
@@ -23,7 +24,9 @@
 #include <QPushButton>
 #include <QShowEvent>
 #include <QStackedLayout>
+#include <QTabBar>
 #include <QTabWidget>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include <iterator>
@@ -237,12 +240,8 @@ void TTERForm::createSelectors(QVBoxLayout& layout) {
     Panel2->setFixedHeight(selectorBarHeight);
     auto* const bar = ui::makeTightLayout<QHBoxLayout>(Panel2);
     for (const SelectorSpec& spec : selectors) {
-        QComboBox* const selector = named(new QComboBox(Panel2), spec.name);
+        QComboBox* const selector = named(new browser::Selector(Panel2), spec.name);
         this->*spec.member = selector;
-        selector->setEditable(true);
-        selector->setInsertPolicy(QComboBox::NoInsert);
-        // What is typed is taken letter by letter; completing it would choose what the user did not type.
-        selector->setCompleter(nullptr);
         selector->setFixedWidth(spec.width);
         selector->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
         selector->setFont(ui::pixelFont(QStringLiteral("Tahoma"), 13));
@@ -274,6 +273,10 @@ void TTERForm::createBody(QVBoxLayout& layout) {
         createTab(place);
     }
     createTreeTab();
+    for (QToolButton* const arrow : cxPageControl1->tabBar()->findChildren<QToolButton*>()) {
+        arrow->setFocusPolicy(Qt::NoFocus);
+    }
+    connect(cxPageControl1, &QTabWidget::currentChanged, this, &TTERForm::leaveSelectors);
     layout.addWidget(Panel1, 1);
 }
 
@@ -313,6 +316,7 @@ QFrame* TTERForm::createButtonPanel(const TabPlace& place, QWidget& sheet) {
     button->setGeometry(buttonPlace);
     // A click leaves the focus in the table, where the user goes on.
     button->setFocusPolicy(Qt::TabFocus);
+    button->setAutoDefault(true); // Enter presses it
     connect(button, &QPushButton::clicked, this,
             [this, button, handler = place.handler] { ui::guarded(*button, [&] { (this->*handler)(); }); });
     return panel;
@@ -325,6 +329,14 @@ void TTERForm::createTreeTab() {
     layout->setContentsMargins(treeMargin, treeMargin, treeMargin, treeMargin);
     cxDBTreeList1 = new grid::TreeList(browser::layout::catalogTree, DM->DataSource9, cxTabSheet8);
     layout->addWidget(cxDBTreeList1);
+}
+
+void TTERForm::leaveSelectors(int page) {
+    // Whoever turns to a page wants to walk through its rows, not through the regions.
+    if (cxComboBox1->hasFocus() || cxComboBox2->hasFocus()) {
+        const bool isTree = page == static_cast<int>(std::size(tabs));
+        (isTree ? static_cast<QWidget*>(cxDBTreeList1) : this->*tabs[page].shown.member)->setFocus();
+    }
 }
 
 void TTERForm::setBanner(const QString& text) {

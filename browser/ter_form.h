@@ -126,6 +126,8 @@ private:
     grid::Grid* createGrid(const GridPlace& place, QWidget& sheet, QStackedLayout& stack);
     QFrame* createButtonPanel(const TabPlace& place, QWidget& sheet);
     void createTreeTab();
+    /// Moves the focus from a selector to the page that has come into view.
+    void leaveSelectors(int page);
     void exportTab(const ExportSpec& spec);
 
     browser::BrowserHost& host_;

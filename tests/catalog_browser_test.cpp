@@ -19,6 +19,7 @@
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTest>
+#include <QWheelEvent>
 
 #include <gtest/gtest.h>
 
@@ -72,6 +73,32 @@ TEST(Selection, BeginsWithTheFourthRegionAndTheNewestPeriod) {
     EXPECT_EQ(rowCounts(window.module()), "68 3 13 13 13");
     EXPECT_EQ(TERForm->cxGrid1->view().footerCount(), 68);
     EXPECT_EQ(window.module().pFIBDataSet1.currentRow(), 3) << "the regions' tab follows the selector";
+}
+
+TEST(Selection, FollowsWheelAndKeysOnlyWhereTheFocusIs) {
+    CatalogWindow window(test::limitsServer);
+    window.choose("Action1");
+    QComboBox& selector = *TERForm->cxComboBox1;
+    const QString region = selector.currentText();
+    const auto turnWheel = [&] {
+        const QPointF centre = selector.rect().center();
+        QWheelEvent event(centre, selector.mapToGlobal(centre), {}, {0, -120}, Qt::NoButton, Qt::NoModifier,
+                          Qt::NoScrollPhase, false);
+        QApplication::sendEvent(&selector, &event);
+    };
+    turnWheel();
+    EXPECT_EQ(selector.currentText(), region);
+    EXPECT_TRUE(TERForm->cxGrid1->view().hasFocus());
+    selector.setFocus();
+    turnWheel();
+    EXPECT_NE(selector.currentText(), region);
+
+    const int last = TERForm->cxPageControl1->count() - 1;
+    for (const int page : {1, last}) {
+        selector.setFocus();
+        TERForm->cxPageControl1->setCurrentIndex(page);
+        EXPECT_TRUE(TERForm->cxPageControl1->currentWidget()->isAncestorOf(QApplication::focusWidget()));
+    }
 }
 
 TEST(Selection, TakesARegionOnlyByItsExactName) {

@@ -34,17 +34,39 @@ bool fitsOneLine(const QString& text, int width, const QFontMetrics& metrics) {
     return !text.contains(QChar::LineSeparator) && metrics.horizontalAdvance(text) <= width;
 }
 
-/// Breaks the layout's text into lines; returns how many there are.
+/// How many characters of `code` from `start` on make a line of `width` pixels: up to a hyphen within it, as
+/// many parts as fit, or the first one. All, where it fits or has no hyphen.
+qsizetype codePart(const QString& code, qsizetype start, int width, const QFontMetrics& metrics) {
+    if (metrics.horizontalAdvance(code.mid(start)) <= width) {
+        return code.size() - start;
+    }
+    qsizetype length = 0;
+    for (qsizetype end = code.indexOf(u'-', start + 1) + 1; end > 0 && end < code.size();
+         end = code.indexOf(u'-', end) + 1) {
+        if (length > 0 && metrics.horizontalAdvance(code.mid(start, end - start)) > width) {
+            break;
+        }
+        length = end - start;
+    }
+    return length > 0 ? length : code.size() - start;
+}
+
+/// Breaks the layout's text into lines; returns how many there are. A single word is a number, which never
+/// breaks (not behind its decimal point either), or a code, which breaks after its hyphens.
 int breakLines(QTextLayout& layout, int width) {
+    const QString text = layout.text();
+    const bool isOneWord = std::ranges::none_of(text, [](QChar character) { return character.isSpace(); });
+    const QFontMetrics metrics(layout.font());
     QTextOption option;
-    // Without this a number would break behind its decimal point.
-    const bool isOneWord =
-        std::ranges::none_of(layout.text(), [](QChar character) { return character.isSpace(); });
-    option.setWrapMode(isOneWord ? QTextOption::NoWrap : QTextOption::WordWrap);
+    option.setWrapMode(isOneWord ? QTextOption::WrapAnywhere : QTextOption::WordWrap);
     layout.setTextOption(option);
     layout.beginLayout();
     for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
-        line.setLineWidth(width);
+        if (isOneWord) {
+            line.setNumColumns(static_cast<int>(codePart(text, line.textStart(), width, metrics)));
+        } else {
+            line.setLineWidth(width);
+        }
     }
     layout.endLayout();
     return layout.lineCount();

@@ -6,8 +6,8 @@
 
 class QPainter;
 
-/// Wrapped text of cells and headers: measured and drawn by the same rules. Lines break between words; a word
-/// wider than the cell is cut with an ellipsis.
+/// Wrapped text of cells and headers: measured and drawn by the same rules. Lines break between words and, in
+/// a text of one word, after hyphens; what is wider than the cell then is cut with an ellipsis.
 namespace grid::cellText {
 
 /// Pixels between a cell's edge and its text.

@@ -8,14 +8,18 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace grid {
 namespace {
 
 constexpr int firstValueItem = 1;
 constexpr QSize listSize(280, 260);
+constexpr int widestList = 560;
 
 } // namespace
 
@@ -41,6 +45,9 @@ FilterPopup::FilterPopup(const Column& column, DistinctValues values, const Colu
     list_->setTextElideMode(Qt::ElideRight);
     list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     addItems(*column.field(), present, decimalPoint);
+    const int wanted = list_->sizeHintForColumn(0) + list_->verticalScrollBar()->sizeHint().width() +
+                       2 * list_->frameWidth();
+    list_->setMinimumWidth(std::clamp(wanted, listSize.width(), widestList));
     auto* const ok = new QPushButton(QStringLiteral("ОК"), this);
     auto* const cancel = new QPushButton(QStringLiteral("Отмена"), this);
 
@@ -55,13 +62,23 @@ FilterPopup::FilterPopup(const Column& column, DistinctValues values, const Colu
     layout->addWidget(text_);
     layout->addWidget(list_);
     if (!values_.complete) {
-        layout->addWidget(new QLabel(
-            QStringLiteral("Показаны значения: %1").arg(static_cast<qulonglong>(values_.values.size())),
-            this));
+        layout->addWidget(new QLabel(QStringLiteral("Показаны первые значения: %1")
+                                         .arg(static_cast<qulonglong>(values_.values.size())),
+                                     this));
     }
     layout->addLayout(buttons);
 
-    connect(list_, &QListWidget::itemChanged, this, &FilterPopup::takeCheck);
+    connect(list_, &QListWidget::itemChanged, this, [this](QListWidgetItem* item) {
+        changed_ = item;
+        takeCheck(item);
+    });
+    // A click beside the box counts as well; one on the box has changed the item, without a press being told.
+    connect(list_, &QListWidget::itemPressed, this, [this] { changed_ = nullptr; });
+    connect(list_, &QListWidget::itemClicked, this, [this](QListWidgetItem* item) {
+        if (changed_ != item) {
+            item->setCheckState(item->checkState() == Qt::Checked ? Qt::Unchecked : Qt::Checked);
+        }
+    });
     connect(ok, &QPushButton::clicked, this, &FilterPopup::accept);
     connect(cancel, &QPushButton::clicked, this, &QWidget::close);
     text_->setFocus();

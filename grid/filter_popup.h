@@ -41,6 +41,7 @@ private:
     DistinctValues values_;
     QLineEdit* text_;
     QListWidget* list_; // all, then the values, then the others if the values are not complete
+    const QListWidgetItem* changed_ = nullptr; // by the latest click or key
 };
 
 } // namespace grid

@@ -73,12 +73,11 @@ QRect TableHeader::textRect(int column, const QRect& section) const {
     if (column != hovered_ || isFiltered(column)) {
         return beside;
     }
-    // The button that the mouse brings up stands beside the text where that leaves the text whole.
+    // The button that the mouse brings up stands beside text and sort mark, unless that breaks the text into
+    // more lines than there are.
     const QRect narrower = beside.adjusted(0, 0, -filterButtonSize - marksMargin, 0);
-    const QString& text = model_.column(column).headerText();
-    const int room = narrower.width() - 2 * cellText::horizontalPadding;
-    const bool fits = room >= fontMetrics().horizontalAdvance(text) &&
-                      cellText::height(text, narrower.width(), font()) <= section.height();
+    const bool fits =
+        cellText::height(model_.column(column).headerText(), narrower.width(), font()) <= section.height();
     return fits ? narrower : beside;
 }
 

@@ -258,15 +258,23 @@ TEST(RowLayout, ShowsEveryPixelOfEveryRowAndMeasuresFewOfThem) {
     EXPECT_EQ(layout.rowAt(10), -1);
 }
 
-TEST(CellText, BreaksBetweenWordsAndNowhereElse) {
+TEST(CellText, BreaksBetweenWordsAndAfterTheHyphensOfACode) {
     const QFont font;
     const int line = cellText::height("8,45", 500, font);
-    for (const char* word : {"8.45", "-92233720368547758,08", "01.1.01.01-0001", ""}) {
+    for (const char* word : {"8.45", "-92233720368547758,08", "01.1.01.01", ""}) {
         EXPECT_EQ(cellText::height(word, 30, font), line) << word;
     }
     EXPECT_GT(cellText::height("Щебень из гравия", 60, font), line);
     EXPECT_GT(cellText::height("а\nб", 500, font), line);
-    EXPECT_TRUE(cellText::isCut("01.1.01.01-0001", 30, font));
+    EXPECT_TRUE(cellText::isCut("01.1.01.01", 30, font));
+    const QString code = "01.1.01.01-0001";
+    const int half = QFontMetrics(font).horizontalAdvance("01.1.01.01-") + 2 * cellText::horizontalPadding;
+    const int twoLines = line + QFontMetrics(font).height();
+    EXPECT_EQ(cellText::height(code, half, font), twoLines);
+    EXPECT_FALSE(cellText::isCut(code, half, font));
+    EXPECT_EQ(cellText::height(code, 2 * half, font), line);
+    EXPECT_EQ(cellText::height(code, 30, font), twoLines);
+    EXPECT_TRUE(cellText::isCut(code, 30, font));
     EXPECT_FALSE(cellText::isCut("Щебень из гравия", 90, font));
 }
 
@@ -360,9 +368,12 @@ TEST_F(GridTest, OffersTheFilterByKeyboardAndTakesItAwayByButton) {
         items.append(popup->item(i)->text());
     }
     EXPECT_EQ(items, QStringList({"(Все)", "(Пустые)", "БЕТОН", "бетон \"М400\"", "Щебень"}));
+    // On the text of an item and on its box.
     popup->item(0)->setCheckState(Qt::Unchecked);
-    popup->item(1)->setCheckState(Qt::Checked);
-    popup->item(4)->setCheckState(Qt::Checked);
+    for (const auto& [item, x] : {std::pair(1, 60), {4, 10}, {3, 60}, {3, 10}}) {
+        const QRect place = popup->visualItemRect(popup->item(item));
+        QTest::mouseClick(popup->viewport(), Qt::LeftButton, {}, {place.left() + x, place.center().y()});
+    }
     QTest::keyClick(child<QWidget>("ViewNAMEFilter").findChild<QLineEdit*>("FilterText"), Qt::Key_Return);
     EXPECT_EQ(ids(), "1 2 4");
     EXPECT_EQ(child<QLabel>("FilterBarWords").text(), "«Наименование» равно (Пустые), «Щебень»");

@@ -1,6 +1,9 @@
 #include "ui/action_manager.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QKeyEvent>
+#include <QPainter>
 #include <QStyleOptionToolButton>
 #include <QToolBar>
 #include <QToolButton>
@@ -15,6 +18,23 @@ public:
     using QToolButton::QToolButton;
 
 protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+            click();
+        } else {
+            QToolButton::keyPressEvent(event);
+        }
+    }
+
+    void paintEvent(QPaintEvent* event) override {
+        QToolButton::paintEvent(event);
+        if (hasFocus()) {
+            QPainter painter(this);
+            painter.setPen(QPen(QApplication::palette().color(QPalette::Highlight), 0));
+            painter.drawRect(rect().adjusted(0, 0, -1, -1));
+        }
+    }
+
     void initStyleOption(QStyleOptionToolButton* option) const override {
         QToolButton::initStyleOption(option);
         if ((option->state & (QStyle::State_MouseOver | QStyle::State_Sunken)) != 0) {

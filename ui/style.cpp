@@ -6,6 +6,7 @@
 #include <QPalette>
 #include <QProxyStyle>
 #include <QSettings>
+#include <QStyleOptionMenuItem>
 
 #include <array>
 
@@ -24,6 +25,19 @@ public:
         // of them is never seen; but its image file would load the image plug-ins at every start.
         return icon == SP_ToolBarHorizontalExtensionButton ? QIcon()
                                                            : QProxyStyle::standardIcon(icon, option, widget);
+    }
+
+    void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+        const auto* const item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+        if (element == CE_MenuBarItem && item != nullptr && item->state.testFlag(State_Selected)) {
+            // Marked under the pointer and the keyboard too: an item without a menu is never seen pressed.
+            QStyleOptionMenuItem marked(*item);
+            marked.state |= State_Sunken;
+            QProxyStyle::drawControl(element, &marked, painter, widget);
+            return;
+        }
+        QProxyStyle::drawControl(element, option, painter, widget);
     }
 
     int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,

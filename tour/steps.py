@@ -252,7 +252,6 @@ def filter_by_value(tour, label, value):
     popup = filter_popup(tour, label)
     for item in ("(Все)", value):
         click(popup.find("list item", item))
-        press("space")
     click(popup.find("push button", "ОК"))
     field = next(column.field for column in MATERIALS.columns if column.label == label)
     found = tour.expect_count(MATERIALS, count(MATERIALS, tour.selection, f"{field} = {literal(value)}"))

@@ -40,11 +40,10 @@ CatalogWindow::~CatalogWindow() {
 }
 
 void CatalogWindow::choose(const Stretch& stretch) {
-    TERForm->cxComboBox1->setCurrentText(regionName(stretch.region));
-    const auto choosePeriod = [&] {
+    static_cast<void>(timeUntilPainted(*TERForm->cxGrid1->view().viewport(), [&] {
+        TERForm->cxComboBox1->setCurrentText(regionName(stretch.region));
         TERForm->cxComboBox2->setCurrentText(QString::fromLatin1(stretch.period));
-    };
-    static_cast<void>(timeUntilPainted(*TERForm->cxGrid1->view().viewport(), choosePeriod));
+    }));
     requireSame("materials", module_->pFIBDataSet3.rowCount(), stretch.materials);
 }
 

@@ -6,7 +6,7 @@ namespace bench {
 
 namespace {
 
-constexpr int rounds = 7;
+constexpr int rounds = 15;
 constexpr double bytesPerMegabyte = 1024.0 * 1024.0;
 
 /// Bytes that the values take without anything around them.

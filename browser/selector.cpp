@@ -1,7 +1,6 @@
 #include "browser/selector.h"
 
 #include <QCoreApplication>
-#include <QStatusTipEvent>
 #include <QWheelEvent>
 
 namespace browser {

@@ -6,8 +6,10 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <csignal>
 #include <limits>
+#include <thread>
 
 namespace {
 
@@ -178,6 +180,33 @@ TEST(Connection, ThatDiesIsRecognisedAndCanBeOpenedAgain) {
            "delete from MON$ATTACHMENTS where MON$ATTACHMENT_ID <> current_connection; commit;");
     EXPECT_TRUE(errorOf(reopen).contains("connection"));
     EXPECT_FALSE(module.pFIBDatabase1.isConnected());
+}
+
+TEST(Connection, SurvivesAServerThatDiesWhileItAnswers) {
+    test::FirebirdServer server("127.0.0.3", "limits");
+    runSql(server.address(),
+           "set term ^; execute block as declare I integer = 0; begin while (I < 150000) do begin I = I + 1; "
+           "insert into TERKATALOGKTC_TABLE (ID, PER, REGIONID, KOD, NAME) "
+           "values (1000000 + :I, '209912', 77, :I, 'имя ' || :I); end end^ set term ;^ commit;");
+    TDM module;
+    connectTo(module, server.address());
+    bind(module.pFIBDataSet3, "209912", 77);
+    QString raised;
+    {
+        const std::jthread killer([&] {
+            std::this_thread::sleep_for(std::chrono::milliseconds(100));
+            server.kill();
+        });
+        raised = errorOf([&] { module.pFIBDataSet3.open(); });
+    }
+    EXPECT_NE(raised, "nothing thrown");
+    EXPECT_FALSE(module.pFIBDataSet3.isOpen()) << "a part of the rows is no answer";
+    EXPECT_FALSE(module.pFIBDatabase1.isConnected());
+
+    server.start();
+    module.pFIBDatabase1.open();
+    module.pFIBDataSet3.open();
+    EXPECT_EQ(module.pFIBDataSet3.rowCount(), 150'000);
 }
 
 TEST(Connection, ClosesAllThatHangsOnADeadServer) {

@@ -18,6 +18,7 @@
 #include "support/printing.h"
 
 #include <QAbstractItemModelTester>
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QLabel>
@@ -664,4 +665,47 @@ TEST_F(GridTest, FindsTextBothWaysAndRoundTheEnd) {
     QTest::keyClick(&view(), Qt::Key_F3);
     EXPECT_EQ(dataSet.currentRow(), 4);
     EXPECT_TRUE(text.hasFocus()) << "where Esc takes the marks away";
+}
+
+TEST_F(GridTest, IsReadableByAssistiveTechnology) {
+    open(fewRows);
+    QAccessibleInterface* const table = QAccessible::queryAccessibleInterface(&view());
+    ASSERT_NE(table, nullptr);
+    QAccessibleTableInterface* const cells = table->tableInterface();
+    ASSERT_NE(cells, nullptr);
+    EXPECT_EQ(cells->rowCount(), 5);
+    ASSERT_EQ(cells->columnCount(), 4) << "ID is hidden";
+    ASSERT_EQ(table->childCount(), 4 * (1 + 5) + 1) << "header, rows, footer";
+    QStringList headers;
+    for (int column = 0; column < cells->columnCount(); ++column) {
+        headers.append(table->child(column)->text(QAccessible::Name));
+        EXPECT_EQ(table->child(column)->role(), QAccessible::ColumnHeader);
+    }
+    EXPECT_EQ(headers, QStringList({"Код", "Наименование", "Цена", "CMP"}));
+
+    QAccessibleInterface* const cell = cells->cellAt(2, 1);
+    ASSERT_NE(cell, nullptr);
+    EXPECT_EQ(cell->text(QAccessible::Name), "бетон \"М400\"");
+    EXPECT_EQ(cells->cellAt(2, 2)->text(QAccessible::Name), "1012,55");
+    EXPECT_EQ(cells->cellAt(5, 0), nullptr);
+    EXPECT_EQ(table->indexOfChild(cell), 4 * 3 + 1);
+    EXPECT_EQ(table->childAt(cell->rect().center().x(), cell->rect().center().y()), cell);
+    EXPECT_EQ(cell->tableCellInterface()->columnHeaderCells().value(0), table->child(1));
+
+    view().goToFirstRow();
+    QTest::keyClick(&view(), Qt::Key_Right);
+    QTest::keyClick(&view(), Qt::Key_Down);
+    QTest::keyClick(&view(), Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(table->focusChild(), cell);
+    EXPECT_TRUE(cell->state().focused);
+    EXPECT_EQ(cells->selectedRows(), QList<int>({1, 2}));
+    EXPECT_EQ(cells->selectedRowCount(), 2);
+
+    // A column that has been moved counts where it stands on screen.
+    view().header().moveSection(view().header().visualIndex(price), view().header().visualIndex(kod));
+    EXPECT_EQ(cells->cellAt(2, 0)->text(QAccessible::Name), "1012,55");
+    EXPECT_EQ(cell->tableCellInterface()->columnIndex(), 2);
+    model().setFilter(name, {"щеб", {}, {}});
+    EXPECT_EQ(cells->rowCount(), 1);
+    EXPECT_EQ(cells->cellAt(0, 2)->text(QAccessible::Name), "Щебень");
 }

@@ -23,6 +23,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace {
 
 using test::acceptNextMessage;
@@ -198,8 +200,39 @@ TEST_F(MainFormTest, ShowsHintsAndTheKeyboardState) {
     EXPECT_EQ(panel("dxStatusBar1Insert").text(), "INS");
     QTest::keyClick(form_.windowHandle(), Qt::Key_Insert);
     EXPECT_EQ(panel("dxStatusBar1Insert").text(), "OVR");
-    QTest::keyClick(form_.windowHandle(), Qt::Key_Insert);
+    QTest::keyClick(form_.windowHandle(), Qt::Key_Insert, Qt::KeypadModifier);
     EXPECT_EQ(panel("dxStatusBar1Insert").text(), "INS");
+    QTest::keyClick(form_.windowHandle(), Qt::Key_Insert, Qt::ShiftModifier);
+    EXPECT_EQ(panel("dxStatusBar1Insert").text(), "INS") << "that pastes";
+}
+
+TEST_F(MainFormTest, OpensEditionsByEveryKeyThatPressesAButton) {
+    connectTo(test::limitsServer);
+    QApplication::setActiveWindow(&form_);
+    const auto buttons = form_.ActionToolBar1->findChildren<QToolButton*>();
+    const auto buttonOf = [&](const QString& caption) {
+        return *std::find_if(buttons.begin(), buttons.end(),
+                             [&](const QToolButton* button) { return button->accessibleName() == caption; });
+    };
+    struct Press {
+        const char* caption;
+        Qt::Key key;
+        Qt::KeyboardModifiers modifiers;
+        int edition;
+    };
+    for (const Press& press : {Press{"ТЕР", Qt::Key_Return, Qt::NoModifier, 1},
+                               {"ФЕР2014И2", Qt::Key_1, Qt::AltModifier, 4},
+                               {"ФЕР2017И5", Qt::Key_Space, Qt::NoModifier, 7},
+                               {"ФЕР2020", Qt::Key_2, Qt::AltModifier, 8},
+                               {"Закрыть", Qt::Key_Enter, Qt::KeypadModifier, 0}}) {
+        QToolButton* const button = buttonOf(press.caption);
+        button->setFocus();
+        QTest::keyClick(press.modifiers == Qt::AltModifier ? static_cast<QWidget*>(&form_) : button,
+                        press.key, press.modifiers);
+        // A button that is pressed by its accelerator stays down for a moment.
+        EXPECT_TRUE(QTest::qWaitFor([&] { return form_.Tag == press.edition; })) << press.caption;
+    }
+    EXPECT_GE(form_.minimumSizeHint().width(), form_.ActionToolBar1->sizeHint().width());
 }
 
 TEST_F(MainFormTest, HasItsComponentsByName) {

@@ -1,7 +1,8 @@
 #include "app/error_log.h"
 
 #include "base/error.h"
-#include "base/executable.h"
+#include "base/file_name.h"
+#include "base/program_place.h"
 
 #include <QLocale>
 #include <QRegularExpression>
@@ -10,28 +11,28 @@ namespace app {
 
 ErrorLog::ErrorLog() : file_(path()) {
     if (!file_.open(QIODevice::Append)) {
-        throw FileError(QStringLiteral("Не открывается журнал ошибок"), file_.fileName(),
-                        file_.errorString());
+        throw base::FileError(QStringLiteral("Не открывается журнал ошибок"), file_.fileName(),
+                              file_.errorString());
     }
 }
 
 QString ErrorLog::path() {
-    return executable::withExtension(executable::path(), QStringLiteral(".log"));
+    return base::withExtension(base::programPath(), QStringLiteral(".log"));
 }
 
 void ErrorLog::append(const QString& line) {
     const QByteArray bytes = line.toLocal8Bit() + "\r\n";
     if (file_.write(bytes) != bytes.size() || !file_.flush()) {
-        throw FileError(QStringLiteral("Не записывается журнал ошибок"), file_.fileName(),
-                        file_.errorString());
+        throw base::FileError(QStringLiteral("Не записывается журнал ошибок"), file_.fileName(),
+                              file_.errorString());
     }
 }
 
 QString errorLine(const QDateTime& time, const std::exception& error, const QString& componentName) {
     // The server words its messages in several lines; the log has one line an error.
     const QString message =
-        messageOf(error).split(QRegularExpression(QStringLiteral("[\\r\\n]+"))).join(u' ');
-    return defaultDateTimeText(time, QLocale::system()) + u':' + classNameOf(error) + u':' + message +
+        base::messageOf(error).split(QRegularExpression(QStringLiteral("[\\r\\n]+"))).join(u' ');
+    return defaultDateTimeText(time, QLocale::system()) + u':' + base::classNameOf(error) + u':' + message +
            QStringLiteral(" Компонент ") + componentName;
 }
 

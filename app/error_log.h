@@ -12,13 +12,13 @@ namespace app {
 /// Open as long as the object lives.
 class ErrorLog final {
 public:
-    /// Opens the file for appending, creates it if need be. Throws FileError.
+    /// Opens the file for appending, creates it if need be. Throws base::FileError.
     ErrorLog();
 
     /// The full path of the log file.
     [[nodiscard]] static QString path();
 
-    /// Appends one line, ended by CR LF, in the system's default code page. Throws FileError.
+    /// Appends one line, ended by CR LF, in the system's default code page. Throws base::FileError.
     void append(const QString& line);
 
 private:

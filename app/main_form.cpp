@@ -123,17 +123,17 @@ void TMainForm::createToolBar() {
     }};
     for (std::size_t index = 0; index < app::commands.size(); ++index) {
         const app::CommandSpec& command = app::commands[index];
-        auto* const action = new QAction(toQString(command.caption), ActionList1);
+        auto* const action = new QAction(base::toQString(command.caption), ActionList1);
         this->*slotsOfCommands[index].member = action;
         action->setObjectName(QString::fromLatin1(command.name));
-        action->setStatusTip(toQString(command.hint));
+        action->setStatusTip(base::toQString(command.hint));
         connect(action, &QAction::triggered, this, [this, action, handler = slotsOfCommands[index].handler] {
             ui::guarded(*ActionToolBar1, [&] { (this->*handler)(*action); });
         });
         if (command.edition == nullptr) {
             ActionManager1->addSeparator();
         }
-        ActionManager1->addButton(*action, toQString(command.toolBarCaption));
+        ActionManager1->addButton(*action, base::toQString(command.toolBarCaption));
     }
 }
 
@@ -205,7 +205,7 @@ void TMainForm::openEdition(const app::CommandSpec& command) {
         Tag = edition.number;
         DM->chooseEdition(edition);
         TTERForm::create(*this);
-        TERForm->setBanner(QStringLiteral("   ") + toQString(command.caption));
+        TERForm->setBanner(QStringLiteral("   ") + base::toQString(command.caption));
     }
     TERForm->showForm();
 }

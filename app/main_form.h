@@ -26,7 +26,8 @@ class TMainForm final : public QWidget, public browser::BrowserHost {
     Q_OBJECT
 
 public:
-    /// Shows itself maximised; opens nothing. Throws FileError when the status bar's skin cannot be read.
+    /// Shows itself maximised; opens nothing. Throws base::ResourceError when the status bar's skin cannot be
+    /// read.
     TMainForm();
     ~TMainForm() override;
 
@@ -60,7 +61,8 @@ public:
     void Action9Execute(QObject& sender);
     /// Shows the application's hint in the status bar.
     void ApplicationEvents1Hint(QObject& sender);
-    /// Logs and shows an exception; does nothing once the program ends. Throws FileError when the log fails.
+    /// Logs and shows an exception; does nothing once the program ends. Throws base::FileError when the log
+    /// fails.
     void ApplicationEvents1Exception(QObject& sender, const std::exception& exception);
     /// Closes the connection with the window. Throws db::DatabaseError.
     void FormClose();

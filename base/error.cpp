@@ -11,10 +11,15 @@
 #include <memory>
 #endif
 
+namespace base {
+
 Error::Error(QString message) : message_(std::move(message)), utf8_(message_.toUtf8()) {}
 
 FileError::FileError(const QString& action, const QString& path, const QString& reason)
     : Error(QStringLiteral("%1 «%2»: %3").arg(action, path, reason)) {}
+
+ResourceError::ResourceError(const QString& resource, const QString& reason)
+    : Error(QStringLiteral("Ресурс программы «%1»: %2").arg(resource, reason)) {}
 
 QString messageOf(const std::exception& error) {
     if (const auto* own = dynamic_cast<const Error*>(&error)) {
@@ -38,3 +43,5 @@ QString classNameOf(const std::exception& error) {
     const auto start = std::max(name.lastIndexOf(u':'), name.lastIndexOf(u' ')) + 1;
     return name.sliced(start);
 }
+
+} // namespace base

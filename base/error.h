@@ -4,6 +4,8 @@
 
 #include <exception>
 
+namespace base {
+
 /// Root of the program's own exceptions; carries the text that is shown to the user.
 class Error : public std::exception {
 public:
@@ -27,8 +29,16 @@ public:
     FileError(const QString& action, const QString& path, const QString& reason);
 };
 
+/// A resource of the program is missing or not what it should be.
+class ResourceError : public Error {
+public:
+    ResourceError(const QString& resource, const QString& reason);
+};
+
 /// The message of any exception: an Error's own text, otherwise what() read as UTF-8.
 [[nodiscard]] QString messageOf(const std::exception& error);
 
 /// The class name of an exception without its namespaces, as it stands in the error log.
 [[nodiscard]] QString classNameOf(const std::exception& error);
+
+} // namespace base

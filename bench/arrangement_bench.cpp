@@ -1,9 +1,9 @@
+#include "base/win1251.h"
 #include "bench/bare_text.h"
 #include "bench/catalog_window.h"
 #include "bench/rows.h"
 #include "bench/screen.h"
 #include "browser/ter_form.h"
-#include "db/win1251.h"
 #include "grid/grid.h"
 #include "grid/table_model.h"
 #include "grid/table_view.h"
@@ -102,7 +102,7 @@ std::vector<Result> measureFilter(const Surroundings& surroundings) {
     const db::DataSet& dataSet = window.module().pFIBDataSet3;
     const int fieldIndex = dataSet.field(QStringLiteral("NAME")).index();
     const QString text = QStringLiteral("Бетон");
-    const std::string foldedText = folded(db::win1251::encode(text).toStdString());
+    const std::string foldedText = folded(base::win1251::encode(text).toStdString());
 
     const Medians medians = alternate(
         rounds,

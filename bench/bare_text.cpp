@@ -1,6 +1,6 @@
 #include "bench/bare_text.h"
 
-#include "db/win1251.h"
+#include "base/win1251.h"
 
 #include <array>
 
@@ -10,8 +10,9 @@ std::string folded(std::string_view bytes) {
     static const auto table = [] {
         std::array<char, 256> small{};
         for (std::size_t byte = 0; byte < small.size(); ++byte) {
-            const QChar character = db::win1251::decode(static_cast<unsigned char>(byte)).toLower();
-            const QByteArray encoded = db::win1251::encode(QStringView(&character, 1));
+            const QChar character =
+                QChar(base::win1251::characters[static_cast<unsigned char>(byte)]).toLower();
+            const QByteArray encoded = base::win1251::encode(QStringView(&character, 1));
             small[byte] = encoded.front();
         }
         return small;

@@ -1,8 +1,8 @@
 #include "bench/catalog.h"
 
+#include "base/win1251.h"
 #include "bench/measure.h"
 #include "db/named_parameters.h"
-#include "db/win1251.h"
 
 #include <cstring>
 
@@ -31,7 +31,7 @@ void openMaterials(TDM& module, const Stretch& stretch) {
 
 BareQuery::BareQuery(TDM& module, const db::DataSet& dataSet) : module_(module) {
     module.RFIBTransaction.start();
-    const QByteArray sql = db::win1251::encode(db::toPositional(dataSet.sql().join(u'\n')).sql);
+    const QByteArray sql = base::win1251::encode(db::toPositional(dataSet.sql().join(u'\n')).sql);
     module.pFIBDatabase1.run([&](auto* status) {
         statement_.reset(module.pFIBDatabase1.handle().prepare(
             status, module.RFIBTransaction.handle(), static_cast<unsigned>(sql.size()), sql.constData(),
@@ -51,7 +51,7 @@ BareQuery::BareQuery(TDM& module, const db::DataSet& dataSet) : module_(module) 
 }
 
 int BareQuery::read(const QString& period, std::int32_t region) {
-    const QByteArray text = db::win1251::encode(period);
+    const QByteArray text = base::win1251::encode(period);
     const auto length = static_cast<std::uint16_t>(text.size());
     module_.pFIBDatabase1.run([&](auto* status) {
         unsigned char* const first = input_.data() + inputMetadata_->getOffset(status, 0);

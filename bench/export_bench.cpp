@@ -1,8 +1,8 @@
+#include "base/win1251.h"
 #include "bench/catalog_window.h"
 #include "bench/memory.h"
 #include "bench/rows.h"
 #include "browser/ter_form.h"
-#include "db/win1251.h"
 #include "export/grid_export.h"
 #include "grid/column.h"
 #include "grid/grid.h"
@@ -52,7 +52,7 @@ public:
                     cells.numbers.push_back(static_cast<double>(dataSet.rows().integer(row, field.index())) /
                                             unit);
                 } else {
-                    cells.texts.push_back(db::win1251::decode(dataSet.rows().string(row, field.index()))
+                    cells.texts.push_back(base::win1251::decode(dataSet.rows().string(row, field.index()))
                                               .toUtf8()
                                               .toStdString());
                 }

@@ -1,9 +1,9 @@
+#include "base/win1251.h"
 #include "bench/bare_text.h"
 #include "bench/catalog_window.h"
 #include "bench/rows.h"
 #include "bench/screen.h"
 #include "browser/ter_form.h"
-#include "db/win1251.h"
 #include "grid/find_panel.h"
 #include "grid/tree_list.h"
 #include "grid/tree_view.h"
@@ -67,7 +67,7 @@ void type(QWidget& target, const Keystroke& stroke) {
 }
 
 int countContaining(const db::DataSet& dataSet, const QString& text) {
-    const std::string searched = folded(db::win1251::encode(text).toStdString());
+    const std::string searched = folded(base::win1251::encode(text).toStdString());
     int count = 0;
     for (const char* column : {"NAME", "TREE"}) {
         const int field = dataSet.field(QString::fromLatin1(column)).index();

@@ -1,7 +1,7 @@
 #include "browser/ter_form.h"
 
 #include "base/error.h"
-#include "base/executable.h"
+#include "base/program_place.h"
 #include "base/text.h"
 #include "browser/banner.h"
 #include "browser/catalog_selection.h"
@@ -248,12 +248,12 @@ void TTERForm::createSelectors(QVBoxLayout& layout) {
         QPalette colors = selector->palette();
         colors.setColor(QPalette::Base, selectorBackground);
         selector->setPalette(colors);
-        const QString hint = toQString(spec.hint);
+        const QString hint = base::toQString(spec.hint);
         selector->setToolTip(hint);
         selector->setStatusTip(hint);
         selector->setAccessibleName(hint);
         selector->lineEdit()->setPlaceholderText(hint);
-        selector->setEditText(toQString(spec.initialText));
+        selector->setEditText(base::toQString(spec.initialText));
         bar->addWidget(selector);
         if (spec.member == &TTERForm::cxComboBox1) {
             Panel3 = makePanel(Panel2, "Panel3", QFrame::NoFrame);
@@ -283,7 +283,7 @@ void TTERForm::createBody(QVBoxLayout& layout) {
 void TTERForm::createTab(const TabPlace& place) {
     QWidget* const sheet = named(new QWidget, place.sheetName);
     this->*place.sheet = sheet;
-    cxPageControl1->addTab(sheet, toQString(place.caption));
+    cxPageControl1->addTab(sheet, base::toQString(place.caption));
     // Created in the order of the keyboard: the grids, then the button above them.
     auto* const grids = new QStackedLayout;
     grids->setStackingMode(QStackedLayout::StackAll);
@@ -384,9 +384,9 @@ void TTERForm::cxComboBox2PropertiesChange() {
 }
 
 void TTERForm::FormCloseQuery(bool& canClose) {
-    const QString folder = executable::folder();
+    const QString folder = base::programFolder();
     if (!QDir::setCurrent(folder)) {
-        throw FileError(QStringLiteral("Нельзя сделать текущей папку"), folder, qt_error_string());
+        throw base::FileError(QStringLiteral("Нельзя сделать текущей папку"), folder, qt_error_string());
     }
     canClose = true;
 }
@@ -428,8 +428,8 @@ void TTERForm::closed() {
 void TTERForm::exportTab(const ExportSpec& spec) {
     const QString selection =
         spec.ofSelection ? cxComboBox1->currentText() + cxComboBox2->currentText() : QString();
-    const QString name = exporter::exportFileName(executable::folder(), cxLabel1->text(),
-                                                  toQString(spec.fixedText), selection);
+    const QString name = exporter::exportFileName(base::programFolder(), cxLabel1->text(),
+                                                  base::toQString(spec.fixedText), selection);
     exporter::exportGrid(name, this->*spec.grid);
     ui::showMessage(QStringLiteral("Выгрузка завершена"));
 }

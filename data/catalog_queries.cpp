@@ -9,7 +9,7 @@ namespace {
 QStringList columnNames(std::span<const db::FieldSpec> fields) {
     QStringList names;
     for (const db::FieldSpec& field : fields) {
-        names += toQString(field.column);
+        names += base::toQString(field.column);
     }
     return names;
 }
@@ -40,7 +40,7 @@ QStringList initialQuery(std::span<const db::FieldSpec> fields, std::u16string_v
         lines += indent + name + (&name == &names.last() ? QString() : QStringLiteral(","));
     }
     const QString trailing = selection == Selection::Whole ? QStringLiteral(" ") : QString();
-    lines << QStringLiteral("FROM") << indent + toQString(table) + trailing;
+    lines << QStringLiteral("FROM") << indent + base::toQString(table) + trailing;
     return lines + tailOf(selection);
 }
 

@@ -103,9 +103,9 @@ std::array<db::DataSet*, 5> TDM::selectionDataSets() {
 }
 
 grid::DataSource& TDM::dataSource(std::u16string_view name) {
-    auto* const found = findChild<grid::DataSource*>(toQString(name));
+    auto* const found = findChild<grid::DataSource*>(base::toQString(name));
     if (found == nullptr) {
-        throw std::logic_error("no data source " + toQString(name).toStdString());
+        throw std::logic_error("no data source " + base::toQString(name).toStdString());
     }
     return *found;
 }

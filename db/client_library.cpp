@@ -1,6 +1,6 @@
 #include "db/client_library.h"
 
-#include "db/win1251.h"
+#include "base/win1251.h"
 
 #include <QStringDecoder>
 
@@ -15,7 +15,7 @@ QString decodeStatusText(const char* text) {
     const QByteArrayView bytes(text);
     QStringDecoder utf8(QStringDecoder::Utf8);
     const QString decoded = utf8.decode(bytes);
-    return utf8.hasError() ? win1251::decode({bytes.data(), static_cast<std::size_t>(bytes.size())})
+    return utf8.hasError() ? base::win1251::decode({bytes.data(), static_cast<std::size_t>(bytes.size())})
                            : decoded;
 }
 

@@ -1,11 +1,11 @@
 #include "db/data_set.h"
 
 #include "base/text.h"
+#include "base/win1251.h"
 #include "db/connection.h"
 #include "db/decimal.h"
 #include "db/named_parameters.h"
 #include "db/transaction.h"
-#include "db/win1251.h"
 
 #include <algorithm>
 #include <cstring>
@@ -23,8 +23,8 @@ struct InputMessage {
 /// A text that is too long for the column it is compared with equals none of the column's values. The server
 /// would refuse it instead; one SUBSTITUTE character, which equals none either, keeps the result empty.
 QByteArray encodeForColumn(const QString& text, unsigned columnLength) {
-    const QByteArray bytes = win1251::encode(text);
-    return bytes.size() <= static_cast<qsizetype>(columnLength) ? bytes : win1251::encode(u"\x1A");
+    const QByteArray bytes = base::win1251::encode(text);
+    return bytes.size() <= static_cast<qsizetype>(columnLength) ? bytes : base::win1251::encode(u"\x1A");
 }
 
 void writeText(unsigned char* target, const QByteArray& text) {
@@ -72,7 +72,7 @@ DataSet::DataSet(const QString& name, std::span<const FieldSpec> fields, QString
     setObjectName(name);
     for (const FieldSpec& spec : fields) {
         const auto index = static_cast<int>(fields_.size());
-        fields_.push_back(new Field(spec, index, name + toQString(spec.column), this));
+        fields_.push_back(new Field(spec, index, name + base::toQString(spec.column), this));
     }
     syncParameters();
     connection_.add(*this);
@@ -110,7 +110,7 @@ void DataSet::prepare() {
         return;
     }
     transaction_.start();
-    const QByteArray sql = win1251::encode(toPositional(sql_.join(u'\n')).sql);
+    const QByteArray sql = base::win1251::encode(toPositional(sql_.join(u'\n')).sql);
     Firebird::IAttachment& attachment = connection_.handle();
     Handle<Firebird::IStatement> statement(connection_.run([&](auto* status) {
         return attachment.prepare(status, transaction_.handle(), static_cast<unsigned>(sql.size()),
@@ -238,7 +238,7 @@ QString DataSet::text(int row, const Field& field, QChar decimalPoint) const {
     if (field.isNumber()) {
         return decimalText(rows_->integer(row, field.index()), field.fractionDigits(), decimalPoint);
     }
-    return win1251::decode(rows_->string(row, field.index()));
+    return base::win1251::decode(rows_->string(row, field.index()));
 }
 
 void DataSet::moveTo(int row) {

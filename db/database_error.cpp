@@ -16,7 +16,7 @@ constexpr std::array lostConnectionCodes{isc_network_error, isc_net_read_err,   
 } // namespace
 
 DatabaseError::DatabaseError(const QString& message, std::vector<int> codes)
-    : Error(message), codes_(std::move(codes)) {}
+    : base::Error(message), codes_(std::move(codes)) {}
 
 bool DatabaseError::meansLostConnection() const noexcept {
     return std::any_of(codes_.begin(), codes_.end(), [](int code) {

@@ -9,7 +9,7 @@
 namespace db {
 
 /// A failure of the database server, of its client library, or of the access layer itself.
-class DatabaseError : public Error {
+class DatabaseError : public base::Error {
 public:
     /// `codes` are the Firebird error codes (isc_... of iberror.h) of the status vector, outermost first;
     /// empty when the access layer itself refuses.

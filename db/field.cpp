@@ -8,8 +8,8 @@ Field::Field(const FieldSpec& spec, int index, const QString& name, QObject* par
     : QObject(parent),
       spec_(spec),
       index_(index),
-      column_(toQString(spec.column)),
-      displayLabel_(spec.label.empty() ? column_ : toQString(spec.label)) {
+      column_(base::toQString(spec.column)),
+      displayLabel_(spec.label.empty() ? column_ : base::toQString(spec.label)) {
     setObjectName(name);
 }
 

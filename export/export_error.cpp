@@ -3,6 +3,6 @@
 namespace exporter {
 
 ExportError::ExportError(const QString& fileName, const QString& reason)
-    : Error(QStringLiteral("Не удалось выгрузить таблицу в файл «%1»: %2").arg(fileName, reason)) {}
+    : base::Error(QStringLiteral("Не удалось выгрузить таблицу в файл «%1»: %2").arg(fileName, reason)) {}
 
 } // namespace exporter

@@ -5,7 +5,7 @@
 namespace exporter {
 
 /// A grid could not be written to its workbook; an earlier workbook of that name is still whole.
-class ExportError : public Error {
+class ExportError : public base::Error {
 public:
     /// `reason` is the system's or the workbook writer's text.
     ExportError(const QString& fileName, const QString& reason);

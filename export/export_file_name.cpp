@@ -1,6 +1,6 @@
 #include "export/export_file_name.h"
 
-#include "base/executable.h"
+#include "base/file_name.h"
 
 namespace exporter {
 
@@ -10,11 +10,11 @@ QString exportFileName(const QString& folder, const QString& banner, const QStri
 }
 
 QString workbookFileName(const QString& name) {
-    return executable::withExtension(name, QStringLiteral(".xlsx"));
+    return base::withExtension(name, QStringLiteral(".xlsx"));
 }
 
 QString exportName(const QString& fileName) {
-    return executable::withExtension(fileName.sliced(executable::folderOf(fileName).size()), {});
+    return base::withExtension(fileName.sliced(base::folderOf(fileName).size()), {});
 }
 
 } // namespace exporter

@@ -32,7 +32,8 @@ struct SheetColumn {
 /// Cells are written row by row and kept in memory no longer than their row. Everything throws ExportError.
 class WorkbookWriter final {
 public:
-    /// The header stands in row 0 and `rowCount` rows follow it. Throws FileError without libxlsxwriter.
+    /// The header stands in row 0 and `rowCount` rows follow it. Throws base::FileError without
+    /// libxlsxwriter.
     WorkbookWriter(const ReplacementFile& file, const QString& sheetName,
                    std::span<const SheetColumn> columns, int rowCount);
     ~WorkbookWriter();

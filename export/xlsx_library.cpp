@@ -17,8 +17,8 @@ QString XlsxLibrary::defaultName() {
 QFunctionPointer XlsxLibrary::resolve(const char* name) {
     const QFunctionPointer found = library_.resolve(name);
     if (found == nullptr) {
-        throw FileError(QStringLiteral("Не загружается библиотека книг"), library_.fileName(),
-                        library_.errorString());
+        throw base::FileError(QStringLiteral("Не загружается библиотека книг"), library_.fileName(),
+                              library_.errorString());
     }
     return found;
 }

@@ -10,7 +10,7 @@ namespace exporter {
 /// would take a twentieth of the program's start. The functions bear the names of its headers.
 class XlsxLibrary final {
 public:
-    /// Throws FileError when there is no such library or when it lacks a function.
+    /// Throws base::FileError when there is no such library or when it lacks a function.
     explicit XlsxLibrary(const QString& fileName = defaultName());
 
     /// "xlsxwriter.dll" on Windows, elsewhere "libxlsxwriter.so." and the LXW_SOVERSION of the headers.

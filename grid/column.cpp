@@ -8,11 +8,11 @@ namespace grid {
 Column::Column(const ColumnSpec& spec, const db::DataSet& dataSet, QObject* parent)
     : QObject(parent),
       spec_(spec),
-      fieldName_(toQString(spec.field)),
+      fieldName_(base::toQString(spec.field)),
       field_(dataSet.findField(fieldName_)),
       headerText_(field_ ? field_->displayLabel() : fieldName_),
       width_(designWidth()) {
-    setObjectName(toQString(spec.name));
+    setObjectName(base::toQString(spec.name));
 }
 
 Qt::Alignment Column::alignment() const {

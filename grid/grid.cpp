@@ -12,7 +12,7 @@
 namespace grid {
 
 Level::Level(const GridSpec& spec, DataSource& dataSource, QWidget* parent) : QWidget(parent) {
-    setObjectName(toQString(spec.level));
+    setObjectName(base::toQString(spec.level));
     view_ = new TableView(spec, dataSource, this);
     findBar_ = new FindBar(*view_, this);
     setFocusProxy(view_);
@@ -23,7 +23,7 @@ Level::Level(const GridSpec& spec, DataSource& dataSource, QWidget* parent) : QW
 }
 
 Grid::Grid(const GridSpec& spec, DataSource& dataSource, QWidget* parent) : QFrame(parent) {
-    setObjectName(toQString(spec.grid));
+    setObjectName(base::toQString(spec.grid));
     setFrameShape(NoFrame);
     setBackgroundRole(QPalette::Base);
     setAutoFillBackground(true);

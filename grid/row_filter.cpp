@@ -1,8 +1,8 @@
 #include "grid/row_filter.h"
 
+#include "base/win1251.h"
 #include "db/data_set.h"
 #include "db/decimal.h"
-#include "db/win1251.h"
 #include "grid/collation.h"
 #include "grid/text_matcher.h"
 
@@ -93,7 +93,7 @@ private:
 
 QString cellValueText(const CellValue& value, const db::Field& field, QChar decimalPoint) {
     if (const auto* text = std::get_if<std::string>(&value)) {
-        return db::win1251::decode(*text);
+        return base::win1251::decode(*text);
     }
     if (const auto* number = std::get_if<std::int64_t>(&value)) {
         return db::decimalText(*number, field.fractionDigits(), decimalPoint);

@@ -31,10 +31,10 @@ constexpr std::size_t filterValueLimit = 1000;
 
 TableView::TableView(const GridSpec& spec, DataSource& dataSource, QWidget* parent)
     : QAbstractItemView(parent),
-      keyField_(toQString(spec.keyField)),
+      keyField_(base::toQString(spec.keyField)),
       layout_([this](int row) { return measureRow(row); }) {
     installTableAccessibility();
-    setObjectName(toQString(spec.view));
+    setObjectName(base::toQString(spec.view));
     setAccessibleName(objectName());
     setFrameShape(NoFrame);
     setEditTriggers(NoEditTriggers);

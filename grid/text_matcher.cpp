@@ -1,8 +1,8 @@
 #include "grid/text_matcher.h"
 
+#include "base/win1251.h"
 #include "db/data_set.h"
 #include "db/decimal.h"
-#include "db/win1251.h"
 
 #include <algorithm>
 
@@ -13,7 +13,7 @@ TextMatcher::TextMatcher(const QString& text, QChar decimalPoint)
       decimalPoint_(decimalPoint),
       mayBeInNumber_(std::ranges::all_of(
           text, [=](QChar each) { return each.isDigit() || each == decimalPoint || each == u'-'; })),
-      needle_(db::win1251::encode(text).toStdString()) {}
+      needle_(base::win1251::encode(text).toStdString()) {}
 
 std::optional<qsizetype> TextMatcher::findIn(const db::DataSet& dataSet, int row,
                                              const db::Field& field) const {
@@ -25,7 +25,7 @@ std::optional<qsizetype> TextMatcher::findIn(const db::DataSet& dataSet, int row
     if (field.isNumber()) {
         const QString shown =
             db::decimalText(rows.integer(row, field.index()), field.fractionDigits(), decimalPoint_);
-        found = needle_.findIn(db::win1251::encode(shown).toStdString());
+        found = needle_.findIn(base::win1251::encode(shown).toStdString());
     } else {
         found = needle_.findIn(rows.string(row, field.index()));
     }

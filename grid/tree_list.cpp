@@ -27,11 +27,11 @@ std::vector<Column*> makeColumns(std::span<const ColumnSpec> specs, const db::Da
 } // namespace
 
 TreeList::TreeList(const TreeListSpec& spec, DataSource& dataSource, QWidget* parent)
-    : QFrame(parent), findPanel_(new FindPanel(toQString(spec.findPrompt), this)) {
-    setObjectName(toQString(spec.name));
+    : QFrame(parent), findPanel_(new FindPanel(base::toQString(spec.findPrompt), this)) {
+    setObjectName(base::toQString(spec.name));
     auto* const model =
         new TreeModel(dataSource.dataSet(), makeColumns(spec.columns, dataSource.dataSet(), this),
-                      toQString(spec.keyField), toQString(spec.parentField), this);
+                      base::toQString(spec.keyField), base::toQString(spec.parentField), this);
     view_ = new TreeView(*model, this);
 
     auto* const layout = new QVBoxLayout(this);

@@ -1,7 +1,7 @@
 #include "grid/tree_model.h"
 
+#include "base/win1251.h"
 #include "db/data_set.h"
-#include "db/win1251.h"
 #include "grid/collation.h"
 #include "grid/column.h"
 #include "grid/row_order.h"
@@ -178,7 +178,7 @@ int TreeModel::findStartingWith(const QString& text, int column, int from) const
     if (field == nullptr || first == TreeStructure::root) {
         return TreeStructure::root;
     }
-    const collation::Needle needle(db::win1251::encode(text).toStdString());
+    const collation::Needle needle(base::win1251::encode(text).toStdString());
     const auto matches = [&](int node) {
         return field->isNumber() ? this->text(node, column).startsWith(text)
                                  : needle.isStartOf(dataSet_.rows().string(node, field->index()));

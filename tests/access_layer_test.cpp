@@ -1,12 +1,13 @@
 #include "base/error.h"
-#include "base/executable.h"
+#include "base/file_name.h"
+#include "base/program_place.h"
+#include "base/win1251.h"
 #include "db/client_library.h"
 #include "db/database_error.h"
 #include "db/decimal.h"
 #include "db/named_parameters.h"
 #include "db/parameter_block.h"
 #include "db/row_store.h"
-#include "db/win1251.h"
 #include "support/printing.h"
 
 #include <gtest/gtest.h>
@@ -62,11 +63,11 @@ TEST(Win1251, KeepsEveryByteAndReplacesWhatItLacks) {
     for (int value = 0; value < 256; ++value) {
         all.push_back(static_cast<char>(value));
     }
-    const QString text = db::win1251::decode(all);
-    EXPECT_EQ(db::win1251::encode(text).toStdString(), all);
+    const QString text = base::win1251::decode(all);
+    EXPECT_EQ(base::win1251::encode(text).toStdString(), all);
     EXPECT_EQ(text.sliced(0xC0), "АБВГДЕЖЗИЙКЛМНОПРСТУФХЦЧШЩЪЫЬЭЮЯабвгдежзийклмнопрстуфхцчшщъыьэюя");
     EXPECT_EQ(text[0x98], QChar(0x98));
-    EXPECT_EQ(db::win1251::encode(u"ж中"), QByteArray("\xE6\x1A"));
+    EXPECT_EQ(base::win1251::encode(u"ж中"), QByteArray("\xE6\x1A"));
 }
 
 TEST(RowStore, GivesBackWhatWasPutAcrossStretches) {
@@ -113,18 +114,18 @@ TEST(ClientLibrary, ThatIsMissingIsReportedInTheFixedWords) {
     } catch (const db::DatabaseError& error) {
         EXPECT_EQ(error.message(), "Клиенская библиотека InterBase gds32.dll не обнаружена. "
                                    "Пожалуйста, установите клиента InterBase!");
-        EXPECT_EQ(classNameOf(error), "DatabaseError");
+        EXPECT_EQ(base::classNameOf(error), "DatabaseError");
     }
 }
 
 TEST(ExecutableNames, AreCutAtTheLastPointOrDelimiter) {
-    EXPECT_EQ(executable::withExtension("/opt/v1.2/Респ. Коми202403", ".xlsx"), "/opt/v1.2/Респ.xlsx");
-    EXPECT_EQ(executable::withExtension("/opt/v1.2/Москва", ".xlsx"), "/opt/v1.2/Москва.xlsx");
-    EXPECT_EQ(executable::withExtension("D:\\a.b:name", ".log"), "D:\\a.b:name.log");
-    EXPECT_EQ(executable::withExtension("name", ".log"), "name.log");
-    EXPECT_EQ(executable::withExtension(".", ".log"), ".log");
-    EXPECT_EQ(executable::folderOf("/opt/v1.2/name"), "/opt/v1.2/");
-    EXPECT_TRUE(executable::folder().endsWith('/'));
+    EXPECT_EQ(base::withExtension("/opt/v1.2/Респ. Коми202403", ".xlsx"), "/opt/v1.2/Респ.xlsx");
+    EXPECT_EQ(base::withExtension("/opt/v1.2/Москва", ".xlsx"), "/opt/v1.2/Москва.xlsx");
+    EXPECT_EQ(base::withExtension("D:\\a.b:name", ".log"), "D:\\a.b:name.log");
+    EXPECT_EQ(base::withExtension("name", ".log"), "name.log");
+    EXPECT_EQ(base::withExtension(".", ".log"), ".log");
+    EXPECT_EQ(base::folderOf("/opt/v1.2/name"), "/opt/v1.2/");
+    EXPECT_TRUE(base::programFolder().endsWith('/'));
 }
 
 } // namespace

@@ -1,5 +1,5 @@
 #include "app/error_log.h"
-#include "base/executable.h"
+#include "base/program_place.h"
 #include "browser/ter_form.h"
 #include "grid/grid.h"
 #include "grid/table_view.h"
@@ -230,7 +230,7 @@ TEST(Lifecycle, ClosesTheBrowserFirstAndThenTheProgram) {
     EXPECT_EQ(closing, nullptr);
     EXPECT_EQ(TERForm, nullptr);
     EXPECT_EQ(window.form().Tag, 0);
-    EXPECT_EQ(QDir::currentPath() + '/', executable::folder());
+    EXPECT_EQ(QDir::currentPath() + '/', base::programFolder());
     for (const db::DataSet* dataSet : window.module().dataSets()) {
         EXPECT_FALSE(dataSet->isOpen()) << dataSet->objectName().toStdString();
     }
@@ -305,7 +305,7 @@ TEST(Lifecycle, HoldsNoMoreMemoryHoweverOftenTheChoiceChanges) {
 /// Clicks an export button; returns the message that follows and, after a blank line, the workbooks that are
 /// new.
 QString exportBy(const QString& button) {
-    const QDir folder(executable::folder());
+    const QDir folder(base::programFolder());
     const QStringList before = folder.entryList(QDir::Files | QDir::Hidden);
     QString shown;
     test::acceptNextMessage(shown);

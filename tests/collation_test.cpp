@@ -1,4 +1,4 @@
-#include "db/win1251.h"
+#include "base/win1251.h"
 #include "grid/collation.h"
 #include "support/firebird_server.h"
 #include "support/printing.h"
@@ -18,7 +18,7 @@ using grid::collation::Needle;
 namespace {
 
 std::string bytes(const QString& text) {
-    return db::win1251::encode(text).toStdString();
+    return base::win1251::encode(text).toStdString();
 }
 
 const QString alphabet =
@@ -45,8 +45,8 @@ TEST(Collation, FollowsTheAlphabetInBothCases) {
 TEST(Collation, OnlyTheCasesOfALetterShareAPlace) {
     for (unsigned left = 0; left < 256; ++left) {
         for (unsigned right = 0; right < 256; ++right) {
-            const QChar one = db::win1251::decode(static_cast<unsigned char>(left));
-            const QChar other = db::win1251::decode(static_cast<unsigned char>(right));
+            const QChar one = QChar(base::win1251::characters[static_cast<unsigned char>(left)]);
+            const QChar other = QChar(base::win1251::characters[static_cast<unsigned char>(right)]);
             // MICRO SIGN has a capital, but not in this code page.
             const bool same = one == other || (one.isLetter() && one.toLower() == other.toLower());
             EXPECT_EQ(grid::collation::weights()[left] == grid::collation::weights()[right], same)

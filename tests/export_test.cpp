@@ -1,6 +1,6 @@
-#include "base/executable.h"
+#include "base/program_place.h"
+#include "base/win1251.h"
 #include "data/data_modul.h"
-#include "db/win1251.h"
 #include "export/exact_number.h"
 #include "export/export_error.h"
 #include "export/export_file_name.h"
@@ -227,7 +227,7 @@ TEST(XlsxLibrary, ThatDoesNotFitIsNamed) {
         try {
             const exporter::XlsxLibrary library{QString(name)};
             ADD_FAILURE() << name << " is taken for the library";
-        } catch (const FileError& error) {
+        } catch (const base::FileError& error) {
             EXPECT_TRUE(error.message().startsWith("Не загружается библиотека книг")) << error.what();
             EXPECT_TRUE(error.message().contains(name)) << error.what();
         }
@@ -399,7 +399,7 @@ TEST_F(Export, LeavesNothingBehindAfterAKilledOne) {
     const QByteArray earlier = contents(path());
 
     QProcess other;
-    other.setProgram(executable::path());
+    other.setProgram(base::programPath());
     other.setArguments({"--gtest_also_run_disabled_tests", "--gtest_filter=*.DISABLED_WritesMuch"});
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("TARVELO_EXPORT", path());

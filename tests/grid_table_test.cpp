@@ -1,7 +1,7 @@
+#include "base/win1251.h"
 #include "db/connection.h"
 #include "db/data_set.h"
 #include "db/transaction.h"
-#include "db/win1251.h"
 #include "grid/cell_text.h"
 #include "grid/collation.h"
 #include "grid/column.h"
@@ -164,7 +164,7 @@ TEST(RowOrder, AgreesWithAPlainStableSort) {
         if (choice == 11) {
             writer.putNull(0);
         } else {
-            QByteArray text = choice < 8 ? db::win1251::encode(stems[choice]) : nul;
+            QByteArray text = choice < 8 ? base::win1251::encode(stems[choice]) : nul;
             text += choice % 2 == 0 ? QByteArray::number(random() % 300) : QByteArray();
             writer.putString(0, text.toStdString());
         }
@@ -401,7 +401,7 @@ TEST_F(GridTest, KeepsChosenValuesThatOtherRowsLack) {
     open(fewRows);
     const ColumnFilter chosen{"",
                               ColumnFilter::Values::Only,
-                              {CellValue(), db::win1251::encode(QStringLiteral("Щебень")).toStdString()}};
+                              {CellValue(), base::win1251::encode(QStringLiteral("Щебень")).toStdString()}};
     model().setFilter(name, chosen);
     dataSet.close();
     dataSet.setSql({fewRows + " where ID > 1"});

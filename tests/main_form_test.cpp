@@ -1,7 +1,6 @@
 #include "app/error_log.h"
 #include "app/main_form.h"
 #include "base/error.h"
-#include "base/executable.h"
 #include "browser/ter_form.h"
 #include "data/data_modul.h"
 #include "support/firebird_server.h"
@@ -88,7 +87,7 @@ TEST(CursorTable, HoldsACursorWhileItIsRegistered) {
         EXPECT_EQ(table.cursor(-23).shape(), Qt::BitmapCursor);
     }
     EXPECT_EQ(table.cursor(-23).shape(), Qt::ArrowCursor);
-    EXPECT_THROW(ui::RegisteredCursor(table, -23, ":/cursor/NONE"), FileError);
+    EXPECT_THROW(ui::RegisteredCursor(table, -23, ":/cursor/NONE"), base::ResourceError);
 }
 
 TEST_F(MainFormTest, ConnectsAndReportsTheOutcomeOnly) {
@@ -119,7 +118,7 @@ TEST_F(MainFormTest, ClosesTheConnectionWithTheWindow) {
     EXPECT_FALSE(module_.pFIBDatabase1.isConnected());
     EXPECT_TRUE(ui::application().isTerminating());
 
-    ui::application().handleException(form_, Error("слишком поздно"));
+    ui::application().handleException(form_, base::Error("слишком поздно"));
     EXPECT_EQ(logLines(), QStringList()) << "nothing is logged or shown while the program ends";
     ui::application().setTerminating(false);
 }
@@ -154,7 +153,7 @@ TEST_F(MainFormTest, ShowsThatTheLogCannotBeWritten) {
     ASSERT_TRUE(QDir().mkdir(app::ErrorLog::path()));
     QString shown;
     acceptNextMessage(shown);
-    ui::application().handleException(form_, Error("скрытая"));
+    ui::application().handleException(form_, base::Error("скрытая"));
     EXPECT_TRUE(shown.contains(app::ErrorLog::path()) && !shown.contains("скрытая")) << shown.toStdString();
     QDir().rmdir(app::ErrorLog::path());
 }

@@ -57,7 +57,7 @@ void Application::setHint(const QString& hint) {
 }
 
 void Application::showException(const std::exception& exception) {
-    showMessageBox(QMessageBox::Critical, messageOf(exception));
+    showMessageBox(QMessageBox::Critical, base::messageOf(exception));
 }
 
 void Application::processMessages() {

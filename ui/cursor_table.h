@@ -22,7 +22,7 @@ private:
 /// Keeps a cursor image of the program's resources in a table under a number as long as it lives.
 class RegisteredCursor final {
 public:
-    /// `resource`: an image, hot spot at its upper left. Throws FileError when it cannot be read.
+    /// `resource`: an image, hot spot at its upper left. Throws base::ResourceError when it cannot be read.
     RegisteredCursor(CursorTable& table, int number, const QString& resource);
     ~RegisteredCursor();
     RegisteredCursor(const RegisteredCursor&) = delete;

@@ -75,8 +75,7 @@ constexpr std::array<RoleName, 16> roleNames{{
 QColor requiredColor(const QSettings& file, const QString& key) {
     const QColor color(file.value(key).toString());
     if (!color.isValid()) {
-        throw FileError(QStringLiteral("Нет цвета «%1» в").arg(key), file.fileName(),
-                        QStringLiteral("значение отсутствует или неверно"));
+        throw base::ResourceError(file.fileName(), QStringLiteral("нет цвета «%1» или он неверен").arg(key));
     }
     return color;
 }
@@ -103,7 +102,7 @@ bool trySetStyle(const QString& name) {
         QApplication::setStyle(new PlainButtonStyle(QStringLiteral("Fusion")));
         QApplication::setPalette(palette);
         return true;
-    } catch (const FileError& error) {
+    } catch (const base::ResourceError& error) {
         Application::showException(error);
         return false;
     }

@@ -16,7 +16,8 @@ struct Skin {
     QColor inactiveText;
 };
 
-/// The skin held by the resource of that name (":/skin/<name>"). Throws FileError when it cannot be read.
+/// The skin held by the resource of that name (":/skin/<name>"). Throws base::ResourceError when it cannot be
+/// read.
 [[nodiscard]] Skin loadSkin(const QString& name);
 
 } // namespace ui

@@ -28,7 +28,7 @@ QList<QByteArray> quotedLines(const QByteArray& source) {
 QImage readXpmResource(const QString& resource) {
     QFile file(resource);
     if (!file.open(QIODevice::ReadOnly)) {
-        throw FileError(QStringLiteral("Не читается изображение"), resource, file.errorString());
+        throw base::ResourceError(resource, file.errorString());
     }
     const QList<QByteArray> lines = quotedLines(file.readAll());
     std::vector<const char*> pointers;
@@ -37,7 +37,7 @@ QImage readXpmResource(const QString& resource) {
     }
     QImage image = pointers.empty() ? QImage() : QImage(pointers.data());
     if (image.isNull()) {
-        throw FileError(QStringLiteral("Не читается изображение"), resource, QStringLiteral("это не XPM"));
+        throw base::ResourceError(resource, QStringLiteral("это не изображение XPM"));
     }
     return image;
 }

@@ -5,7 +5,7 @@
 
 namespace ui {
 
-/// An image of the program's resources in the XPM format. Throws FileError when it cannot be read.
+/// An image of the program's resources in the XPM format. Throws base::ResourceError when it cannot be read.
 ///
 /// Other formats, and other ways to read this one, have Qt look through its image plugins first, which a
 /// start of the program would wait for.

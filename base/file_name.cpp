@@ -1,19 +1,8 @@
-#include "base/executable.h"
-
-#include <QCoreApplication>
-#include <QDir>
+#include "base/file_name.h"
 
 #include <algorithm>
 
-namespace executable {
-
-QString path() {
-    return QDir::toNativeSeparators(QCoreApplication::applicationFilePath());
-}
-
-QString folder() {
-    return folderOf(path());
-}
+namespace base {
 
 bool isPathDelimiter(QChar character) {
 #ifndef Q_OS_WIN
@@ -39,4 +28,4 @@ QString folderOf(const QString& name) {
     return name.left(name.crend() - last);
 }
 
-} // namespace executable
+} // namespace base

@@ -2,14 +2,7 @@
 
 #include <QString>
 
-/// Where the running program lies and how the names of files beside it are made.
-namespace executable {
-
-/// Full path of the running executable file, with the system's own delimiters.
-[[nodiscard]] QString path();
-
-/// path() up to and including its last path delimiter.
-[[nodiscard]] QString folder();
+namespace base {
 
 /// True for the characters at which a path is cut: "\" and ":", and "/" where the system has it.
 [[nodiscard]] bool isPathDelimiter(QChar character);
@@ -21,4 +14,4 @@ namespace executable {
 /// `name` up to and including its last path delimiter; empty when it has none.
 [[nodiscard]] QString folderOf(const QString& name);
 
-} // namespace executable
+} // namespace base

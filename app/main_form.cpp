@@ -1,16 +1,16 @@
 #include "app/main_form.h"
 
+#include "app/action_manager.h"
 #include "app/catalog_connection.h"
 #include "app/error_log.h"
+#include "app/flat_tool_bar.h"
+#include "app/input_box.h"
 #include "base/text.h"
 #include "browser/ter_form.h"
 #include "data/data_modul.h"
-#include "ui/action_manager.h"
 #include "ui/application.h"
 #include "ui/application_events.h"
-#include "ui/flat_tool_bar.h"
 #include "ui/fonts.h"
-#include "ui/input_box.h"
 #include "ui/screen_cursor.h"
 
 #include <QActionGroup>
@@ -62,8 +62,8 @@ TMainForm::TMainForm() {
             ApplicationEvents1Exception(sender, exception);
         },
         [this](QObject& sender) { ApplicationEvents1Hint(sender); }, this);
-    OpenDialog1 = new ui::OpenDialog(QStringLiteral("OpenDialog1"), QStringLiteral("Открыть базу данных"),
-                                     QStringLiteral("BAZAKATALOG.FDB"), this);
+    OpenDialog1 = new app::OpenDialog(QStringLiteral("OpenDialog1"), QStringLiteral("Открыть базу данных"),
+                                      QStringLiteral("BAZAKATALOG.FDB"), this);
     createMenu();
     createToolBar();
     createClientPanel();
@@ -96,7 +96,7 @@ void TMainForm::createMenu() {
 }
 
 void TMainForm::createToolBar() {
-    ActionToolBar1 = new ui::FlatToolBar(this);
+    ActionToolBar1 = new app::FlatToolBar(this);
     ActionToolBar1->setObjectName(QStringLiteral("ActionToolBar1"));
     ActionToolBar1->setFixedHeight(toolBarHeight);
     QPalette colors = MainMenu1->palette();
@@ -109,7 +109,7 @@ void TMainForm::createToolBar() {
 
     ActionList1 = new QActionGroup(this);
     ActionList1->setObjectName(QStringLiteral("ActionList1"));
-    ActionManager1 = new ui::ActionManager(QStringLiteral("ActionManager1"), *ActionToolBar1, this);
+    ActionManager1 = new app::ActionManager(QStringLiteral("ActionManager1"), *ActionToolBar1, this);
     struct Slot {
         QAction* TMainForm::*member;
         void (TMainForm::*handler)(QObject& sender);
@@ -147,13 +147,13 @@ void TMainForm::createClientPanel() {
 }
 
 void TMainForm::createStatusBar() {
-    const std::array<ui::TextPanelSpec, 2> panels{{
+    const std::array<app::TextPanelSpec, 2> panels{{
         {"ConnectionPanel", 200, connectedColor},
         {"HintPanel", 0, hintColor},
     }};
-    dxStatusBar1 = new ui::StatusBar(QStringLiteral("dxStatusBar1"), statusBarHeight, panels,
-                                     ui::fixedTextFont(tahoma(), 13, true), statusBarColor,
-                                     ui::loadSkin(QStringLiteral("DEFAULTUSERSKINDATA")), this);
+    dxStatusBar1 = new app::StatusBar(QStringLiteral("dxStatusBar1"), statusBarHeight, panels,
+                                      ui::fixedTextFont(tahoma(), 13, true), statusBarColor,
+                                      ui::loadSkin(QStringLiteral("DEFAULTUSERSKINDATA")), this);
 }
 
 QWidget& TMainForm::clientPanel() {
@@ -166,8 +166,8 @@ void TMainForm::clearOpenBrowserMarker() {
 
 void TMainForm::N1Click(QObject&) {
     const QString server =
-        ui::inputBox(this, QStringLiteral("Сервер базы данных"), QStringLiteral("Введите IP сервера"),
-                     QString::fromLatin1(localServer));
+        app::inputBox(this, QStringLiteral("Сервер базы данных"), QStringLiteral("Введите IP сервера"),
+                      QString::fromLatin1(localServer));
     const bool connected = app::connectToCatalog(DM->pFIBDatabase1, server);
     dxStatusBar1->setFontColor(connectionPanel, connected ? connectedColor : notConnectedColor);
     dxStatusBar1->setText(connectionPanel, connected ? QStringLiteral("База FB подключена")

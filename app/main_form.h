@@ -1,9 +1,9 @@
 #pragma once
 
 #include "app/edition_commands.h"
+#include "app/open_dialog.h"
+#include "app/status_bar.h"
 #include "browser/browser_host.h"
-#include "ui/open_dialog.h"
-#include "ui/status_bar.h"
 
 #include <QAction>
 #include <QFrame>
@@ -15,11 +15,14 @@
 
 class QActionGroup;
 
-namespace ui {
+namespace app {
 class ActionManager;
-class ApplicationEvents;
 class FlatToolBar;
-} // namespace ui
+} // namespace app
+
+namespace ui {
+class ApplicationEvents;
+}
 
 /// The main window: menu, edition tool bar, client panel for the catalog browser, and status bar.
 class TMainForm final : public QWidget, public browser::BrowserHost {
@@ -36,18 +39,18 @@ public:
 
     QMenuBar* MainMenu1 = nullptr;
     QAction* N1 = nullptr;
-    ui::StatusBar* dxStatusBar1 = nullptr;
+    app::StatusBar* dxStatusBar1 = nullptr;
     ui::ApplicationEvents* ApplicationEvents1 = nullptr;
     QFrame* Panel1 = nullptr;
-    ui::OpenDialog* OpenDialog1 = nullptr;
+    app::OpenDialog* OpenDialog1 = nullptr;
     QActionGroup* ActionList1 = nullptr;
     QAction* Action1 = nullptr;
     QAction* Action4 = nullptr;
     QAction* Action7 = nullptr;
     QAction* Action8 = nullptr;
     QAction* Action9 = nullptr;
-    ui::ActionManager* ActionManager1 = nullptr;
-    ui::FlatToolBar* ActionToolBar1 = nullptr;
+    app::ActionManager* ActionManager1 = nullptr;
+    app::FlatToolBar* ActionToolBar1 = nullptr;
 
     /// Asks for a server and connects to the catalog there; only the status bar tells the outcome.
     void N1Click(QObject& sender);

@@ -1,12 +1,12 @@
 #include "app/start_up.h"
 
+#include "app/cursor_table.h"
 #include "app/main_form.h"
+#include "app/xpm_resource.h"
 #include "data/data_modul.h"
 #include "ui/application.h"
-#include "ui/cursor_table.h"
 #include "ui/fonts.h"
 #include "ui/style.h"
-#include "ui/xpm_resource.h"
 
 #include <QIcon>
 #include <QPixmap>
@@ -44,13 +44,14 @@ constexpr int dragCopyCursor = -23;
 
 /// Everything that the running program consists of, from the style to the end of the message loop.
 int runWindows() {
-    ui::Application::setWindowIcon(QPixmap::fromImage(ui::readXpmResource(QStringLiteral(":/icon/tarvelo"))));
+    ui::Application::setWindowIcon(
+        QPixmap::fromImage(app::readXpmResource(QStringLiteral(":/icon/tarvelo"))));
     ui::installFontSubstitutes();
     // Without its style the program looks plainer, no more; the failure has been shown.
     static_cast<void>(ui::trySetStyle(QStringLiteral("SLATECLASSICO")));
 
-    ui::CursorTable cursors;
-    const ui::RegisteredCursor dragCopy(cursors, dragCopyCursor, QStringLiteral(":/cursor/CAT_DRAG_COPY"));
+    app::CursorTable cursors;
+    const app::RegisteredCursor dragCopy(cursors, dragCopyCursor, QStringLiteral(":/cursor/CAT_DRAG_COPY"));
 
     TDM dataModule;
     DM = &dataModule;

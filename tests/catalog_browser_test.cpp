@@ -1,4 +1,5 @@
 #include "app/error_log.h"
+#include "app/flat_tool_bar.h"
 #include "base/program_place.h"
 #include "browser/ter_form.h"
 #include "grid/grid.h"
@@ -8,7 +9,6 @@
 #include "support/printing.h"
 #include "support/waiting.h"
 #include "ui/application.h"
-#include "ui/flat_tool_bar.h"
 #include "ui/screen_cursor.h"
 
 #include <QComboBox>

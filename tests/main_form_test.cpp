@@ -1,4 +1,6 @@
+#include "app/cursor_table.h"
 #include "app/error_log.h"
+#include "app/flat_tool_bar.h"
 #include "app/main_form.h"
 #include "base/error.h"
 #include "browser/ter_form.h"
@@ -7,8 +9,6 @@
 #include "support/printing.h"
 #include "support/waiting.h"
 #include "ui/application.h"
-#include "ui/cursor_table.h"
-#include "ui/flat_tool_bar.h"
 
 #include <QActionGroup>
 #include <QDir>
@@ -81,13 +81,13 @@ protected:
 };
 
 TEST(CursorTable, HoldsACursorWhileItIsRegistered) {
-    ui::CursorTable table;
+    app::CursorTable table;
     {
-        const ui::RegisteredCursor registered(table, -23, ":/cursor/CAT_DRAG_COPY");
+        const app::RegisteredCursor registered(table, -23, ":/cursor/CAT_DRAG_COPY");
         EXPECT_EQ(table.cursor(-23).shape(), Qt::BitmapCursor);
     }
     EXPECT_EQ(table.cursor(-23).shape(), Qt::ArrowCursor);
-    EXPECT_THROW(ui::RegisteredCursor(table, -23, ":/cursor/NONE"), base::ResourceError);
+    EXPECT_THROW(app::RegisteredCursor(table, -23, ":/cursor/NONE"), base::ResourceError);
 }
 
 TEST_F(MainFormTest, ConnectsAndReportsTheOutcomeOnly) {

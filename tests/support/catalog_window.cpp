@@ -1,7 +1,7 @@
 #include "support/catalog_window.h"
 
 #include "app/error_log.h"
-#include "ui/flat_tool_bar.h"
+#include "app/flat_tool_bar.h"
 
 #include <QAction>
 #include <QTest>

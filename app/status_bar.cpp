@@ -1,13 +1,13 @@
-#include "ui/status_bar.h"
+#include "app/status_bar.h"
 
-#include "ui/keyboard_state.h"
+#include "app/keyboard_state.h"
 
 #include <QCoreApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QPainter>
 
-namespace ui {
+namespace app {
 
 namespace {
 
@@ -24,7 +24,7 @@ void setColor(QLabel& label, const QColor& color) {
 } // namespace
 
 StatusBar::StatusBar(const QString& name, int height, std::span<const TextPanelSpec> panels,
-                     const QFont& font, const QColor& fontColor, const Skin& skin, QWidget* parent)
+                     const QFont& font, const QColor& fontColor, const ui::Skin& skin, QWidget* parent)
     : QWidget(parent), skin_(skin) {
     setObjectName(name);
     setFixedHeight(height);
@@ -117,4 +117,4 @@ void StatusBar::updateKeyboardState() {
     keyIndicators_[Insert]->setText(overwriting_ ? QStringLiteral("OVR") : QStringLiteral("INS"));
 }
 
-} // namespace ui
+} // namespace app

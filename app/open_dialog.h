@@ -3,7 +3,7 @@
 #include <QObject>
 #include <QString>
 
-namespace ui {
+namespace app {
 
 /// What a dialog for choosing one existing file is to show.
 class OpenDialog final : public QObject {
@@ -20,4 +20,4 @@ private:
     QString fileName_;
 };
 
-} // namespace ui
+} // namespace app

@@ -5,7 +5,7 @@
 
 #include <map>
 
-namespace ui {
+namespace app {
 
 /// The program's own cursors by their numbers; negative by convention.
 class CursorTable final {
@@ -33,4 +33,4 @@ private:
     int number_;
 };
 
-} // namespace ui
+} // namespace app

@@ -1,10 +1,10 @@
-#include "ui/open_dialog.h"
+#include "app/open_dialog.h"
 
-namespace ui {
+namespace app {
 
 OpenDialog::OpenDialog(const QString& name, const QString& title, const QString& fileName, QObject* parent)
     : QObject(parent), title_(title), fileName_(fileName) {
     setObjectName(name);
 }
 
-} // namespace ui
+} // namespace app

@@ -2,7 +2,7 @@
 
 #include <QToolBar>
 
-namespace ui {
+namespace app {
 
 /// A tool bar in the plain colour of its palette, its buttons side by side.
 class FlatToolBar final : public QToolBar {
@@ -18,4 +18,4 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 };
 
-} // namespace ui
+} // namespace app

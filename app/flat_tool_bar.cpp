@@ -1,9 +1,9 @@
-#include "ui/flat_tool_bar.h"
+#include "app/flat_tool_bar.h"
 
 #include <QLayout>
 #include <QPainter>
 
-namespace ui {
+namespace app {
 
 FlatToolBar::FlatToolBar(QWidget* parent) : QToolBar(parent) {
     layout()->setContentsMargins(0, 0, 0, 0);
@@ -14,4 +14,4 @@ void FlatToolBar::paintEvent(QPaintEvent*) {
     QPainter(this).fillRect(rect(), palette().color(QPalette::Window));
 }
 
-} // namespace ui
+} // namespace app

@@ -4,10 +4,10 @@
 
 class QWidget;
 
-namespace ui {
+namespace app {
 
 /// Asks for a line of text in a modal box. Returns the edited text on OK, `preset` on Cancel.
 [[nodiscard]] QString inputBox(QWidget* parent, const QString& caption, const QString& prompt,
                                const QString& preset);
 
-} // namespace ui
+} // namespace app

@@ -8,7 +8,7 @@
 #include <array>
 #include <span>
 
-namespace ui {
+namespace app {
 
 /// A text panel of a status bar.
 struct TextPanelSpec {
@@ -23,7 +23,7 @@ class StatusBar final : public QWidget {
 
 public:
     StatusBar(const QString& name, int height, std::span<const TextPanelSpec> panels, const QFont& font,
-              const QColor& fontColor, const Skin& skin, QWidget* parent);
+              const QColor& fontColor, const ui::Skin& skin, QWidget* parent);
 
     /// Text panel by position, from 0.
     void setText(int panel, const QString& text);
@@ -37,10 +37,10 @@ private:
     QLabel* addLabel(const QString& name, const QColor& color);
     void updateKeyboardState();
 
-    Skin skin_;
+    ui::Skin skin_;
     std::vector<QLabel*> textPanels_;
     std::array<QLabel*, 3> keyIndicators_{}; // Caps Lock, Num Lock, Insert
     bool overwriting_ = false;
 };
 
-} // namespace ui
+} // namespace app

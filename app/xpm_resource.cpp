@@ -1,4 +1,4 @@
-#include "ui/xpm_resource.h"
+#include "app/xpm_resource.h"
 
 #include "base/error.h"
 
@@ -6,7 +6,7 @@
 
 #include <vector>
 
-namespace ui {
+namespace app {
 
 namespace {
 
@@ -42,4 +42,4 @@ QImage readXpmResource(const QString& resource) {
     return image;
 }
 
-} // namespace ui
+} // namespace app

@@ -1,4 +1,4 @@
-#include "ui/action_manager.h"
+#include "app/action_manager.h"
 
 #include <QAction>
 #include <QApplication>
@@ -8,7 +8,7 @@
 #include <QToolBar>
 #include <QToolButton>
 
-namespace ui {
+namespace app {
 
 namespace {
 
@@ -67,4 +67,4 @@ void ActionManager::addSeparator() {
     toolBar_.addSeparator();
 }
 
-} // namespace ui
+} // namespace app

@@ -3,7 +3,7 @@
 #include <QImage>
 #include <QString>
 
-namespace ui {
+namespace app {
 
 /// An image of the program's resources in the XPM format. Throws base::ResourceError when it cannot be read.
 ///
@@ -11,4 +11,4 @@ namespace ui {
 /// start of the program would wait for.
 [[nodiscard]] QImage readXpmResource(const QString& resource);
 
-} // namespace ui
+} // namespace app

@@ -5,7 +5,7 @@
 class QAction;
 class QToolBar;
 
-namespace ui {
+namespace app {
 
 /// Fills a tool bar with buttons for commands; a button may be captioned otherwise than its command.
 class ActionManager final : public QObject {
@@ -22,4 +22,4 @@ private:
     QToolBar& toolBar_;
 };
 
-} // namespace ui
+} // namespace app

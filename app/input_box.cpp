@@ -1,8 +1,8 @@
-#include "ui/input_box.h"
+#include "app/input_box.h"
 
 #include <QInputDialog>
 
-namespace ui {
+namespace app {
 
 namespace {
 
@@ -20,4 +20,4 @@ QString inputBox(QWidget* parent, const QString& caption, const QString& prompt,
     return dialog.exec() == QDialog::Accepted ? dialog.textValue() : preset;
 }
 
-} // namespace ui
+} // namespace app

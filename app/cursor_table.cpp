@@ -1,10 +1,10 @@
-#include "ui/cursor_table.h"
+#include "app/cursor_table.h"
 
-#include "ui/xpm_resource.h"
+#include "app/xpm_resource.h"
 
 #include <QPixmap>
 
-namespace ui {
+namespace app {
 
 QCursor CursorTable::cursor(int number) const {
     const auto found = cursors_.find(number);
@@ -20,4 +20,4 @@ RegisteredCursor::~RegisteredCursor() {
     table_.remove(number_);
 }
 
-} // namespace ui
+} // namespace app

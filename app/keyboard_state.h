@@ -1,6 +1,6 @@
 #pragma once
 
-namespace ui {
+namespace app {
 
 /// Which lock keys are on.
 struct KeyboardState {
@@ -11,4 +11,4 @@ struct KeyboardState {
 /// Asks the system; all off where it cannot be asked.
 [[nodiscard]] KeyboardState readKeyboardState();
 
-} // namespace ui
+} // namespace app

@@ -1,4 +1,4 @@
-#include "ui/keyboard_state.h"
+#include "app/keyboard_state.h"
 
 #include <QGuiApplication>
 
@@ -8,7 +8,7 @@
 #include <windows.h>
 #endif
 
-namespace ui {
+namespace app {
 
 KeyboardState readKeyboardState() {
 #if defined(TARVELO_X11)
@@ -27,4 +27,4 @@ KeyboardState readKeyboardState() {
     return {};
 }
 
-} // namespace ui
+} // namespace app

@@ -4,9 +4,9 @@
 #include "bench/rows.h"
 #include "bench/screen.h"
 #include "browser/ter_form.h"
-#include "grid/grid.h"
-#include "grid/table_model.h"
-#include "grid/table_view.h"
+#include "grid/rows/table_model.h"
+#include "grid/table/grid.h"
+#include "grid/table/table_view.h"
 
 #include <algorithm>
 #include <numeric>

@@ -4,9 +4,9 @@
 #include "bench/rows.h"
 #include "browser/ter_form.h"
 #include "export/grid_export.h"
-#include "grid/column.h"
-#include "grid/grid.h"
-#include "grid/table_view.h"
+#include "grid/rows/column.h"
+#include "grid/table/grid.h"
+#include "grid/table/table_view.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -3,9 +3,9 @@
 #include "bench/screen.h"
 #include "browser/ter_form.h"
 #include "export/grid_export.h"
-#include "grid/grid.h"
-#include "grid/table_model.h"
-#include "grid/table_view.h"
+#include "grid/rows/table_model.h"
+#include "grid/table/grid.h"
+#include "grid/table/table_view.h"
 
 #include <QFile>
 

@@ -2,8 +2,8 @@
 #include "bench/rows.h"
 #include "bench/screen.h"
 #include "browser/ter_form.h"
-#include "grid/grid.h"
-#include "grid/table_view.h"
+#include "grid/table/grid.h"
+#include "grid/table/table_view.h"
 
 #include <QComboBox>
 

@@ -4,9 +4,9 @@
 #include "bench/rows.h"
 #include "bench/screen.h"
 #include "browser/ter_form.h"
-#include "grid/find_panel.h"
-#include "grid/tree_list.h"
-#include "grid/tree_view.h"
+#include "grid/tree/find_panel.h"
+#include "grid/tree/tree_list.h"
+#include "grid/tree/tree_view.h"
 
 #include <QCoreApplication>
 #include <QKeyEvent>

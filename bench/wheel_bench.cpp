@@ -2,8 +2,8 @@
 #include "bench/rows.h"
 #include "bench/screen.h"
 #include "browser/grid_layout.h"
-#include "grid/grid.h"
-#include "grid/table_view.h"
+#include "grid/table/grid.h"
+#include "grid/table/table_view.h"
 #include "ui/fonts.h"
 
 #include <QCoreApplication>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "grid/table_spec.h"
-#include "grid/tree_list.h"
+#include "grid/table/grid_spec.h"
+#include "grid/tree/tree_list.h"
 
 #include <array>
 

@@ -10,9 +10,9 @@
 #include "data/data_modul.h"
 #include "export/export_file_name.h"
 #include "export/grid_export.h"
-#include "grid/grid.h"
-#include "grid/table_view.h"
-#include "grid/tree_list.h"
+#include "grid/table/grid.h"
+#include "grid/table/table_view.h"
+#include "grid/tree/tree_list.h"
 #include "ui/application.h"
 #include "ui/fonts.h"
 #include "ui/screen_cursor.h"
@@ -81,7 +81,7 @@ const TTERForm::SelectorSpec TTERForm::selectors[]{
 struct TTERForm::GridPlace {
     grid::Grid* TTERForm::*member = nullptr;
     const grid::GridSpec* spec = nullptr;
-    grid::DataSource TDM::*dataSource = nullptr;
+    db::DataSource TDM::*dataSource = nullptr;
 };
 
 /// A tab with a button panel and a grid, which may cover another one.

@@ -1,29 +1,29 @@
-# tarvelo_module(NAME sources... USES modules... LIBRARIES libraries...)
+# tarvelo_module(FOLDER SOURCES files... USES folders... LIBRARIES libraries...)
 #
-# One static library per folder. An #include of a folder that is not among USES (or what those use)
-# stops the configure step: that is how the direction of dependencies is kept.
-function(tarvelo_module name)
+# One static library per folder, named tarvelo_ and the folder. A file includes its own folder and the folders among
+# USES, no others: the test "layering" holds that, by the list that tarvelo_write_layers() leaves in the build folder.
+function(tarvelo_module folder)
   cmake_parse_arguments(arg "" "" "SOURCES;USES;LIBRARIES" ${ARGN})
+  tarvelo_target(name ${folder})
   add_library(${name} STATIC ${arg_SOURCES})
   target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
-  target_link_libraries(${name} PUBLIC ${arg_USES} PRIVATE ${arg_LIBRARIES} tarvelo_warnings)
-
-  set(known ${name} ${arg_USES})
   foreach(used IN LISTS arg_USES)
-    get_target_property(indirect ${used} TARVELO_KNOWS)
-    list(APPEND known ${indirect})
+    tarvelo_target(usedName ${used})
+    target_link_libraries(${name} PUBLIC ${usedName})
   endforeach()
-  list(REMOVE_DUPLICATES known)
-  set_target_properties(${name} PROPERTIES TARVELO_KNOWS "${known}")
+  target_link_libraries(${name} PUBLIC ${arg_LIBRARIES} PRIVATE tarvelo_warnings)
+  string(JOIN " " line ${folder} ${arg_USES})
+  set_property(GLOBAL APPEND_STRING PROPERTY TARVELO_LAYERS "${line}\n")
+endfunction()
 
-  file(GLOB files CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.h ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
-  foreach(file IN LISTS files)
-    file(STRINGS ${file} includes REGEX "^#include \"[a-z]+/")
-    foreach(line IN LISTS includes)
-      string(REGEX REPLACE "^#include \"([a-z]+)/.*" "\\1" folder "${line}")
-      if(NOT folder IN_LIST known)
-        message(FATAL_ERROR "${file}: '${folder}/' must not be known to '${name}/'")
-      endif()
-    endforeach()
-  endforeach()
+# The name of a folder's library.
+function(tarvelo_target variable folder)
+  string(REPLACE "/" "_" name "tarvelo_${folder}")
+  set(${variable} ${name} PARENT_SCOPE)
+endfunction()
+
+# Writes layers.txt: a line for every folder, followed by those that it may include.
+function(tarvelo_write_layers)
+  get_property(layers GLOBAL PROPERTY TARVELO_LAYERS)
+  file(WRITE ${PROJECT_BINARY_DIR}/layers.txt "${layers}")
 endfunction()

@@ -45,8 +45,8 @@ db::DataSet makeDataSet(TDM& module, std::size_t number) {
                        module.RFIBTransaction, &module);
 }
 
-grid::DataSource makeDataSource(TDM& module, int number, db::DataSet& dataSet) {
-    return grid::DataSource(QStringLiteral("DataSource%1").arg(number), dataSet, &module);
+db::DataSource makeDataSource(TDM& module, int number, db::DataSet& dataSet) {
+    return db::DataSource(QStringLiteral("DataSource%1").arg(number), dataSet, &module);
 }
 
 } // namespace
@@ -102,8 +102,8 @@ std::array<db::DataSet*, 5> TDM::selectionDataSets() {
     return {&pFIBDataSet3, &pFIBDataSet4, &pFIBDataSet5, &pFIBDataSet6, &pFIBDataSet10};
 }
 
-grid::DataSource& TDM::dataSource(std::u16string_view name) {
-    auto* const found = findChild<grid::DataSource*>(base::toQString(name));
+db::DataSource& TDM::dataSource(std::u16string_view name) {
+    auto* const found = findChild<db::DataSource*>(base::toQString(name));
     if (found == nullptr) {
         throw std::logic_error("no data source " + base::toQString(name).toStdString());
     }

@@ -3,8 +3,8 @@
 #include "data/catalog_editions.h"
 #include "db/connection.h"
 #include "db/data_set.h"
+#include "db/data_source.h"
 #include "db/transaction.h"
-#include "grid/data_source.h"
 
 #include <QObject>
 #include <QString>
@@ -35,15 +35,15 @@ public:
     db::DataSet pFIBDataSet9;  ///< catalog tree
     db::DataSet pFIBDataSet10; ///< transport catalog, the same in all editions
 
-    grid::DataSource DataSource1;
-    grid::DataSource DataSource3;
-    grid::DataSource DataSource4;
-    grid::DataSource DataSource5;
-    grid::DataSource DataSource6;
-    grid::DataSource DataSource7;
-    grid::DataSource DataSource8;
-    grid::DataSource DataSource9;
-    grid::DataSource DataSource10;
+    db::DataSource DataSource1;
+    db::DataSource DataSource3;
+    db::DataSource DataSource4;
+    db::DataSource DataSource5;
+    db::DataSource DataSource6;
+    db::DataSource DataSource7;
+    db::DataSource DataSource8;
+    db::DataSource DataSource9;
+    db::DataSource DataSource10;
 
     /// pFIBDataSet1 to pFIBDataSet10.
     [[nodiscard]] std::array<db::DataSet*, 10> dataSets();
@@ -56,7 +56,7 @@ public:
     [[nodiscard]] std::array<db::DataSet*, 5> selectionDataSets();
 
     /// The data source of that object name. Throws std::logic_error when there is none.
-    [[nodiscard]] grid::DataSource& dataSource(std::u16string_view name);
+    [[nodiscard]] db::DataSource& dataSource(std::u16string_view name);
 
     /// Closes the edition datasets, gives them the queries of the edition and prepares them, one after the
     /// other. Throws db::DatabaseError; the datasets done so far then keep the new queries.

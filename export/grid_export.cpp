@@ -9,10 +9,10 @@
 #include "export/sheet_name.h"
 #include "export/sheet_text.h"
 #include "export/workbook_writer.h"
-#include "grid/column.h"
-#include "grid/grid.h"
-#include "grid/table_model.h"
-#include "grid/table_view.h"
+#include "grid/rows/column.h"
+#include "grid/rows/table_model.h"
+#include "grid/table/grid.h"
+#include "grid/table/table_view.h"
 #include "ui/screen_cursor.h"
 
 #include <QPointer>

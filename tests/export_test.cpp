@@ -8,11 +8,11 @@
 #include "export/sheet_name.h"
 #include "export/sheet_text.h"
 #include "export/xlsx_library.h"
-#include "grid/column.h"
-#include "grid/grid.h"
-#include "grid/table_header.h"
-#include "grid/table_model.h"
-#include "grid/table_view.h"
+#include "grid/rows/column.h"
+#include "grid/rows/table_model.h"
+#include "grid/table/grid.h"
+#include "grid/table/table_header.h"
+#include "grid/table/table_view.h"
 #include "support/firebird_server.h"
 #include "ui/screen_cursor.h"
 
@@ -261,7 +261,7 @@ QByteArray contents(const QString& path) {
 
 TEST_F(Export, NamesTheReasonWhenTheFileIsImpossible) {
     const auto dataSet = openRange(3);
-    grid::DataSource source("source", *dataSet, nullptr);
+    db::DataSource source("source", *dataSet, nullptr);
     grid::Grid grid(rangeGrid, source, nullptr);
     QDir(folder_.path()).mkdir("taken.xlsx");
     const QStringList before = files();
@@ -323,7 +323,7 @@ qsizetype openFiles() {
 
 TEST_F(Export, NoticesAFullDiskWhereverItStrikes) {
     const auto dataSet = openRange(60);
-    grid::DataSource source("source", *dataSet, nullptr);
+    db::DataSource source("source", *dataSet, nullptr);
     grid::Grid grid(rangeGrid, source, nullptr);
     exporter::exportGrid(path(), &grid);
     const QJsonArray whole = readWorkbook(path())["rows"].toArray();
@@ -344,7 +344,7 @@ TEST_F(Export, NoticesAFullDiskWhereverItStrikes) {
 
 TEST_F(Export, RefusesMoreRowsThanASheetHolds) {
     const auto dataSet = openRange(1'048'575);
-    grid::DataSource source("source", *dataSet, nullptr);
+    db::DataSource source("source", *dataSet, nullptr);
     grid::Grid grid(rangeGrid, source, nullptr);
     EXPECT_THROW(exporter::exportGrid(path(), &grid), ExportError);
     EXPECT_EQ(files(), QStringList());
@@ -352,7 +352,7 @@ TEST_F(Export, RefusesMoreRowsThanASheetHolds) {
 
 TEST_F(Export, GivesTheGridBackInEveryCase) {
     const auto dataSet = openRange(3);
-    grid::DataSource source("source", *dataSet, nullptr);
+    db::DataSource source("source", *dataSet, nullptr);
     QWidget window;
     QVBoxLayout layout(&window);
     grid::Grid grid(rangeGrid, source, &window);
@@ -386,14 +386,14 @@ TEST_F(Export, GivesTheGridBackInEveryCase) {
 /// Runs in a process of its own, which is killed.
 TEST_F(Export, DISABLED_WritesMuch) {
     const auto dataSet = openRange(400'000);
-    grid::DataSource source("source", *dataSet, nullptr);
+    db::DataSource source("source", *dataSet, nullptr);
     grid::Grid grid(rangeGrid, source, nullptr);
     exporter::exportGrid(qEnvironmentVariable("TARVELO_EXPORT"), &grid);
 }
 
 TEST_F(Export, LeavesNothingBehindAfterAKilledOne) {
     const auto dataSet = openRange(3);
-    grid::DataSource source("source", *dataSet, nullptr);
+    db::DataSource source("source", *dataSet, nullptr);
     grid::Grid grid(rangeGrid, source, nullptr);
     exporter::exportGrid(path(), &grid);
     const QByteArray earlier = contents(path());

@@ -1,19 +1,19 @@
 #include "base/win1251.h"
 #include "db/connection.h"
 #include "db/data_set.h"
+#include "db/data_source.h"
 #include "db/transaction.h"
-#include "grid/cell_text.h"
-#include "grid/collation.h"
-#include "grid/column.h"
-#include "grid/column_widths.h"
-#include "grid/data_source.h"
-#include "grid/find_bar.h"
-#include "grid/grid.h"
-#include "grid/row_layout.h"
-#include "grid/row_order.h"
-#include "grid/table_header.h"
-#include "grid/table_model.h"
-#include "grid/table_view.h"
+#include "grid/rows/collation.h"
+#include "grid/rows/column.h"
+#include "grid/rows/row_order.h"
+#include "grid/rows/table_model.h"
+#include "grid/table/find_bar.h"
+#include "grid/table/grid.h"
+#include "grid/table/table_header.h"
+#include "grid/table/table_view.h"
+#include "grid/view/cell_text.h"
+#include "grid/view/column_widths.h"
+#include "grid/view/row_layout.h"
 #include "support/firebird_server.h"
 #include "support/printing.h"
 
@@ -145,7 +145,7 @@ protected:
     db::DataSet reference{QStringLiteral("reference"), fields, {}, connection_, transaction_, nullptr};
 
 private:
-    DataSource source_{QStringLiteral("source"), dataSet, nullptr};
+    db::DataSource source_{QStringLiteral("source"), dataSet, nullptr};
     std::unique_ptr<Grid> grid_;
 };
 
@@ -521,7 +521,7 @@ TEST_F(GridTest, CopiesTheSelectedRowsAsTheyAreShown) {
 
 TEST_F(GridTest, FollowsTheDataSetAndLeadsIt) {
     open(fewRows);
-    DataSource other(QStringLiteral("other"), dataSet, nullptr);
+    db::DataSource other(QStringLiteral("other"), dataSet, nullptr);
     Grid second(gridSpec, other, nullptr);
     second.view().tableModel().sortBy({{0, true}});
     QTest::keyClick(&view(), Qt::Key_Down);

@@ -1,13 +1,13 @@
 #include "db/connection.h"
 #include "db/data_set.h"
+#include "db/data_source.h"
 #include "db/transaction.h"
-#include "grid/column.h"
-#include "grid/data_source.h"
-#include "grid/find_panel.h"
-#include "grid/tree_header.h"
-#include "grid/tree_list.h"
-#include "grid/tree_model.h"
-#include "grid/tree_view.h"
+#include "grid/rows/column.h"
+#include "grid/rows/tree_model.h"
+#include "grid/tree/find_panel.h"
+#include "grid/tree/tree_header.h"
+#include "grid/tree/tree_list.h"
+#include "grid/tree/tree_view.h"
 #include "support/firebird_server.h"
 #include "support/printing.h"
 
@@ -212,7 +212,7 @@ protected:
         nullptr};
     db::DataSet dataSet_{
         QStringLiteral("pFIBDataSet9"), fields, materials, connection_, transaction_, nullptr};
-    grid::DataSource source_{QStringLiteral("DataSource9"), dataSet_, nullptr};
+    db::DataSource source_{QStringLiteral("DataSource9"), dataSet_, nullptr};
     grid::TreeList list_{spec, source_, nullptr};
     QAbstractItemModelTester tester_{&list_.view().treeModel(),
                                      QAbstractItemModelTester::FailureReportingMode::Fatal};

@@ -1,0 +1,22 @@
+#include "grid/rows/column.h"
+
+#include "base/text.h"
+#include "db/data_set.h"
+
+namespace grid {
+
+Column::Column(const ColumnSpec& spec, const db::DataSet& dataSet, QObject* parent)
+    : QObject(parent),
+      spec_(spec),
+      fieldName_(base::toQString(spec.field)),
+      field_(dataSet.findField(fieldName_)),
+      headerText_(field_ ? field_->displayLabel() : fieldName_),
+      width_(designWidth()) {
+    setObjectName(base::toQString(spec.name));
+}
+
+Qt::Alignment Column::alignment() const {
+    return field_ ? field_->alignment() : Qt::Alignment(Qt::AlignLeft);
+}
+
+} // namespace grid

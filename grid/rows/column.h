@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+#include <string_view>
+
+namespace db {
+class DataSet;
+class Field;
+} // namespace db
+
+namespace grid {
+
+/// Design width of a column that sets none, in pixels.
+inline constexpr int defaultColumnWidth = 64;
+
+/// One row of the column table of a grid or a tree list.
+struct ColumnSpec {
+    std::u16string_view name;  ///< object name of the column
+    std::u16string_view field; ///< column name of the dataset's field
+    bool visible = true;
+    int width = 0; ///< design width in pixels, relative to the other columns; 0 means defaultColumnWidth
+    Qt::AlignmentFlag headerAlignment = Qt::AlignLeft;
+};
+
+/// A column of a view, child of the view.
+class Column final : public QObject {
+    Q_OBJECT
+
+public:
+    /// Binds to the field of `dataSet` that the spec names.
+    Column(const ColumnSpec& spec, const db::DataSet& dataSet, QObject* parent);
+
+    /// Column name of the field, whether or not the dataset has it.
+    [[nodiscard]] const QString& fieldName() const { return fieldName_; }
+    /// Null when the dataset has no such field; the cells are empty then.
+    [[nodiscard]] const db::Field* field() const { return field_; }
+    /// The field's display label, or the field name.
+    [[nodiscard]] const QString& headerText() const { return headerText_; }
+    [[nodiscard]] Qt::Alignment headerAlignment() const { return spec_.headerAlignment; }
+    /// Alignment of the values.
+    [[nodiscard]] Qt::Alignment alignment() const;
+    /// Whether the view shows the column.
+    [[nodiscard]] bool isVisible() const { return spec_.visible; }
+    /// Width in pixels by design, which counts in relation to the other columns'.
+    [[nodiscard]] int designWidth() const { return spec_.width > 0 ? spec_.width : defaultColumnWidth; }
+
+    /// Present width in pixels; the design width until the view has been laid out.
+    [[nodiscard]] int width() const { return width_; }
+    void setWidth(int width) { width_ = width; }
+
+private:
+    ColumnSpec spec_;
+    QString fieldName_;
+    const db::Field* field_;
+    QString headerText_;
+    int width_;
+};
+
+} // namespace grid

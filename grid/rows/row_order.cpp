@@ -1,0 +1,204 @@
+#include "grid/rows/row_order.h"
+
+#include "db/row_store.h"
+#include "grid/rows/collation.h"
+
+#include <algorithm>
+#include <array>
+#include <string_view>
+#include <utility>
+
+namespace grid {
+namespace {
+
+/// A row with the part of its value that is being compared, such that smaller words come first.
+struct Entry {
+    std::uint64_t word;
+    std::int32_t row;
+
+    bool operator<(const Entry& other) const {
+        return word != other.word ? word < other.word : row < other.row;
+    }
+};
+
+using Entries = std::span<Entry>;
+
+/// From how many entries on a radix sort, which reads them once a byte that differs, beats comparing.
+constexpr std::size_t radixThreshold = 2048;
+
+/// Weights that one word holds; its last byte says how many of them there are, so that a text comes before
+/// its continuations.
+constexpr std::size_t weightsPerWord = 7;
+
+void radixSort(Entries entries, std::vector<Entry>& scratch) {
+    constexpr int byteCount = sizeof(Entry::word);
+    std::array<std::array<std::uint32_t, 256>, byteCount> counts{};
+    for (const Entry& entry : entries) {
+        for (std::size_t byte = 0; byte < byteCount; ++byte) {
+            ++counts[byte][(entry.word >> (8 * byte)) & 0xFF];
+        }
+    }
+    scratch.resize(std::max(scratch.size(), entries.size()));
+    Entry* from = entries.data();
+    Entry* to = scratch.data();
+    for (std::size_t byte = 0; byte < byteCount; ++byte) {
+        auto& count = counts[byte];
+        if (count[(from->word >> (8 * byte)) & 0xFF] == entries.size()) {
+            continue; // the same in all of them
+        }
+        std::uint32_t next = 0;
+        for (std::uint32_t& start : count) {
+            start = std::exchange(next, next + start);
+        }
+        for (std::size_t i = 0; i < entries.size(); ++i) {
+            to[count[(from[i].word >> (8 * byte)) & 0xFF]++] = from[i];
+        }
+        std::swap(from, to);
+    }
+    if (from != entries.data()) {
+        std::copy(from, from + entries.size(), entries.data());
+    }
+}
+
+/// Sorts by the most significant part first: a run of rows that are equal so far is split by the next part of
+/// their values. Within a run the rows ascend.
+class Sorter final {
+public:
+    Sorter(const db::RowStore& store, std::span<const RowOrderKey> keys) : store_(store), keys_(keys) {}
+
+    void sortByKey(Entries run, std::size_t keyIndex) {
+        if (run.size() < 2 || keyIndex == keys_.size()) {
+            return;
+        }
+        const RowOrderKey& key = keys_[keyIndex];
+        const auto [nulls, values] = splitNulls(run, key);
+        sortByKey(nulls, keyIndex + 1);
+        if (key.isNumber) {
+            sortNumbers(values, keyIndex);
+        } else {
+            sortTexts(values, keyIndex, 0);
+        }
+    }
+
+private:
+    struct Split {
+        Entries nulls;
+        Entries values;
+    };
+
+    [[nodiscard]] Split splitNulls(Entries run, const RowOrderKey& key) const {
+        const auto belongsFirst = [&](const Entry& entry) {
+            return store_.isNull(entry.row, key.field) != key.descending;
+        };
+        const auto middle = std::stable_partition(run.begin(), run.end(), belongsFirst);
+        const Entries first(run.begin(), middle);
+        const Entries second(middle, run.end());
+        return key.descending ? Split{second, first} : Split{first, second};
+    }
+
+    void sortNumbers(Entries run, std::size_t keyIndex) {
+        const RowOrderKey& key = keys_[keyIndex];
+        constexpr std::uint64_t signBit = std::uint64_t{1} << 63;
+        for (Entry& entry : run) {
+            const std::uint64_t word =
+                static_cast<std::uint64_t>(store_.integer(entry.row, key.field)) ^ signBit;
+            entry.word = key.descending ? ~word : word;
+        }
+        sortWords(run);
+        forEachEqualRun(run, [&](Entries equal) { sortByKey(equal, keyIndex + 1); });
+    }
+
+    void sortTexts(Entries run, std::size_t keyIndex, std::size_t depth) {
+        if (run.size() < 2) {
+            return;
+        }
+        const RowOrderKey& key = keys_[keyIndex];
+        depth += commonLength(run, key.field, depth);
+        for (Entry& entry : run) {
+            const std::uint64_t word = packWeights(store_.string(entry.row, key.field), depth);
+            entry.word = key.descending ? ~word : word;
+        }
+        sortWords(run);
+        forEachEqualRun(run, [&](Entries equal) {
+            const std::uint64_t word = key.descending ? ~equal.front().word : equal.front().word;
+            if ((word & 0xFF) < weightsPerWord) {
+                sortByKey(equal, keyIndex + 1); // the texts have ended
+            } else {
+                sortTexts(equal, keyIndex, depth + weightsPerWord);
+            }
+        });
+    }
+
+    /// How many weights from `depth` on all the texts share.
+    [[nodiscard]] std::size_t commonLength(Entries run, int field, std::size_t depth) const {
+        const std::string_view first = store_.string(run.front().row, field).substr(depth);
+        std::size_t common = first.size();
+        for (const Entry& entry : run.subspan(1)) {
+            const std::string_view text = store_.string(entry.row, field).substr(depth);
+            common = std::min(common, text.size());
+            std::size_t same = 0;
+            while (same < common && weight(text[same]) == weight(first[same])) {
+                ++same;
+            }
+            common = same;
+            if (common == 0) {
+                break;
+            }
+        }
+        return common;
+    }
+
+    [[nodiscard]] std::uint64_t packWeights(std::string_view text, std::size_t depth) const {
+        const std::size_t count = std::min(text.size() - depth, weightsPerWord);
+        std::uint64_t word = 0;
+        for (std::size_t i = 0; i < count; ++i) {
+            word |= std::uint64_t{weight(text[depth + i])} << (8 * (weightsPerWord - i));
+        }
+        return word | count;
+    }
+
+    [[nodiscard]] std::uint8_t weight(char character) const {
+        return weights_[static_cast<unsigned char>(character)];
+    }
+
+    void sortWords(Entries run) {
+        if (run.size() < radixThreshold) {
+            std::sort(run.begin(), run.end());
+        } else {
+            radixSort(run, scratch_);
+        }
+    }
+
+    template <typename Action>
+    void forEachEqualRun(Entries run, Action action) {
+        for (std::size_t start = 0; start < run.size();) {
+            std::size_t end = start + 1;
+            while (end < run.size() && run[end].word == run[start].word) {
+                ++end;
+            }
+            if (end - start > 1) {
+                action(run.subspan(start, end - start));
+            }
+            start = end;
+        }
+    }
+
+    const db::RowStore& store_;
+    std::span<const RowOrderKey> keys_;
+    const std::array<std::uint8_t, 256>& weights_ = collation::weights();
+    std::vector<Entry> scratch_;
+};
+
+} // namespace
+
+void sortRows(std::vector<std::int32_t>& rows, const db::RowStore& store, std::span<const RowOrderKey> keys) {
+    std::vector<Entry> entries;
+    entries.reserve(rows.size());
+    for (const std::int32_t row : rows) {
+        entries.push_back({0, row});
+    }
+    Sorter(store, keys).sortByKey(entries, 0);
+    std::ranges::transform(entries, rows.begin(), &Entry::row);
+}
+
+} // namespace grid

@@ -1,0 +1,139 @@
+#include "grid/rows/table_model.h"
+
+#include "db/data_set.h"
+#include "grid/rows/column.h"
+#include "grid/rows/row_order.h"
+
+#include <QLocale>
+
+#include <algorithm>
+#include <numeric>
+
+namespace grid {
+
+TableModel::TableModel(db::DataSet& dataSet, std::vector<Column*> columns, QObject* parent)
+    : QAbstractTableModel(parent),
+      dataSet_(dataSet),
+      columns_(std::move(columns)),
+      decimalPoint_(QLocale().decimalPoint().front()) {
+    connect(&dataSet_, &db::DataSet::aboutToReset, this, [this] { beginResetModel(); });
+    connect(&dataSet_, &db::DataSet::reset, this, [this] {
+        arrange();
+        endResetModel();
+    });
+}
+
+int TableModel::rowCount(const QModelIndex& parent) const {
+    if (parent.isValid()) {
+        return 0;
+    }
+    return order_ ? static_cast<int>(order_->size()) : dataSet_.rowCount();
+}
+
+int TableModel::columnCount(const QModelIndex& parent) const {
+    return parent.isValid() ? 0 : static_cast<int>(columns_.size());
+}
+
+QVariant TableModel::data(const QModelIndex& index, int role) const {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid)) {
+        return {};
+    }
+    if (role == Qt::DisplayRole) {
+        return text(index.row(), index.column());
+    }
+    if (role == Qt::TextAlignmentRole) {
+        return QVariant::fromValue(column(index.column()).alignment());
+    }
+    return {};
+}
+
+QVariant TableModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || section < 0 || section >= columnCount()) {
+        return {};
+    }
+    if (role == Qt::DisplayRole) {
+        return column(section).headerText();
+    }
+    if (role == Qt::TextAlignmentRole) {
+        return QVariant::fromValue(column(section).headerAlignment());
+    }
+    return {};
+}
+
+QString TableModel::text(int row, int columnIndex) const {
+    const db::Field* const field = column(columnIndex).field();
+    return field ? dataSet_.text(dataSetRow(row), *field, decimalPoint_) : QString();
+}
+
+int TableModel::dataSetRow(int row) const {
+    return order_ ? (*order_)[static_cast<std::size_t>(row)] : row;
+}
+
+int TableModel::rowOfDataSetRow(int dataSetRow) const {
+    if (!order_) {
+        return dataSetRow >= 0 && dataSetRow < dataSet_.rowCount() ? dataSetRow : -1;
+    }
+    const auto found = std::ranges::find(*order_, dataSetRow);
+    return found == order_->end() ? -1 : static_cast<int>(found - order_->begin());
+}
+
+void TableModel::sortBy(std::vector<SortColumn> sortColumns) {
+    std::erase_if(sortColumns, [this](const SortColumn& sort) { return !column(sort.column).field(); });
+    if (sortColumns != sortColumns_) {
+        sortColumns_ = std::move(sortColumns);
+        rearrange();
+    }
+}
+
+void TableModel::setFilter(int columnIndex, ColumnFilter filter) {
+    if (filter.isEmpty() || !column(columnIndex).field()) {
+        if (filters_.erase(columnIndex) == 0) {
+            return;
+        }
+    } else {
+        filters_[columnIndex] = std::move(filter);
+    }
+    rearrange();
+}
+
+void TableModel::clearFilters() {
+    if (!filters_.empty()) {
+        filters_.clear();
+        rearrange();
+    }
+}
+
+void TableModel::rearrange() {
+    beginResetModel();
+    arrange();
+    endResetModel();
+    emit arrangementChanged();
+}
+
+void TableModel::arrange() {
+    order_.reset();
+    if (!dataSet_.isOpen() || (sortColumns_.empty() && filters_.empty())) {
+        return;
+    }
+    std::vector<std::int32_t> rows;
+    if (filters_.empty()) {
+        rows.resize(static_cast<std::size_t>(dataSet_.rowCount()));
+        std::iota(rows.begin(), rows.end(), 0);
+    } else {
+        std::vector<FieldFilter> filters;
+        for (const auto& [columnIndex, filter] : filters_) {
+            filters.push_back({column(columnIndex).field(), &filter});
+        }
+        rows = filteredRows(dataSet_, filters, decimalPoint_);
+    }
+    std::vector<RowOrderKey> keys;
+    for (const SortColumn& sort : sortColumns_) {
+        const db::Field& field = *column(sort.column).field();
+        keys.push_back({field.index(), field.isNumber(), sort.descending});
+    }
+    sortRows(rows, dataSet_.rows(), keys);
+    rows.shrink_to_fit();
+    order_ = std::move(rows);
+}
+
+} // namespace grid

@@ -1,0 +1,198 @@
+#include "grid/rows/tree_model.h"
+
+#include "base/win1251.h"
+#include "db/data_set.h"
+#include "grid/rows/collation.h"
+#include "grid/rows/column.h"
+#include "grid/rows/row_order.h"
+
+#include <QLocale>
+
+#include <algorithm>
+#include <numeric>
+
+namespace grid {
+
+TreeModel::TreeModel(db::DataSet& dataSet, std::vector<Column*> columns, const QString& keyField,
+                     const QString& parentField, QObject* parent)
+    : QAbstractItemModel(parent),
+      dataSet_(dataSet),
+      columns_(std::move(columns)),
+      keyField_(dataSet.field(keyField).index()),
+      parentField_(dataSet.field(parentField).index()),
+      decimalPoint_(QLocale().decimalPoint().front()) {
+    connect(&dataSet_, &db::DataSet::aboutToReset, this, [this] { beginResetModel(); });
+    connect(&dataSet_, &db::DataSet::reset, this, [this] {
+        build();
+        endResetModel();
+    });
+    build();
+}
+
+void TreeModel::build() {
+    std::vector<TreeKey> keys(static_cast<std::size_t>(dataSet_.rowCount()));
+    const auto value = [this](int row, int field) -> std::optional<std::int64_t> {
+        const db::RowStore& rows = dataSet_.rows();
+        return rows.isNull(row, field) ? std::nullopt : std::optional(rows.integer(row, field));
+    };
+    for (int row = 0; row < dataSet_.rowCount(); ++row) {
+        keys[static_cast<std::size_t>(row)] = {value(row, keyField_), value(row, parentField_)};
+    }
+    structure_ = TreeStructure(keys);
+    applySort();
+    applySearch();
+}
+
+void TreeModel::applySort() {
+    const db::Field* const field = sortColumn_ ? column(*sortColumn_).field() : nullptr;
+    if (field == nullptr || !dataSet_.isOpen()) {
+        return;
+    }
+    std::vector<std::int32_t> order(static_cast<std::size_t>(dataSet_.rowCount()));
+    std::iota(order.begin(), order.end(), 0);
+    const RowOrderKey key{field->index(), field->isNumber(), descending_};
+    sortRows(order, dataSet_.rows(), {&key, 1});
+    structure_.sort(std::move(order));
+}
+
+void TreeModel::applySearch() {
+    if (!search_) {
+        return;
+    }
+    std::vector<const db::Field*> searched;
+    for (const Column* shown : columns_) {
+        if (shown->isVisible() && shown->field() != nullptr) {
+            searched.push_back(shown->field());
+        }
+    }
+    structure_.showOnly([&](int node) {
+        return std::any_of(searched.begin(), searched.end(), [&](const db::Field* field) {
+            return search_->findIn(dataSet_, node, *field).has_value();
+        });
+    });
+}
+
+int TreeModel::node(const QModelIndex& index) {
+    return index.isValid() ? static_cast<int>(index.internalId()) : TreeStructure::root;
+}
+
+QModelIndex TreeModel::indexOf(int node, int column) const {
+    if (node == TreeStructure::root || !structure_.isShown(node)) {
+        return {};
+    }
+    return createIndex(structure_.position(node), column, static_cast<quintptr>(node));
+}
+
+QModelIndex TreeModel::index(int row, int column, const QModelIndex& parent) const {
+    if (!hasIndex(row, column, parent)) {
+        return {};
+    }
+    const int child = structure_.children(node(parent))[static_cast<std::size_t>(row)];
+    return createIndex(row, column, static_cast<quintptr>(child));
+}
+
+QModelIndex TreeModel::parent(const QModelIndex& child) const {
+    return child.isValid() ? indexOf(structure_.parent(node(child))) : QModelIndex();
+}
+
+int TreeModel::rowCount(const QModelIndex& parent) const {
+    return parent.column() > 0 ? 0 : static_cast<int>(structure_.children(node(parent)).size());
+}
+
+int TreeModel::columnCount(const QModelIndex& /*parent*/) const {
+    return static_cast<int>(columns_.size());
+}
+
+QVariant TreeModel::data(const QModelIndex& index, int role) const {
+    if (!index.isValid()) {
+        return {};
+    }
+    switch (role) {
+    case Qt::DisplayRole:
+        return text(node(index), index.column());
+    case Qt::TextAlignmentRole:
+        return QVariant::fromValue(column(index.column()).alignment());
+    default:
+        return {};
+    }
+}
+
+QVariant TreeModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation != Qt::Horizontal || section < 0 || section >= columnCount()) {
+        return {};
+    }
+    switch (role) {
+    case Qt::DisplayRole:
+        return column(section).headerText();
+    case Qt::TextAlignmentRole:
+        return QVariant::fromValue(column(section).headerAlignment());
+    default:
+        return {};
+    }
+}
+
+void TreeModel::sort(int column, Qt::SortOrder order) {
+    emit layoutAboutToBeChanged({}, VerticalSortHint);
+    sortColumn_ = column;
+    descending_ = order == Qt::DescendingOrder;
+    applySort();
+    const QModelIndexList before = persistentIndexList();
+    QModelIndexList after;
+    after.reserve(before.size());
+    for (const QModelIndex& index : before) {
+        after.append(indexOf(node(index), index.column()));
+    }
+    changePersistentIndexList(before, after);
+    emit layoutChanged({}, VerticalSortHint);
+}
+
+void TreeModel::setSearch(const QString& text) {
+    beginResetModel();
+    if (text.isEmpty()) {
+        search_.reset();
+        structure_.showAll();
+    } else {
+        search_.emplace(text, decimalPoint_);
+        applySearch();
+    }
+    endResetModel();
+}
+
+QString TreeModel::text(int node, int column) const {
+    const db::Field* const field = this->column(column).field();
+    return field == nullptr ? QString() : dataSet_.text(node, *field, decimalPoint_);
+}
+
+TreeModel::Range TreeModel::match(int node, int column) const {
+    const db::Field* const field = this->column(column).field();
+    if (!search_ || field == nullptr) {
+        return {};
+    }
+    const std::optional<qsizetype> start = search_->findIn(dataSet_, node, *field);
+    return start ? Range{*start, *start + search_->length()} : Range{};
+}
+
+int TreeModel::findStartingWith(const QString& text, int column, int from) const {
+    const db::Field* const field = this->column(column).field();
+    const int first = structure_.next(TreeStructure::root);
+    if (field == nullptr || first == TreeStructure::root) {
+        return TreeStructure::root;
+    }
+    const collation::Needle needle(base::win1251::encode(text).toStdString());
+    const auto matches = [&](int node) {
+        return field->isNumber() ? this->text(node, column).startsWith(text)
+                                 : needle.isStartOf(dataSet_.rows().string(node, field->index()));
+    };
+    const int start = from == TreeStructure::root ? first : from;
+    int node = start;
+    do {
+        if (matches(node)) {
+            return node;
+        }
+        node = structure_.next(node);
+        node = node == TreeStructure::root ? first : node;
+    } while (node != start);
+    return TreeStructure::root;
+}
+
+} // namespace grid

@@ -1,0 +1,91 @@
+#include "grid/table/find_bar.h"
+
+#include "grid/table/table_view.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QToolButton>
+
+namespace grid {
+
+FindBar::FindBar(TableView& view, QWidget* parent) : QWidget(parent), view_(view) {
+    setObjectName(QStringLiteral("FindBar"));
+    text_ = new QLineEdit(this);
+    text_->setObjectName(QStringLiteral("FindBarText"));
+    text_->setAccessibleName(QStringLiteral("Найти"));
+    text_->setPlaceholderText(QStringLiteral("Введите текст для поиска"));
+    text_->setClearButtonEnabled(true);
+    outcome_ = new QLabel(this);
+    outcome_->setObjectName(QStringLiteral("FindBarOutcome"));
+
+    auto* const layout = new QHBoxLayout(this);
+    layout->setContentsMargins(4, 2, 4, 2);
+    layout->addWidget(text_, 1);
+    const auto addButton = [&](Qt::ArrowType arrow, const QString& name, const QString& objectName,
+                               auto action) {
+        auto* const button = new QToolButton(this);
+        button->setObjectName(objectName);
+        button->setArrowType(arrow);
+        button->setAccessibleName(name);
+        button->setToolTip(name);
+        button->setAutoRaise(true);
+        connect(button, &QToolButton::clicked, this, action);
+        layout->addWidget(button);
+    };
+    addButton(Qt::UpArrow, QStringLiteral("Найти предыдущее"), QStringLiteral("FindBarPrevious"),
+              &FindBar::findPrevious);
+    addButton(Qt::DownArrow, QStringLiteral("Найти следующее"), QStringLiteral("FindBarNext"),
+              &FindBar::findNext);
+    layout->addWidget(outcome_);
+    connect(text_, &QLineEdit::textChanged, this, [this] { find(true, true); });
+    hide();
+}
+
+void FindBar::open() {
+    show();
+    text_->setFocus();
+    text_->selectAll();
+    view_.setMarkedText(text_->text());
+}
+
+void FindBar::close() {
+    hide();
+    view_.setMarkedText({});
+    view_.setFocus();
+}
+
+void FindBar::findNext() {
+    goOn(true);
+}
+
+void FindBar::findPrevious() {
+    goOn(false);
+}
+
+void FindBar::goOn(bool forward) {
+    // Without the bar nothing would take the marks away again.
+    if (isHidden()) {
+        open();
+    }
+    find(forward, false);
+}
+
+void FindBar::find(bool forward, bool includeCurrent) {
+    view_.setMarkedText(text_->text());
+    const bool found = text_->text().isEmpty() || view_.findMarked(forward, includeCurrent);
+    outcome_->setText(found ? QString() : QStringLiteral("Не найдено"));
+}
+
+void FindBar::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape) {
+        close();
+    } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        find(!(event->modifiers() & Qt::ShiftModifier), false);
+    } else {
+        QWidget::keyPressEvent(event);
+    }
+}
+
+} // namespace grid

@@ -1,0 +1,284 @@
+#include "grid/table/table_accessibility.h"
+
+#include "grid/rows/column.h"
+#include "grid/rows/table_model.h"
+#include "grid/table/table_footer.h"
+#include "grid/table/table_header.h"
+#include "grid/table/table_view.h"
+
+#include <QAccessibleWidget>
+#include <QPointer>
+
+#include <algorithm>
+#include <unordered_map>
+
+namespace grid {
+namespace {
+
+/// The row number under which the header's sections are kept.
+constexpr int headerRow = -1;
+
+/// Cells that are kept for assistive technology at a time.
+constexpr std::size_t cellLimit = 20'000;
+
+/// A cell, or a section of the header.
+class AccessibleCell final : public QAccessibleInterface, public QAccessibleTableCellInterface {
+public:
+    AccessibleCell(TableView* view, int row, int column) : view_(view), row_(row), column_(column) {}
+
+    [[nodiscard]] bool isValid() const override { return view_ && row_ < view_->tableModel().rowCount(); }
+    [[nodiscard]] QObject* object() const override { return nullptr; }
+    [[nodiscard]] QAccessible::Role role() const override {
+        return row_ == headerRow ? QAccessible::ColumnHeader : QAccessible::Cell;
+    }
+
+    [[nodiscard]] QRect rect() const override {
+        if (!isValid()) {
+            return {};
+        }
+        if (row_ == headerRow) {
+            const TableHeader& header = view_->header();
+            const QRect section(header.sectionViewportPosition(column_), 0, header.sectionSize(column_),
+                                header.height());
+            return section.translated(header.mapToGlobal(QPoint()));
+        }
+        const QRect cell = view_->visualRect(index());
+        return cell.isEmpty() ? QRect() : cell.translated(view_->viewport()->mapToGlobal(QPoint()));
+    }
+
+    [[nodiscard]] QString text(QAccessible::Text kind) const override {
+        if (kind != QAccessible::Name || !isValid()) {
+            return {};
+        }
+        const TableModel& model = view_->tableModel();
+        return row_ == headerRow ? model.column(column_).headerText() : model.text(row_, column_);
+    }
+    void setText(QAccessible::Text, const QString&) override {}
+
+    [[nodiscard]] QAccessible::State state() const override {
+        QAccessible::State state;
+        if (!isValid()) {
+            state.invalid = true;
+            return state;
+        }
+        state.readOnly = true;
+        state.offscreen = !view_->isVisible() || rect().isEmpty();
+        if (row_ != headerRow) {
+            state.focusable = true;
+            state.selectable = true;
+            state.multiSelectable = true;
+            state.selected = isSelected();
+            state.focused = view_->hasFocus() && view_->currentIndex() == index();
+        }
+        return state;
+    }
+
+    [[nodiscard]] QAccessibleInterface* parent() const override {
+        return view_ ? QAccessible::queryAccessibleInterface(view_.data()) : nullptr;
+    }
+    [[nodiscard]] QAccessibleInterface* child(int) const override { return nullptr; }
+    [[nodiscard]] QAccessibleInterface* childAt(int, int) const override { return nullptr; }
+    [[nodiscard]] int childCount() const override { return 0; }
+    [[nodiscard]] int indexOfChild(const QAccessibleInterface*) const override { return -1; }
+
+    void* interface_cast(QAccessible::InterfaceType type) override {
+        return type == QAccessible::TableCellInterface && row_ != headerRow
+                   ? static_cast<QAccessibleTableCellInterface*>(this)
+                   : nullptr;
+    }
+    [[nodiscard]] bool isSelected() const override {
+        return isValid() && view_->selectionModel()->isRowSelected(row_);
+    }
+    [[nodiscard]] QList<QAccessibleInterface*> columnHeaderCells() const override;
+    [[nodiscard]] QList<QAccessibleInterface*> rowHeaderCells() const override { return {}; }
+    [[nodiscard]] int columnIndex() const override {
+        const std::vector<int> columns = view_->header().visibleColumns();
+        return static_cast<int>(std::ranges::find(columns, column_) - columns.begin());
+    }
+    [[nodiscard]] int rowIndex() const override { return row_; }
+    [[nodiscard]] int columnExtent() const override { return 1; }
+    [[nodiscard]] int rowExtent() const override { return 1; }
+    [[nodiscard]] QAccessibleInterface* table() const override { return parent(); }
+
+private:
+    [[nodiscard]] QModelIndex index() const { return view_->tableModel().index(row_, column_); }
+
+    QPointer<TableView> view_;
+    int row_;
+    int column_; ///< index of the model's column
+};
+
+/// The children are the header's sections, then the cells row by row, then the footer. Columns count as they
+/// stand on screen.
+class AccessibleTable final : public QAccessibleWidget, public QAccessibleTableInterface {
+public:
+    explicit AccessibleTable(TableView* view) : QAccessibleWidget(view, QAccessible::Table), view_(view) {}
+    ~AccessibleTable() override { forgetCells(); }
+
+    /// None while the view is being made, when assistive technology may ask already.
+    [[nodiscard]] int childCount() const override {
+        return view_->model() == nullptr ? 0 : (rowCount() + 1) * columnCount() + 1;
+    }
+
+    [[nodiscard]] QAccessibleInterface* child(int index) const override {
+        if (index < 0 || index >= childCount()) {
+            return nullptr;
+        }
+        if (index == childCount() - 1) {
+            return QAccessible::queryAccessibleInterface(view_->findChild<TableFooter*>());
+        }
+        return cell(index / columnCount() - 1,
+                    visibleColumns()[static_cast<std::size_t>(index % columnCount())]);
+    }
+
+    [[nodiscard]] QAccessibleInterface* childAt(int x, int y) const override {
+        const QPoint inHeader = view_->header().mapFromGlobal(QPoint(x, y));
+        if (view_->header().rect().contains(inHeader)) {
+            const int column = view_->header().logicalIndexAt(inHeader);
+            return column < 0 ? nullptr : cell(headerRow, column);
+        }
+        const QPoint inRows = view_->viewport()->mapFromGlobal(QPoint(x, y));
+        const QModelIndex index =
+            view_->viewport()->rect().contains(inRows) ? view_->indexAt(inRows) : QModelIndex();
+        return index.isValid() ? cell(index.row(), index.column()) : nullptr;
+    }
+
+    [[nodiscard]] QAccessibleInterface* focusChild() const override {
+        const QModelIndex current = view_->currentIndex();
+        return current.isValid() ? cell(current.row(), current.column()) : nullptr;
+    }
+
+    [[nodiscard]] int indexOfChild(const QAccessibleInterface* sought) const override {
+        if (const auto* const found = dynamic_cast<const AccessibleCell*>(sought)) {
+            return found->isValid() ? (found->rowIndex() + 1) * columnCount() + found->columnIndex() : -1;
+        }
+        return sought && sought->object() == view_->findChild<TableFooter*>() ? childCount() - 1 : -1;
+    }
+
+    void* interface_cast(QAccessible::InterfaceType type) override {
+        return type == QAccessible::TableInterface ? static_cast<QAccessibleTableInterface*>(this)
+                                                   : QAccessibleWidget::interface_cast(type);
+    }
+
+    [[nodiscard]] QAccessibleInterface* caption() const override { return nullptr; }
+    [[nodiscard]] QAccessibleInterface* summary() const override { return nullptr; }
+    [[nodiscard]] int columnCount() const override { return static_cast<int>(visibleColumns().size()); }
+    [[nodiscard]] int rowCount() const override { return view_->tableModel().rowCount(); }
+    [[nodiscard]] QAccessibleInterface* cellAt(int row, int column) const override {
+        const bool exists = row >= 0 && row < rowCount() && column >= 0 && column < columnCount();
+        return exists ? child((row + 1) * columnCount() + column) : nullptr;
+    }
+    [[nodiscard]] QString columnDescription(int column) const override {
+        const bool exists = column >= 0 && column < columnCount();
+        return exists ? view_->visibleColumns()[static_cast<std::size_t>(column)]->headerText() : QString();
+    }
+    [[nodiscard]] QString rowDescription(int) const override { return {}; }
+
+    [[nodiscard]] int selectedRowCount() const override {
+        int count = 0;
+        for (const QItemSelectionRange& range : view_->selectionModel()->selection()) {
+            count += range.height();
+        }
+        return count;
+    }
+    [[nodiscard]] QList<int> selectedRows() const override {
+        QList<int> rows;
+        for (const QItemSelectionRange& range : view_->selectionModel()->selection()) {
+            for (int row = range.top(); row <= range.bottom(); ++row) {
+                rows.append(row);
+            }
+        }
+        return rows;
+    }
+    [[nodiscard]] int selectedCellCount() const override { return selectedRowCount() * columnCount(); }
+    [[nodiscard]] QList<QAccessibleInterface*> selectedCells() const override {
+        QList<QAccessibleInterface*> cells;
+        for (const int row : selectedRows()) {
+            for (const int column : visibleColumns()) {
+                if (static_cast<std::size_t>(cells.size()) == cellLimit) {
+                    return cells; // those handed out must stay valid
+                }
+                cells.append(cell(row, column));
+            }
+        }
+        return cells;
+    }
+    [[nodiscard]] bool isRowSelected(int row) const override {
+        return view_->selectionModel()->isRowSelected(row);
+    }
+    bool selectRow(int row) override { return select(row, QItemSelectionModel::Select); }
+    bool unselectRow(int row) override { return select(row, QItemSelectionModel::Deselect); }
+
+    // Whole columns cannot be selected.
+    [[nodiscard]] int selectedColumnCount() const override { return 0; }
+    [[nodiscard]] QList<int> selectedColumns() const override { return {}; }
+    [[nodiscard]] bool isColumnSelected(int) const override { return false; }
+    bool selectColumn(int) override { return false; }
+    bool unselectColumn(int) override { return false; }
+
+    void modelChange(QAccessibleTableModelChangeEvent*) override { forgetCells(); }
+
+    [[nodiscard]] QAccessibleInterface* cell(int row, int column) const {
+        const std::int64_t key = std::int64_t{row} * view_->tableModel().columnCount() + column;
+        if (const auto known = cells_.find(key); known != cells_.end()) {
+            return QAccessible::accessibleInterface(known->second);
+        }
+        if (cells_.size() >= 2 * cellLimit) {
+            forgetCells();
+        }
+        auto* const created = new AccessibleCell(view_, row, column);
+        cells_.emplace(key, QAccessible::registerAccessibleInterface(created));
+        return created;
+    }
+
+private:
+    [[nodiscard]] std::vector<int> visibleColumns() const { return view_->header().visibleColumns(); }
+
+    bool select(int row, QItemSelectionModel::SelectionFlag flag) {
+        const QModelIndex index = view_->tableModel().index(row, 0);
+        if (index.isValid()) {
+            view_->selectionModel()->select(index, flag | QItemSelectionModel::Rows);
+        }
+        return index.isValid();
+    }
+
+    void forgetCells() const {
+        for (const auto& [key, id] : cells_) {
+            QAccessible::deleteAccessibleInterface(id);
+        }
+        cells_.clear();
+    }
+
+    QPointer<TableView> view_;
+    mutable std::unordered_map<std::int64_t, QAccessible::Id> cells_; // those that have been asked for
+};
+
+QList<QAccessibleInterface*> AccessibleCell::columnHeaderCells() const {
+    const auto* const table = dynamic_cast<AccessibleTable*>(parent());
+    return table ? QList<QAccessibleInterface*>{table->cell(headerRow, column_)}
+                 : QList<QAccessibleInterface*>();
+}
+
+QAccessibleInterface* makeInterface(const QString& /*className*/, QObject* object) {
+    auto* const view = qobject_cast<TableView*>(object);
+    return view ? new AccessibleTable(view) : nullptr;
+}
+
+} // namespace
+
+void installTableAccessibility() {
+    QAccessible::installFactory(makeInterface);
+}
+
+void reportFocusedCell(TableView& view) {
+    if (!QAccessible::isActive() || !view.hasFocus()) {
+        return;
+    }
+    QAccessibleInterface* const table = QAccessible::queryAccessibleInterface(&view);
+    if (QAccessibleInterface* const cell = table ? table->focusChild() : nullptr) {
+        QAccessibleEvent event(cell, QAccessible::Focus);
+        QAccessible::updateAccessibility(&event);
+    }
+}
+
+} // namespace grid

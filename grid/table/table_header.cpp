@@ -1,0 +1,161 @@
+#include "grid/table/table_header.h"
+
+#include "grid/rows/column.h"
+#include "grid/rows/table_model.h"
+#include "grid/view/cell_text.h"
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QPainter>
+
+#include <algorithm>
+
+namespace grid {
+namespace {
+
+// Pixels.
+constexpr int filterButtonSize = 15;
+constexpr int sortMarkWidth = 11;
+constexpr int sortNumberWidth = 8;
+/// Leaves the edge free, where columns are dragged to another width.
+constexpr int marksMargin = 5;
+
+QRect filterButtonRect(const QRect& section) {
+    return {section.right() + 1 - marksMargin - filterButtonSize,
+            section.top() + (section.height() - filterButtonSize) / 2, filterButtonSize, filterButtonSize};
+}
+
+} // namespace
+
+TableHeader::TableHeader(TableModel& model, QWidget* parent)
+    : FittedHeader(model, model.columns(), parent), model_(model) {
+    viewport()->setMouseTracking(true);
+    connect(this, &QHeaderView::sectionClicked, this, &TableHeader::toggleSort);
+    connect(&model, &TableModel::arrangementChanged, viewport(), qOverload<>(&QWidget::update));
+}
+
+void TableHeader::toggleSort(int column) {
+    std::vector<SortColumn> sort = model_.sortColumns();
+    const auto found = std::ranges::find(sort, column, &SortColumn::column);
+    const Qt::KeyboardModifiers modifiers = QApplication::keyboardModifiers();
+    if (modifiers & Qt::ControlModifier) {
+        std::erase_if(sort, [=](const SortColumn& each) { return each.column == column; });
+    } else if (modifiers & Qt::ShiftModifier) {
+        if (found != sort.end()) {
+            found->descending = !found->descending;
+        } else {
+            sort.push_back({column});
+        }
+    } else {
+        const bool descending = found != sort.end() && !found->descending;
+        sort = {{column, descending}};
+    }
+    model_.sortBy(std::move(sort));
+}
+
+bool TableHeader::isFiltered(int column) const {
+    return model_.filters().contains(column);
+}
+
+int TableHeader::marksWidth(int column) const {
+    const auto& sort = model_.sortColumns();
+    const bool isSorted = std::ranges::find(sort, column, &SortColumn::column) != sort.end();
+    return (isFiltered(column) ? filterButtonSize + marksMargin : 0) +
+           (isSorted ? sortMarkWidth + (sort.size() > 1 ? sortNumberWidth : 0) : 0);
+}
+
+QRect TableHeader::sectionRect(int column) const {
+    return {sectionViewportPosition(column), 0, sectionSize(column), height()};
+}
+
+QRect TableHeader::textRect(int column, const QRect& section) const {
+    const QRect beside = besideMarks(column, section);
+    if (column != hovered_ || isFiltered(column)) {
+        return beside;
+    }
+    // The button that the mouse brings up stands beside text and sort mark, unless that breaks the text into
+    // more lines than there are.
+    const QRect narrower = beside.adjusted(0, 0, -filterButtonSize - marksMargin, 0);
+    const bool fits =
+        cellText::height(model_.column(column).headerText(), narrower.width(), font()) <= section.height();
+    return fits ? narrower : beside;
+}
+
+bool TableHeader::isOverFilterButton(const QPoint& position) const {
+    const int column = logicalIndexAt(position);
+    return column >= 0 && model_.column(column).field() &&
+           filterButtonRect(sectionRect(column)).contains(position);
+}
+
+void TableHeader::paintSection(QPainter* painter, const QRect& rect, int column) const {
+    painter->save();
+    drawSection(*painter, rect, column, textRect(column, rect), column == hovered_);
+    drawSortMarks(*painter, rect, column);
+    if (model_.column(column).field() && (column == hovered_ || isFiltered(column))) {
+        drawFilterButton(*painter, rect, column);
+    }
+    painter->restore();
+}
+
+void TableHeader::drawSortMarks(QPainter& painter, const QRect& section, int column) const {
+    const auto& sort = model_.sortColumns();
+    const auto found = std::ranges::find(sort, column, &SortColumn::column);
+    if (found == sort.end()) {
+        return;
+    }
+    const QRect area(textRect(column, section).right() + 1, section.top(), marksWidth(column),
+                     section.height());
+    const QPointF center(area.left() + sortMarkWidth / 2.0, area.center().y() + 0.5);
+    drawSortMark(painter, center, found->descending);
+    if (sort.size() > 1) {
+        QFont small = font();
+        small.setPixelSize(std::max(9, fontMetrics().height() * 3 / 5));
+        painter.setFont(small);
+        painter.setPen(palette().color(QPalette::Active, QPalette::ButtonText));
+        painter.drawText(area.adjusted(sortMarkWidth - 1, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter,
+                         QString::number(found - sort.begin() + 1));
+    }
+}
+
+void TableHeader::drawFilterButton(QPainter& painter, const QRect& section, int column) const {
+    const QRect button = filterButtonRect(section);
+    const bool inForce = isFiltered(column);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(palette().color(QPalette::Mid), 0));
+    painter.setBrush(palette().color(inForce ? QPalette::Highlight : QPalette::Base));
+    painter.drawRoundedRect(QRectF(button).adjusted(0.5, 0.5, -0.5, -0.5), 2, 2);
+    const QPointF center = QRectF(button).center();
+    drawTriangle(painter, center, 2.5, palette().color(inForce ? QPalette::HighlightedText : QPalette::Text));
+    if (inForce) {
+        painter.drawRect(QRectF(center.x() - 1, center.y() - 1, 2, 5)); // the neck makes it a funnel
+    }
+}
+
+void TableHeader::setHovered(int column) {
+    if (column != hovered_) {
+        hovered_ = column;
+        viewport()->update();
+    }
+}
+
+void TableHeader::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton && isOverFilterButton(event->pos())) {
+        emit filterRequested(logicalIndexAt(event->pos()));
+        return;
+    }
+    QHeaderView::mousePressEvent(event);
+}
+
+void TableHeader::mouseMoveEvent(QMouseEvent* event) {
+    setHovered(event->buttons() == Qt::NoButton ? logicalIndexAt(event->pos()) : -1);
+    QHeaderView::mouseMoveEvent(event);
+}
+
+bool TableHeader::viewportEvent(QEvent* event) {
+    if (event->type() == QEvent::Leave) {
+        setHovered(-1);
+    }
+    return QHeaderView::viewportEvent(event);
+}
+
+} // namespace grid

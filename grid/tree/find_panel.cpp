@@ -1,0 +1,64 @@
+#include "grid/tree/find_panel.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QToolButton>
+
+namespace grid {
+
+FindPanel::FindPanel(const QString& prompt, QWidget* parent)
+    : QWidget(parent), text_(new QLineEdit(this)), clear_(new QToolButton(this)) {
+    text_->setPlaceholderText(prompt);
+    text_->setAccessibleName(QStringLiteral("Поиск в дереве"));
+    text_->installEventFilter(this);
+    clear_->setText(QStringLiteral("Очистить"));
+    clear_->setAccessibleName(QStringLiteral("Очистить поиск"));
+    clear_->setAutoRaise(true);
+    clear_->setEnabled(false);
+
+    auto* const layout = new QHBoxLayout(this);
+    layout->setContentsMargins(4, 4, 4, 4);
+    layout->setSpacing(4);
+    layout->addWidget(text_);
+    layout->addWidget(clear_);
+    setFocusProxy(text_);
+
+    connect(text_, &QLineEdit::textChanged, this, [this](const QString& text) {
+        clear_->setEnabled(!text.isEmpty());
+        emit textChanged(text);
+    });
+    connect(clear_, &QToolButton::clicked, this, [this] {
+        clear();
+        text_->setFocus();
+    });
+}
+
+void FindPanel::open() {
+    text_->setFocus(Qt::ShortcutFocusReason);
+    text_->selectAll();
+}
+
+void FindPanel::clear() {
+    text_->clear();
+}
+
+bool FindPanel::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress) {
+        return QWidget::eventFilter(watched, event);
+    }
+    switch (static_cast<QKeyEvent*>(event)->key()) {
+    case Qt::Key_Escape:
+        clear();
+        return true;
+    case Qt::Key_Down:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        emit left();
+        return true;
+    default:
+        return QWidget::eventFilter(watched, event);
+    }
+}
+
+} // namespace grid

@@ -1,0 +1,41 @@
+#include "grid/tree/tree_header.h"
+
+#include "grid/rows/tree_model.h"
+
+#include <QPainter>
+
+namespace grid {
+namespace {
+
+constexpr int sortMarkWidth = 16; // pixels, with the room around it
+
+} // namespace
+
+TreeHeader::TreeHeader(TreeModel& model, QWidget* parent)
+    : FittedHeader(model, model.columns(), parent), model_(model) {
+    connect(this, &QHeaderView::sectionClicked, this, &TreeHeader::toggleSort);
+}
+
+int TreeHeader::marksWidth(int column) const {
+    return model_.sortColumn() == column ? sortMarkWidth : 0;
+}
+
+void TreeHeader::toggleSort(int column) {
+    const bool descend = model_.sortColumn() == column && !model_.isDescending();
+    model_.sort(column, descend ? Qt::DescendingOrder : Qt::AscendingOrder);
+    // The mark takes room from the text, which may need another line.
+    emit layoutChanged();
+    viewport()->update();
+}
+
+void TreeHeader::paintSection(QPainter* painter, const QRect& rect, int logicalIndex) const {
+    painter->save();
+    drawSection(*painter, rect, logicalIndex, besideMarks(logicalIndex, rect), false);
+    if (model_.sortColumn() == logicalIndex) {
+        drawSortMark(*painter, QPointF(rect.right() - sortMarkWidth / 2.0, rect.center().y() + 0.5),
+                     model_.isDescending());
+    }
+    painter->restore();
+}
+
+} // namespace grid

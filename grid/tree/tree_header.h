@@ -1,0 +1,26 @@
+#pragma once
+
+#include "grid/view/fitted_header.h"
+
+namespace grid {
+
+class TreeModel;
+
+/// The header of a tree; a click sorts the siblings, and the sorted column bears a mark.
+class TreeHeader final : public FittedHeader {
+    Q_OBJECT
+
+public:
+    TreeHeader(TreeModel& model, QWidget* parent);
+
+protected:
+    void paintSection(QPainter* painter, const QRect& rect, int logicalIndex) const override;
+    [[nodiscard]] int marksWidth(int column) const override;
+
+private:
+    void toggleSort(int column);
+
+    TreeModel& model_;
+};
+
+} // namespace grid

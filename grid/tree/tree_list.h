@@ -1,0 +1,48 @@
+#pragma once
+
+#include "grid/rows/column.h"
+
+#include <QFrame>
+
+#include <span>
+
+namespace db {
+class DataSource;
+}
+
+namespace grid {
+
+class FindPanel;
+class TreeView;
+
+/// The table of a tree list.
+struct TreeListSpec {
+    std::u16string_view name;            ///< object name of the control
+    std::span<const ColumnSpec> columns; ///< must outlive the tree list
+    std::u16string_view keyField;        ///< integer field that tells the nodes apart
+    std::u16string_view parentField;     ///< integer field with the parent's key; NULL at the top level
+    std::u16string_view findPrompt;      ///< stands in the empty find panel
+};
+
+/// A tree of a dataset's rows under a panel that narrows it to the nodes with a text. Its columns are its
+/// children by their object names.
+class TreeList final : public QFrame {
+    Q_OBJECT
+
+public:
+    /// Throws db::DatabaseError when the dataset lacks the key or the parent field.
+    TreeList(const TreeListSpec& spec, db::DataSource& dataSource, QWidget* parent);
+
+    /// The tree itself.
+    [[nodiscard]] TreeView& view() const { return *view_; }
+    /// The panel above it.
+    [[nodiscard]] FindPanel& findPanel() const { return *findPanel_; }
+
+private:
+    void goToFound();
+
+    FindPanel* findPanel_;
+    TreeView* view_;
+};
+
+} // namespace grid

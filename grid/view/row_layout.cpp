@@ -1,0 +1,161 @@
+#include "grid/view/row_layout.h"
+
+#include <algorithm>
+
+namespace grid {
+namespace {
+
+/// Heights kept at a time: some screens full of rows.
+constexpr std::size_t heightLimit = 2048;
+
+} // namespace
+
+void RowLayout::reset(int rowCount) {
+    rowCount_ = rowCount;
+    heights_.clear();
+    shownRowsValid_ = false;
+    setTop(top_);
+}
+
+void RowLayout::setViewportHeight(int height) {
+    viewportHeight_ = height;
+    shownRowsValid_ = false;
+    setTop(top_);
+}
+
+int RowLayout::rowHeight(int row) const {
+    if (const auto known = heights_.find(row); known != heights_.end()) {
+        return known->second;
+    }
+    if (heights_.size() >= heightLimit) {
+        heights_.clear();
+    }
+    return heights_[row] = measure_(row);
+}
+
+const std::vector<ShownRow>& RowLayout::shownRows() const {
+    if (!shownRowsValid_) {
+        shownRowsValid_ = true;
+        shownRows_.clear();
+        int y = -top_.offset;
+        for (int row = top_.row; row < rowCount_ && y < viewportHeight_; ++row) {
+            shownRows_.push_back({row, y, rowHeight(row)});
+            y += shownRows_.back().height;
+        }
+    }
+    return shownRows_;
+}
+
+const ShownRow* RowLayout::shown(int row) const {
+    const std::vector<ShownRow>& rows = shownRows();
+    if (rows.empty() || row < rows.front().row || row > rows.back().row) {
+        return nullptr;
+    }
+    return &rows[static_cast<std::size_t>(row - rows.front().row)];
+}
+
+int RowLayout::rowAt(int y) const {
+    for (const ShownRow& shown : shownRows()) {
+        if (y < shown.y + shown.height) {
+            return shown.row;
+        }
+    }
+    return -1;
+}
+
+void RowLayout::setTop(ScrollPosition position) {
+    position = std::clamp(position, ScrollPosition(), lastPosition());
+    const int hidable = rowCount_ > 0 ? std::max(0, rowHeight(position.row) - viewportHeight_) : 0;
+    position.offset = std::min(position.offset, hidable);
+    if (position != top_) {
+        top_ = position;
+        shownRowsValid_ = false;
+    }
+}
+
+ScrollPosition RowLayout::lastPosition() const {
+    return rowCount_ > 0 ? positionEndingWith(rowCount_ - 1) : ScrollPosition();
+}
+
+ScrollPosition RowLayout::positionEndingWith(int row) const {
+    int used = rowHeight(row);
+    if (used > viewportHeight_) {
+        return {row, used - std::max(viewportHeight_, 1)};
+    }
+    while (row > 0 && used + rowHeight(row - 1) <= viewportHeight_) {
+        used += rowHeight(--row);
+    }
+    return {row, 0};
+}
+
+ScrollPosition RowLayout::positionShowing(int row) const {
+    if (row < top_.row || (row == top_.row && rowHeight(row) <= viewportHeight_)) {
+        return {row, 0};
+    }
+    if (row == top_.row) {
+        return top_;
+    }
+    const ShownRow* const onScreen = shown(row);
+    if (onScreen && onScreen->y + onScreen->height <= viewportHeight_) {
+        return top_;
+    }
+    return rowHeight(row) > viewportHeight_ ? ScrollPosition{row, 0} : positionEndingWith(row);
+}
+
+ScrollPosition RowLayout::oneDown(ScrollPosition from) const {
+    const int hidden = rowHeight(from.row) - from.offset - viewportHeight_;
+    if (hidden > 0) {
+        return {from.row, from.offset + std::min(hidden, std::max(1, viewportHeight_ / 4))};
+    }
+    return {from.row + 1, 0};
+}
+
+ScrollPosition RowLayout::oneUp(ScrollPosition from) const {
+    if (from.offset > 0) {
+        return {from.row, std::max(0, from.offset - std::max(1, viewportHeight_ / 4))};
+    }
+    return {from.row - 1, std::max(0, rowHeight(from.row - 1) - viewportHeight_)};
+}
+
+ScrollPosition RowLayout::moved(ScrollPosition from, int rows) const {
+    const ScrollPosition last = lastPosition();
+    for (; rows > 0 && from < last; --rows) {
+        from = oneDown(from);
+    }
+    for (; rows < 0 && ScrollPosition() < from; ++rows) {
+        from = oneUp(from);
+    }
+    return std::min(from, last);
+}
+
+int RowLayout::scrollValue() const {
+    return top_.row + (top_.offset > 0 && top_ == lastPosition() ? 1 : 0);
+}
+
+int RowLayout::scrollMaximum() const {
+    const ScrollPosition last = lastPosition();
+    return last.row + (last.offset > 0 ? 1 : 0);
+}
+
+ScrollPosition RowLayout::positionAt(int value) const {
+    const ScrollPosition last = lastPosition();
+    return value > last.row ? last : ScrollPosition{value, 0};
+}
+
+int RowLayout::rowOnePageFrom(int row, bool down) const {
+    const int step = down ? 1 : -1;
+    const int end = down ? rowCount_ - 1 : 0;
+    if (row == end) {
+        return row;
+    }
+    int target = row;
+    for (int used = rowHeight(row); target != end; target += step) {
+        used += rowHeight(target + step);
+        if (used > viewportHeight_) {
+            break;
+        }
+    }
+    return target == row ? row + step : target;
+}
+
+} // namespace grid

@@ -42,8 +42,7 @@ namespace {
 
 using exporter::ExportError;
 
-constexpr db::FieldSpec rangeFields[]{{u"NUMBER", db::FieldKind::Integer32, 0, u"Число"},
-                                      {u"NAME", db::FieldKind::String, 1000, u"Имя"}};
+constexpr db::FieldSpec rangeFields[]{db::integer(u"NUMBER", u"Число"), db::text(u"NAME", 1000, u"Имя")};
 constexpr grid::ColumnSpec rangeColumns[]{{u"numberColumn", u"NUMBER"}, {u"nameColumn", u"NAME", true, 300}};
 constexpr grid::GridSpec rangeGrid{u"grid", u"level", u"view", rangeColumns, u"NUMBER", u"NAME"};
 

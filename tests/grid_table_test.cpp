@@ -41,10 +41,10 @@ namespace {
 using namespace grid;
 
 constexpr std::array fields{
-    db::FieldSpec{u"ID", db::FieldKind::Integer64, 0, u"", false},
-    db::FieldSpec{u"KOD", db::FieldKind::Integer32, 0, u"Код", true, true},
-    db::FieldSpec{u"NAME", db::FieldKind::String, 1000, u"Наименование"},
-    db::FieldSpec{u"PRICE", db::FieldKind::Decimal, 2, u"Цена"},
+    db::bigint(u"ID").hidden(),
+    db::integer(u"KOD", u"Код").left(),
+    db::text(u"NAME", 1000, u"Наименование"),
+    db::decimal(u"PRICE", 2, u"Цена"),
 };
 
 constexpr std::array columns{

@@ -110,12 +110,12 @@ TEST(TreeStructure, TakesDeepChainsAndLongCircles) {
     }
 }
 
-constexpr std::array<db::FieldSpec, 4> fields = {{
-    {u"ID", db::FieldKind::Integer64},
-    {u"PARENTID", db::FieldKind::Integer64},
-    {u"NAME", db::FieldKind::String, 1000, u"Наименование"},
-    {u"TREE", db::FieldKind::String, 30, u"Узел"},
-}};
+constexpr std::array fields{
+    db::bigint(u"ID"),
+    db::bigint(u"PARENTID"),
+    db::text(u"NAME", 1000, u"Наименование"),
+    db::text(u"TREE", 30, u"Узел"),
+};
 
 constexpr std::array<grid::ColumnSpec, 4> columns = {{
     {u"cxDBTreeList1ID", u"ID", false, 100},

@@ -1,7 +1,6 @@
 #include "app/main_form.h"
 
 #include "app/action_manager.h"
-#include "app/catalog_connection.h"
 #include "app/error_log.h"
 #include "app/flat_tool_bar.h"
 #include "app/input_box.h"
@@ -40,6 +39,16 @@ const QColor statusBarColor(128, 0, 128);
 
 QString tahoma() {
     return QStringLiteral("Tahoma");
+}
+
+/// Any failure is told by the result alone: the status bar is all that a failed connection shows.
+bool connectToCatalog(const QString& server) {
+    try {
+        DM->connectTo(server);
+        return true;
+    } catch (const std::exception&) {
+        return false;
+    }
 }
 
 } // namespace
@@ -168,7 +177,7 @@ void TMainForm::N1Click(QObject&) {
     const QString server =
         app::inputBox(this, QStringLiteral("Сервер базы данных"), QStringLiteral("Введите IP сервера"),
                       QString::fromLatin1(localServer));
-    const bool connected = app::connectToCatalog(DM->pFIBDatabase1, server);
+    const bool connected = connectToCatalog(server);
     dxStatusBar1->setFontColor(connectionPanel, connected ? connectedColor : notConnectedColor);
     dxStatusBar1->setText(connectionPanel, connected ? QStringLiteral("База FB подключена")
                                                      : QStringLiteral("База FB не подключена"));

@@ -4,11 +4,12 @@
 #include "base/program_place.h"
 #include "base/text.h"
 #include "browser/banner.h"
-#include "browser/catalog_selection.h"
 #include "browser/grid_export.h"
 #include "browser/grid_layout.h"
 #include "browser/selector.h"
+#include "browser/selector_lists.h"
 #include "data/data_modul.h"
+#include "data/selection.h"
 #include "grid/table/grid.h"
 #include "grid/table/table_view.h"
 #include "grid/tree/tree_list.h"
@@ -351,7 +352,7 @@ void TTERForm::FormCreate() {
     host_.clientPanel().layout()->addWidget(this);
     browser::fillRegionSelector(*DM, *cxComboBox1);
     browser::fillPeriodSelector(*DM, *cxComboBox2);
-    browser::openCatalogs(*DM);
+    data::openCatalogs(*DM);
     // Connected only now: filling the selectors is no choice of the user's.
     for (const SelectorSpec& spec : selectors) {
         QComboBox* const selector = this->*spec.member;
@@ -368,18 +369,18 @@ void TTERForm::FormShow() {
 }
 
 void TTERForm::cxComboBox1PropertiesChange() {
-    if (!browser::locateRegion(*DM, cxComboBox1->currentText())) {
+    if (!data::locateRegion(*DM, cxComboBox1->currentText())) {
         return;
     }
     const ui::HourglassThenDefault hourglass;
-    CurRegionId = browser::currentRegionId(*DM);
-    browser::ReopenSelectionDatasets(*DM);
+    CurRegionId = data::currentRegionId(*DM);
+    data::ReopenSelectionDatasets(*DM);
 }
 
 void TTERForm::cxComboBox2PropertiesChange() {
     const ui::HourglassThenDefault hourglass;
     CurPeriod = cxComboBox2->currentText();
-    browser::ReopenSelectionDatasets(*DM);
+    data::ReopenSelectionDatasets(*DM);
 }
 
 void TTERForm::FormCloseQuery(bool& canClose) {

@@ -10,7 +10,7 @@
 namespace data {
 
 /// Which rows of its table a catalog dataset reads, and in which order.
-enum class Selection {
+enum class QueryRows {
     OrderedByName,     ///< all, by NAME ascending
     OrderedByPeriod,   ///< all, by PERIOD descending
     OfPeriodAndRegion, ///< those of period :p1 and region :p2, by KOD ascending
@@ -19,7 +19,7 @@ enum class Selection {
 
 /// The query that a dataset starts with, one item a line.
 [[nodiscard]] QStringList initialQuery(std::span<const db::FieldSpec> fields, std::u16string_view table,
-                                       Selection selection);
+                                       QueryRows rows);
 
 /// The two lines that read the same columns of period :p1 and region :p2 from an edition's table.
 [[nodiscard]] QStringList editionQuery(std::span<const db::FieldSpec> fields, std::u16string_view table);

@@ -1,38 +1,33 @@
 #include "data/data_modul.h"
 
-#include "base/text.h"
 #include "data/catalog_fields.h"
 #include "data/catalog_queries.h"
 
-#include <stdexcept>
-
 TDM* DM = nullptr;
-std::int32_t CurRegionId = 0;
-QString CurPeriod;
 
 namespace {
 
-using data::Selection;
+using data::QueryRows;
 
 /// What a catalog dataset is made of.
 struct DataSetSpec {
     const char* name;
     std::span<const db::FieldSpec> fields;
     std::u16string_view table;
-    Selection selection;
+    QueryRows rows;
 };
 
 constexpr std::array<DataSetSpec, 10> dataSetSpecs{{
-    {"pFIBDataSet1", data::fields::regions, u"REGION", Selection::OrderedByName},
-    {"pFIBDataSet2", data::fields::periods, u"PERIOD_TABLE", Selection::OrderedByPeriod},
-    {"pFIBDataSet3", data::fields::materials, data::editions[0].tables[0], Selection::OfPeriodAndRegion},
-    {"pFIBDataSet4", data::fields::contents, data::editions[0].tables[1], Selection::OfPeriodAndRegion},
-    {"pFIBDataSet5", data::fields::machines, data::editions[0].tables[2], Selection::OfPeriodAndRegion},
-    {"pFIBDataSet6", data::fields::labour, data::editions[0].tables[3], Selection::OfPeriodAndRegion},
-    {"pFIBDataSet7", data::fields::firms, u"FIRMS", Selection::Whole},
-    {"pFIBDataSet8", data::fields::coefficients, u"OGRANICHENIE", Selection::Whole},
-    {"pFIBDataSet9", data::fields::catalogTree, u"KATALOG", Selection::Whole},
-    {"pFIBDataSet10", data::fields::transport, u"FER20KATALOGPEREVOZKA_TABLE", Selection::OfPeriodAndRegion},
+    {"pFIBDataSet1", data::fields::regions, u"REGION", QueryRows::OrderedByName},
+    {"pFIBDataSet2", data::fields::periods, u"PERIOD_TABLE", QueryRows::OrderedByPeriod},
+    {"pFIBDataSet3", data::fields::materials, data::editions[0].tables[0], QueryRows::OfPeriodAndRegion},
+    {"pFIBDataSet4", data::fields::contents, data::editions[0].tables[1], QueryRows::OfPeriodAndRegion},
+    {"pFIBDataSet5", data::fields::machines, data::editions[0].tables[2], QueryRows::OfPeriodAndRegion},
+    {"pFIBDataSet6", data::fields::labour, data::editions[0].tables[3], QueryRows::OfPeriodAndRegion},
+    {"pFIBDataSet7", data::fields::firms, u"FIRMS", QueryRows::Whole},
+    {"pFIBDataSet8", data::fields::coefficients, u"OGRANICHENIE", QueryRows::Whole},
+    {"pFIBDataSet9", data::fields::catalogTree, u"KATALOG", QueryRows::Whole},
+    {"pFIBDataSet10", data::fields::transport, u"FER20KATALOGPEREVOZKA_TABLE", QueryRows::OfPeriodAndRegion},
 }};
 
 constexpr std::size_t firstEditionDataSet = 2;
@@ -41,7 +36,7 @@ constexpr std::size_t firstEditionDataSet = 2;
 db::DataSet makeDataSet(TDM& module, std::size_t number) {
     const DataSetSpec& spec = dataSetSpecs[number - 1];
     return db::DataSet(QString::fromLatin1(spec.name), spec.fields,
-                       data::initialQuery(spec.fields, spec.table, spec.selection), module.pFIBDatabase1,
+                       data::initialQuery(spec.fields, spec.table, spec.rows), module.pFIBDatabase1,
                        module.RFIBTransaction, &module);
 }
 
@@ -54,9 +49,7 @@ db::DataSource makeDataSource(TDM& module, int number, db::DataSet& dataSet) {
 TDM::TDM(QObject* parent)
     : QObject(parent),
       pFIBDatabase1(QStringLiteral("pFIBDatabase1"), databaseNameOn(QString::fromLatin1(localServer)),
-                    {QStringLiteral("password=pinewoods"), QStringLiteral("user_name=SYSDBA"),
-                     QStringLiteral("lc_ctype=WIN1251")},
-                    db::ClientLibrary::defaultNames(), this),
+                    connectionParameters(), db::ClientLibrary::defaultNames(), this),
       RFIBTransaction(QStringLiteral("RFIBTransaction"),
                       {QStringLiteral("read"), QStringLiteral("nowait"), QStringLiteral("rec_version"),
                        QStringLiteral("read_committed")},
@@ -102,12 +95,9 @@ std::array<db::DataSet*, 5> TDM::selectionDataSets() {
     return {&pFIBDataSet3, &pFIBDataSet4, &pFIBDataSet5, &pFIBDataSet6, &pFIBDataSet10};
 }
 
-db::DataSource& TDM::dataSource(std::u16string_view name) {
-    auto* const found = findChild<db::DataSource*>(base::toQString(name));
-    if (found == nullptr) {
-        throw std::logic_error("no data source " + base::toQString(name).toStdString());
-    }
-    return *found;
+void TDM::connectTo(const QString& server) {
+    pFIBDatabase1.setDatabaseName(databaseNameOn(server));
+    pFIBDatabase1.open();
 }
 
 void TDM::chooseEdition(const data::Edition& edition) {
@@ -123,4 +113,9 @@ void TDM::chooseEdition(const data::Edition& edition) {
 
 QString TDM::databaseNameOn(const QString& server) {
     return server + QStringLiteral("/3050:C:\\DATA\\BAZAKATALOG.FDB");
+}
+
+QStringList TDM::connectionParameters() {
+    return {QStringLiteral("password=") + QString::fromLatin1(password),
+            QStringLiteral("user_name=") + QString::fromLatin1(userName), QStringLiteral("lc_ctype=WIN1251")};
 }

@@ -1,4 +1,5 @@
 #include "data/data_modul.h"
+#include "data/selection.h"
 #include "support/firebird_server.h"
 #include "support/printing.h"
 
@@ -27,19 +28,9 @@ QString errorOf(Action&& action) {
     return QStringLiteral("nothing thrown");
 }
 
-void connectTo(TDM& module, const QString& server) {
-    module.pFIBDatabase1.setDatabaseName(TDM::databaseNameOn(server));
-    module.pFIBDatabase1.open();
-}
-
-void bind(db::DataSet& dataSet, const QString& period, std::int32_t region) {
-    dataSet.parameter("p1").setString(period);
-    dataSet.parameter("p2").setInteger(region);
-}
-
 void openAll(TDM& module, const QString& period, std::int32_t region) {
     for (db::DataSet* dataSet : module.selectionDataSets()) {
-        bind(*dataSet, period, region);
+        data::bindSelection(*dataSet, period, region);
     }
     for (db::DataSet* dataSet : module.dataSets()) {
         dataSet->open();
@@ -74,7 +65,7 @@ QString textWhere(const db::DataSet& dataSet, const QString& column, const QStri
 TEST(Connection, HasTheSettingsThatTheServerReports) {
     TDM module;
     EXPECT_EQ(module.pFIBDatabase1.databaseName(), "127.0.0.1/3050:C:\\DATA\\BAZAKATALOG.FDB");
-    connectTo(module, test::sampleServer);
+    module.connectTo(test::sampleServer);
     EXPECT_FALSE(module.RFIBTransaction.isActive());
     module.pFIBDataSet1.open();
     EXPECT_TRUE(module.RFIBTransaction.isActive());
@@ -105,7 +96,7 @@ TEST(Connection, HasTheSettingsThatTheServerReports) {
 TEST(Connection, RefusesWhatItCannotReachAndStaysUsable) {
     test::FirebirdServer other("127.0.0.2", "schema");
     TDM module;
-    EXPECT_THROW(connectTo(module, "127.0.0.99"), db::DatabaseError);
+    EXPECT_THROW(module.connectTo("127.0.0.99"), db::DatabaseError);
     EXPECT_FALSE(module.pFIBDatabase1.isConnected());
 
     db::Connection wrongPassword("wrong", TDM::databaseNameOn(test::sampleServer),
@@ -120,14 +111,14 @@ TEST(Connection, RefusesWhatItCannotReachAndStaysUsable) {
                              nullptr);
     EXPECT_TRUE(errorOf([&] { noLibrary.open(); }).startsWith("Клиенская библиотека"));
 
-    connectTo(module, test::sampleServer);
-    connectTo(module, test::sampleServer);
-    EXPECT_TRUE(errorOf([&] { connectTo(module, other.address()); }).contains("нельзя изменить"));
+    module.connectTo(test::sampleServer);
+    module.connectTo(test::sampleServer);
+    EXPECT_TRUE(errorOf([&] { module.connectTo(other.address()); }).contains("нельзя изменить"));
     EXPECT_EQ(module.pFIBDatabase1.databaseName(), TDM::databaseNameOn(test::sampleServer));
     module.pFIBDataSet1.open();
     EXPECT_GT(module.pFIBDataSet1.rowCount(), 0);
     module.pFIBDatabase1.close();
-    connectTo(module, other.address());
+    module.connectTo(other.address());
     module.pFIBDataSet1.open();
     EXPECT_EQ(module.pFIBDataSet1.rowCount(), 0);
     EXPECT_THROW(module.pFIBDataSet3.open(), db::DatabaseError) << "unbound parameters";
@@ -139,7 +130,7 @@ TEST(ConnectionDeathTest, LeavesItToTheProgramHowSignalsEndIt) {
     EXPECT_EXIT(
         {
             TDM module;
-            connectTo(module, test::sampleServer);
+            module.connectTo(test::sampleServer);
             std::raise(SIGTERM);
         },
         testing::KilledBySignal(SIGTERM), "");
@@ -148,7 +139,7 @@ TEST(ConnectionDeathTest, LeavesItToTheProgramHowSignalsEndIt) {
 TEST(Connection, ThatDiesIsRecognisedAndCanBeOpenedAgain) {
     test::FirebirdServer server("127.0.0.3", "limits");
     TDM module;
-    connectTo(module, server.address());
+    module.connectTo(server.address());
     openAll(module, "202403", 1);
     const int rows = module.pFIBDataSet3.rowCount();
     const auto reopen = [&] { module.pFIBDataSet4.reopenLocate("ID"); };
@@ -173,7 +164,7 @@ TEST(Connection, ThatDiesIsRecognisedAndCanBeOpenedAgain) {
 
     // By the administrator, who ends this connection alone.
     server.start();
-    connectTo(module, server.address());
+    module.connectTo(server.address());
     module.chooseEdition(data::editions[0]);
     reopen();
     runSql(server.address(),
@@ -189,8 +180,8 @@ TEST(Connection, SurvivesAServerThatDiesWhileItAnswers) {
            "insert into TERKATALOGKTC_TABLE (ID, PER, REGIONID, KOD, NAME) "
            "values (1000000 + :I, '209912', 77, :I, 'имя ' || :I); end end^ set term ;^ commit;");
     TDM module;
-    connectTo(module, server.address());
-    bind(module.pFIBDataSet3, "209912", 77);
+    module.connectTo(server.address());
+    data::bindSelection(module.pFIBDataSet3, "209912", 77);
     QString raised;
     {
         const std::jthread killer([&] {
@@ -212,7 +203,7 @@ TEST(Connection, SurvivesAServerThatDiesWhileItAnswers) {
 TEST(Connection, ClosesAllThatHangsOnADeadServer) {
     test::FirebirdServer server("127.0.0.3", "limits");
     TDM module;
-    connectTo(module, server.address());
+    module.connectTo(server.address());
     openAll(module, "202403", 1);
     server.kill();
     // Whether the client notices depends on when the system reports the broken pipe.
@@ -225,7 +216,7 @@ TEST(Connection, ClosesAllThatHangsOnADeadServer) {
 
 TEST(DataSets, DeliverEveryKindAtItsLimits) {
     TDM module;
-    connectTo(module, test::limitsServer);
+    module.connectTo(test::limitsServer);
     openAll(module, "202403", 1);
 
     const db::DataSet& materials = module.pFIBDataSet3;
@@ -271,7 +262,7 @@ TEST(DataSets, DeliverEveryKindAtItsLimits) {
     EXPECT_EQ(module.pFIBDataSet10.rowCount(), 13);
 
     // 0x98 has no character; it is kept all the same.
-    bind(module.pFIBDataSet3, "202403", 13);
+    data::bindSelection(module.pFIBDataSet3, "202403", 13);
     module.pFIBDataSet3.reopenLocate("ID");
     EXPECT_EQ(materials.text(0, materials.field("NAME")), QString("до") + QChar(0x98) + "после");
 }
@@ -279,7 +270,7 @@ TEST(DataSets, DeliverEveryKindAtItsLimits) {
 TEST(DataSets, SeeWhatOthersCommitWhenTheyAreOpenedAgain) {
     test::FirebirdServer server("127.0.0.4", "limits");
     TDM module;
-    connectTo(module, server.address());
+    module.connectTo(server.address());
     openAll(module, "202403", 1);
     db::DataSet& labour = module.pFIBDataSet6;
     labour.moveTo(5);
@@ -303,9 +294,9 @@ TEST(DataSets, SeeWhatOthersCommitWhenTheyAreOpenedAgain) {
 
 TEST(DataSets, AnswerAnyPeriodWithoutAnError) {
     TDM module;
-    connectTo(module, test::limitsServer);
+    module.connectTo(test::limitsServer);
     const auto rowsOf = [&](const QString& period) {
-        bind(module.pFIBDataSet3, period, 1);
+        data::bindSelection(module.pFIBDataSet3, period, 1);
         module.pFIBDataSet3.reopenLocate("ID");
         return module.pFIBDataSet3.rowCount();
     };
@@ -338,10 +329,10 @@ TEST(DataSets, RefuseTablesThatDoNotFit) {
     for (const Case& change : cases) {
         runSql(server.address(), QString::fromLatin1(change.change) + " commit;");
         TDM module;
-        connectTo(module, server.address());
+        module.connectTo(server.address());
         db::DataSet& dataSet = *module.dataSets()[static_cast<std::size_t>(change.dataSet)];
         if (change.dataSet >= 2 && change.dataSet <= 5) {
-            bind(dataSet, "202403", 1);
+            data::bindSelection(dataSet, "202403", 1);
         }
         const QString error = errorOf([&] { dataSet.open(); });
         if (*change.expected == '\0') {
@@ -352,7 +343,7 @@ TEST(DataSets, RefuseTablesThatDoNotFit) {
         }
     }
     TDM module;
-    connectTo(module, server.address());
+    module.connectTo(server.address());
     EXPECT_TRUE(errorOf([&] { module.chooseEdition(data::editions[1]); }).contains("FER14I2MASH_TABLE"));
     EXPECT_TRUE(module.pFIBDataSet4.sql().join(' ').contains("FER14I2KATOGLAVLENIE_TABLE"));
     EXPECT_TRUE(module.pFIBDataSet6.sql().join(' ').contains("TERTRUD_TABLE")) << "not reached";
@@ -361,7 +352,7 @@ TEST(DataSets, RefuseTablesThatDoNotFit) {
 
 TEST(DataSets, ReadTheTablesOfTheChosenEdition) {
     TDM module;
-    connectTo(module, test::sampleServer);
+    module.connectTo(test::sampleServer);
     for (const data::Edition& edition : data::editions) {
         module.chooseEdition(edition);
         openAll(module, "202403", 11);
@@ -383,7 +374,7 @@ TEST(DataSets, ReadTheTablesOfTheChosenEdition) {
 
 TEST(DataSets, LeaveNothingOnTheServerHoweverOftenTheyAreRead) {
     TDM module;
-    connectTo(module, test::limitsServer);
+    module.connectTo(test::limitsServer);
     const auto statements = [] {
         return sqlValue(
             test::limitsServer,
@@ -395,7 +386,7 @@ TEST(DataSets, LeaveNothingOnTheServerHoweverOftenTheyAreRead) {
         module.chooseEdition(data::editions[static_cast<std::size_t>(number) % 2]);
         for (db::DataSet* dataSet : module.selectionDataSets()) {
             dataSet->close();
-            bind(*dataSet, "202403", number);
+            data::bindSelection(*dataSet, "202403", number);
             dataSet->open();
         }
     };
@@ -409,7 +400,7 @@ TEST(DataSets, LeaveNothingOnTheServerHoweverOftenTheyAreRead) {
 
 TEST(DataSets, TellWhichRowIsCurrent) {
     TDM module;
-    connectTo(module, test::limitsServer);
+    module.connectTo(test::limitsServer);
     db::DataSet& regions = module.pFIBDataSet1;
     QSignalSpy moved(&regions, &db::DataSet::currentRowChanged);
     QSignalSpy reset(&regions, &db::DataSet::reset);

@@ -1,4 +1,5 @@
 #include "base/win1251.h"
+#include "data/data_modul.h"
 #include "db/connection.h"
 #include "db/data_set.h"
 #include "db/data_source.h"
@@ -129,12 +130,8 @@ protected:
     }
 
 private:
-    db::Connection connection_{QStringLiteral("connection"),
-                               QString::fromLatin1(test::sampleServer) +
-                                   QStringLiteral("/3050:C:\\DATA\\BAZAKATALOG.FDB"),
-                               {"password=pinewoods", "user_name=SYSDBA", "lc_ctype=WIN1251"},
-                               db::ClientLibrary::defaultNames(),
-                               nullptr};
+    db::Connection connection_{QStringLiteral("connection"), TDM::databaseNameOn(test::sampleServer),
+                               TDM::connectionParameters(), db::ClientLibrary::defaultNames(), nullptr};
     db::Transaction transaction_{QStringLiteral("transaction"),
                                  {"read", "nowait", "rec_version", "read_committed"},
                                  connection_,

@@ -1,3 +1,4 @@
+#include "data/data_modul.h"
 #include "db/connection.h"
 #include "db/data_set.h"
 #include "db/data_source.h"
@@ -198,13 +199,8 @@ protected:
                           {header.sectionViewportPosition(column) + 20, header.height() / 2});
     }
 
-    db::Connection connection_{QStringLiteral("connection"),
-                               QString::fromUtf8(test::sampleServer) +
-                                   QStringLiteral("/3050:C:\\DATA\\BAZAKATALOG.FDB"),
-                               {QStringLiteral("user_name=SYSDBA"), QStringLiteral("password=pinewoods"),
-                                QStringLiteral("lc_ctype=WIN1251")},
-                               db::ClientLibrary::defaultNames(),
-                               nullptr};
+    db::Connection connection_{QStringLiteral("connection"), TDM::databaseNameOn(test::sampleServer),
+                               TDM::connectionParameters(), db::ClientLibrary::defaultNames(), nullptr};
     db::Transaction transaction_{
         QStringLiteral("transaction"),
         {QStringLiteral("read"), QStringLiteral("read_committed"), QStringLiteral("rec_version")},

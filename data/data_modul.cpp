@@ -1,47 +1,128 @@
 #include "data/data_modul.h"
 
+#include "base/text.h"
 #include "data/catalog_fields.h"
 #include "data/catalog_queries.h"
+
+#include <algorithm>
+#include <variant>
 
 TDM* DM = nullptr;
 
 namespace {
 
 using data::QueryRows;
+using Tables = data::Edition::Tables;
+namespace fields = data::fields;
 
-/// What a catalog dataset is made of.
-struct DataSetSpec {
-    const char* name;
-    std::span<const db::FieldSpec> fields;
-    std::u16string_view table;
-    QueryRows rows;
+/// A component of the data module and its object name; null where there is none.
+template <typename Component>
+struct Named {
+    Component TDM::*member = nullptr;
+    const char* name = nullptr;
 };
 
-constexpr std::array<DataSetSpec, 10> dataSetSpecs{{
-    {"pFIBDataSet1", data::fields::regions, u"REGION", QueryRows::OrderedByName},
-    {"pFIBDataSet2", data::fields::periods, u"PERIOD_TABLE", QueryRows::OrderedByPeriod},
-    {"pFIBDataSet3", data::fields::materials, data::editions[0].tables[0], QueryRows::OfPeriodAndRegion},
-    {"pFIBDataSet4", data::fields::contents, data::editions[0].tables[1], QueryRows::OfPeriodAndRegion},
-    {"pFIBDataSet5", data::fields::machines, data::editions[0].tables[2], QueryRows::OfPeriodAndRegion},
-    {"pFIBDataSet6", data::fields::labour, data::editions[0].tables[3], QueryRows::OfPeriodAndRegion},
-    {"pFIBDataSet7", data::fields::firms, u"FIRMS", QueryRows::Whole},
-    {"pFIBDataSet8", data::fields::coefficients, u"OGRANICHENIE", QueryRows::Whole},
-    {"pFIBDataSet9", data::fields::catalogTree, u"KATALOG", QueryRows::Whole},
-    {"pFIBDataSet10", data::fields::transport, u"FER20KATALOGPEREVOZKA_TABLE", QueryRows::OfPeriodAndRegion},
-}};
+/// What the query of a dataset reads.
+struct Query {
+    std::span<const db::FieldSpec> fields;
+    std::variant<std::u16string_view, std::u16string_view Tables::*>
+        table; ///< fixed, or one of the edition's
+    QueryRows rows;
 
-constexpr std::size_t firstEditionDataSet = 2;
+    [[nodiscard]] bool isOfEdition() const { return table.index() == 1; }
 
-/// Makes the dataset with that number (1 to 10) of `module`.
-db::DataSet makeDataSet(TDM& module, std::size_t number) {
-    const DataSetSpec& spec = dataSetSpecs[number - 1];
-    return db::DataSet(QString::fromLatin1(spec.name), spec.fields,
-                       data::initialQuery(spec.fields, spec.table, spec.rows), module.pFIBDatabase1,
-                       module.RFIBTransaction, &module);
+    [[nodiscard]] std::u16string_view tableOf(const data::Edition& edition) const {
+        return isOfEdition() ? edition.tables.*std::get<1>(table) : std::get<0>(table);
+    }
+};
+
+/// A catalog dataset with the data source through which views show it, if they do.
+struct DataSetSpec {
+    Named<db::DataSet> dataSet;
+    Named<db::DataSource> source;
+    Query query;
+};
+
+constexpr DataSetSpec dataSetSpecs[]{
+    {
+        .dataSet = {&TDM::pFIBDataSet1, "pFIBDataSet1"},
+        .source = {&TDM::DataSource1, "DataSource1"},
+        .query = {fields::regions, u"REGION", QueryRows::OrderedByName},
+    },
+    {
+        .dataSet = {&TDM::pFIBDataSet2, "pFIBDataSet2"},
+        .source = {}, // no view shows the periods
+        .query = {fields::periods, u"PERIOD_TABLE", QueryRows::OrderedByPeriod},
+    },
+    {
+        .dataSet = {&TDM::pFIBDataSet3, "pFIBDataSet3"},
+        .source = {&TDM::DataSource3, "DataSource3"},
+        .query = {fields::materials, &Tables::materials, QueryRows::OfPeriodAndRegion},
+    },
+    {
+        .dataSet = {&TDM::pFIBDataSet4, "pFIBDataSet4"},
+        .source = {&TDM::DataSource4, "DataSource4"},
+        .query = {fields::contents, &Tables::contents, QueryRows::OfPeriodAndRegion},
+    },
+    {
+        .dataSet = {&TDM::pFIBDataSet5, "pFIBDataSet5"},
+        .source = {&TDM::DataSource5, "DataSource5"},
+        .query = {fields::machines, &Tables::machines, QueryRows::OfPeriodAndRegion},
+    },
+    {
+        .dataSet = {&TDM::pFIBDataSet6, "pFIBDataSet6"},
+        .source = {&TDM::DataSource6, "DataSource6"},
+        .query = {fields::labour, &Tables::labour, QueryRows::OfPeriodAndRegion},
+    },
+    {
+        .dataSet = {&TDM::pFIBDataSet7, "pFIBDataSet7"},
+        .source = {&TDM::DataSource7, "DataSource7"},
+        .query = {fields::firms, u"FIRMS", QueryRows::Whole},
+    },
+    {
+        .dataSet = {&TDM::pFIBDataSet8, "pFIBDataSet8"},
+        .source = {&TDM::DataSource8, "DataSource8"},
+        .query = {fields::coefficients, u"OGRANICHENIE", QueryRows::Whole},
+    },
+    {
+        .dataSet = {&TDM::pFIBDataSet9, "pFIBDataSet9"},
+        .source = {&TDM::DataSource9, "DataSource9"},
+        .query = {fields::catalogTree, u"KATALOG", QueryRows::Whole},
+    },
+    {
+        .dataSet = {&TDM::pFIBDataSet10, "pFIBDataSet10"},
+        .source = {&TDM::DataSource10, "DataSource10"},
+        .query = {fields::transport, u"FER20KATALOGPEREVOZKA_TABLE", QueryRows::OfPeriodAndRegion},
+    },
+};
+
+db::DataSet makeDataSet(TDM& module, db::DataSet TDM::*member) {
+    const DataSetSpec& spec =
+        *std::find_if(std::begin(dataSetSpecs), std::end(dataSetSpecs),
+                      [&](const DataSetSpec& row) { return row.dataSet.member == member; });
+    const Query& query = spec.query;
+    return db::DataSet(QString::fromLatin1(spec.dataSet.name), query.fields,
+                       data::initialQuery(query.fields, query.tableOf(data::initialEdition), query.rows),
+                       module.pFIBDatabase1, module.RFIBTransaction, &module);
 }
 
-db::DataSource makeDataSource(TDM& module, int number, db::DataSet& dataSet) {
-    return db::DataSource(QStringLiteral("DataSource%1").arg(number), dataSet, &module);
+db::DataSource makeDataSource(TDM& module, db::DataSource TDM::*member) {
+    const DataSetSpec& spec =
+        *std::find_if(std::begin(dataSetSpecs), std::end(dataSetSpecs),
+                      [&](const DataSetSpec& row) { return row.source.member == member; });
+    return db::DataSource(QString::fromLatin1(spec.source.name), module.*spec.dataSet.member, &module);
+}
+
+/// The datasets whose rows of the table fulfil a condition, in the table's order.
+template <typename Condition>
+std::vector<db::DataSet*> dataSetsWhere(TDM& module, Condition condition) {
+    std::vector<db::DataSet*> found;
+    for (const DataSetSpec& spec : dataSetSpecs) {
+        if (condition(spec.query)) {
+            found.push_back(&(module.*spec.dataSet.member));
+        }
+    }
+    return found;
 }
 
 } // namespace
@@ -54,25 +135,25 @@ TDM::TDM(QObject* parent)
                       {QStringLiteral("read"), QStringLiteral("nowait"), QStringLiteral("rec_version"),
                        QStringLiteral("read_committed")},
                       pFIBDatabase1, this),
-      pFIBDataSet1(makeDataSet(*this, 1)),
-      pFIBDataSet2(makeDataSet(*this, 2)),
-      pFIBDataSet3(makeDataSet(*this, 3)),
-      pFIBDataSet4(makeDataSet(*this, 4)),
-      pFIBDataSet5(makeDataSet(*this, 5)),
-      pFIBDataSet6(makeDataSet(*this, 6)),
-      pFIBDataSet7(makeDataSet(*this, 7)),
-      pFIBDataSet8(makeDataSet(*this, 8)),
-      pFIBDataSet9(makeDataSet(*this, 9)),
-      pFIBDataSet10(makeDataSet(*this, 10)),
-      DataSource1(makeDataSource(*this, 1, pFIBDataSet1)),
-      DataSource3(makeDataSource(*this, 3, pFIBDataSet3)),
-      DataSource4(makeDataSource(*this, 4, pFIBDataSet4)),
-      DataSource5(makeDataSource(*this, 5, pFIBDataSet5)),
-      DataSource6(makeDataSource(*this, 6, pFIBDataSet6)),
-      DataSource7(makeDataSource(*this, 7, pFIBDataSet7)),
-      DataSource8(makeDataSource(*this, 8, pFIBDataSet8)),
-      DataSource9(makeDataSource(*this, 9, pFIBDataSet9)),
-      DataSource10(makeDataSource(*this, 10, pFIBDataSet10)) {
+      pFIBDataSet1(makeDataSet(*this, &TDM::pFIBDataSet1)),
+      pFIBDataSet2(makeDataSet(*this, &TDM::pFIBDataSet2)),
+      pFIBDataSet3(makeDataSet(*this, &TDM::pFIBDataSet3)),
+      pFIBDataSet4(makeDataSet(*this, &TDM::pFIBDataSet4)),
+      pFIBDataSet5(makeDataSet(*this, &TDM::pFIBDataSet5)),
+      pFIBDataSet6(makeDataSet(*this, &TDM::pFIBDataSet6)),
+      pFIBDataSet7(makeDataSet(*this, &TDM::pFIBDataSet7)),
+      pFIBDataSet8(makeDataSet(*this, &TDM::pFIBDataSet8)),
+      pFIBDataSet9(makeDataSet(*this, &TDM::pFIBDataSet9)),
+      pFIBDataSet10(makeDataSet(*this, &TDM::pFIBDataSet10)),
+      DataSource1(makeDataSource(*this, &TDM::DataSource1)),
+      DataSource3(makeDataSource(*this, &TDM::DataSource3)),
+      DataSource4(makeDataSource(*this, &TDM::DataSource4)),
+      DataSource5(makeDataSource(*this, &TDM::DataSource5)),
+      DataSource6(makeDataSource(*this, &TDM::DataSource6)),
+      DataSource7(makeDataSource(*this, &TDM::DataSource7)),
+      DataSource8(makeDataSource(*this, &TDM::DataSource8)),
+      DataSource9(makeDataSource(*this, &TDM::DataSource9)),
+      DataSource10(makeDataSource(*this, &TDM::DataSource10)) {
     setObjectName(QStringLiteral("DM"));
 }
 
@@ -82,17 +163,13 @@ TDM::~TDM() {
     }
 }
 
-std::array<db::DataSet*, 10> TDM::dataSets() {
-    return {&pFIBDataSet1, &pFIBDataSet2, &pFIBDataSet3, &pFIBDataSet4, &pFIBDataSet5,
-            &pFIBDataSet6, &pFIBDataSet7, &pFIBDataSet8, &pFIBDataSet9, &pFIBDataSet10};
+std::vector<db::DataSet*> TDM::dataSets() {
+    return dataSetsWhere(*this, [](const Query&) { return true; });
 }
 
-std::array<db::DataSet*, data::editionDataSetCount> TDM::editionDataSets() {
-    return {&pFIBDataSet3, &pFIBDataSet4, &pFIBDataSet5, &pFIBDataSet6};
-}
-
-std::array<db::DataSet*, 5> TDM::selectionDataSets() {
-    return {&pFIBDataSet3, &pFIBDataSet4, &pFIBDataSet5, &pFIBDataSet6, &pFIBDataSet10};
+std::vector<db::DataSet*> TDM::selectionDataSets() {
+    return dataSetsWhere(*this,
+                         [](const Query& query) { return query.rows == QueryRows::OfPeriodAndRegion; });
 }
 
 void TDM::connectTo(const QString& server) {
@@ -101,13 +178,13 @@ void TDM::connectTo(const QString& server) {
 }
 
 void TDM::chooseEdition(const data::Edition& edition) {
-    const auto chosen = editionDataSets();
-    for (std::size_t index = 0; index < chosen.size(); ++index) {
-        db::DataSet& dataSet = *chosen[index];
-        const DataSetSpec& spec = dataSetSpecs[firstEditionDataSet + index];
-        dataSet.close();
-        dataSet.setSql(data::editionQuery(spec.fields, edition.tables[index]));
-        dataSet.prepare();
+    for (const DataSetSpec& spec : dataSetSpecs) {
+        if (spec.query.isOfEdition()) {
+            db::DataSet& dataSet = this->*spec.dataSet.member;
+            dataSet.close();
+            dataSet.setSql(data::editionQuery(spec.query.fields, spec.query.tableOf(edition)));
+            dataSet.prepare();
+        }
     }
 }
 

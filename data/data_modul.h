@@ -9,7 +9,7 @@
 #include <QObject>
 #include <QString>
 
-#include <array>
+#include <vector>
 
 /// The data module: the one connection, its one transaction, the ten catalog datasets and what the views bind
 /// to. Created disconnected; lives as long as the program.
@@ -45,21 +45,18 @@ public:
     db::DataSource DataSource10;
 
     /// pFIBDataSet1 to pFIBDataSet10.
-    [[nodiscard]] std::array<db::DataSet*, 10> dataSets();
-
-    /// The datasets that read the chosen edition's tables: pFIBDataSet3 to pFIBDataSet6.
-    [[nodiscard]] std::array<db::DataSet*, data::editionDataSetCount> editionDataSets();
+    [[nodiscard]] std::vector<db::DataSet*> dataSets();
 
     /// The datasets bound to a period and a region, in the order in which they are read:
     /// pFIBDataSet3 to pFIBDataSet6, pFIBDataSet10.
-    [[nodiscard]] std::array<db::DataSet*, 5> selectionDataSets();
+    [[nodiscard]] std::vector<db::DataSet*> selectionDataSets();
 
     /// Points the connection at the catalog on a server and opens it; changes nothing when it is open there.
     /// Throws db::DatabaseError, also when it is open elsewhere.
     void connectTo(const QString& server);
 
-    /// Closes the edition datasets, gives them the queries of the edition and prepares them, one after the
-    /// other. Throws db::DatabaseError; the datasets done so far then keep the new queries.
+    /// Closes pFIBDataSet3 to pFIBDataSet6, gives them the queries of the edition and prepares them, one
+    /// after the other. Throws db::DatabaseError; the datasets done so far then keep the new queries.
     void chooseEdition(const data::Edition& edition);
 
     /// The connection string of the catalog on a server: `server` as the user typed it, port and path.

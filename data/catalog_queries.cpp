@@ -16,11 +16,11 @@ QStringList columnNames(std::span<const db::FieldSpec> fields) {
 
 QStringList tailOf(QueryRows rows) {
     switch (rows) {
-    case QueryRows::OrderedByName:
+    case QueryRows::ByName:
         return {QStringLiteral("Order by name")};
-    case QueryRows::OrderedByPeriod:
+    case QueryRows::ByPeriod:
         return {QStringLiteral("ORDER BY PERIOD DESC")};
-    case QueryRows::OfPeriodAndRegion:
+    case QueryRows::OfSelection:
         return {QStringLiteral("where per=:p1 and REGIONID=:p2"), QStringLiteral("order by KOD"),
                 QStringLiteral("    ")};
     case QueryRows::Whole:

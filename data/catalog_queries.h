@@ -11,10 +11,10 @@ namespace data {
 
 /// Which rows of its table a catalog dataset reads, and in which order.
 enum class QueryRows {
-    OrderedByName,     ///< all, by NAME ascending
-    OrderedByPeriod,   ///< all, by PERIOD descending
-    OfPeriodAndRegion, ///< those of period :p1 and region :p2, by KOD ascending
-    Whole,             ///< all, in the server's order
+    ByName,      ///< all, by NAME ascending
+    ByPeriod,    ///< all, by PERIOD descending
+    OfSelection, ///< those of period :p1 and region :p2, by KOD ascending
+    Whole,       ///< all, in the server's order
 };
 
 /// The query that a dataset starts with, one item a line.

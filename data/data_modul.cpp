@@ -1,6 +1,5 @@
 #include "data/data_modul.h"
 
-#include "base/text.h"
 #include "data/catalog_fields.h"
 #include "data/catalog_queries.h"
 
@@ -12,21 +11,21 @@ TDM* DM = nullptr;
 namespace {
 
 using data::QueryRows;
+using enum QueryRows;
 using Tables = data::Edition::Tables;
 namespace fields = data::fields;
 
-/// A component of the data module and its object name; null where there is none.
-template <typename Component>
-struct Named {
-    Component TDM::*member = nullptr;
-    const char* name = nullptr;
-};
+/// The same in all editions.
+constexpr std::u16string_view transportTable = u"FER20KATALOGPEREVOZKA_TABLE";
 
-/// What the query of a dataset reads.
-struct Query {
+/// A catalog dataset, what its query reads, and the data source through which views show it.
+struct DataSetSpec {
+    int number; ///< ends both object names
+    db::DataSet TDM::*dataSet;
+    db::DataSource TDM::*source; ///< null where no view shows the dataset
     std::span<const db::FieldSpec> fields;
-    std::variant<std::u16string_view, std::u16string_view Tables::*>
-        table; ///< fixed, or one of the edition's
+    /// Fixed, or one of the edition's.
+    std::variant<std::u16string_view, std::u16string_view Tables::*> table;
     QueryRows rows;
 
     [[nodiscard]] bool isOfEdition() const { return table.index() == 1; }
@@ -36,81 +35,36 @@ struct Query {
     }
 };
 
-/// A catalog dataset with the data source through which views show it, if they do.
-struct DataSetSpec {
-    Named<db::DataSet> dataSet;
-    Named<db::DataSource> source;
-    Query query;
+constexpr DataSetSpec dataSetSpecs[]{
+    {1, &TDM::pFIBDataSet1, &TDM::DataSource1, fields::regions, u"REGION", ByName},
+    {2, &TDM::pFIBDataSet2, nullptr, fields::periods, u"PERIOD_TABLE", ByPeriod},
+    {3, &TDM::pFIBDataSet3, &TDM::DataSource3, fields::materials, &Tables::materials, OfSelection},
+    {4, &TDM::pFIBDataSet4, &TDM::DataSource4, fields::contents, &Tables::contents, OfSelection},
+    {5, &TDM::pFIBDataSet5, &TDM::DataSource5, fields::machines, &Tables::machines, OfSelection},
+    {6, &TDM::pFIBDataSet6, &TDM::DataSource6, fields::labour, &Tables::labour, OfSelection},
+    {7, &TDM::pFIBDataSet7, &TDM::DataSource7, fields::firms, u"FIRMS", Whole},
+    {8, &TDM::pFIBDataSet8, &TDM::DataSource8, fields::coefficients, u"OGRANICHENIE", Whole},
+    {9, &TDM::pFIBDataSet9, &TDM::DataSource9, fields::catalogTree, u"KATALOG", Whole},
+    {10, &TDM::pFIBDataSet10, &TDM::DataSource10, fields::transport, transportTable, OfSelection},
 };
 
-constexpr DataSetSpec dataSetSpecs[]{
-    {
-        .dataSet = {&TDM::pFIBDataSet1, "pFIBDataSet1"},
-        .source = {&TDM::DataSource1, "DataSource1"},
-        .query = {fields::regions, u"REGION", QueryRows::OrderedByName},
-    },
-    {
-        .dataSet = {&TDM::pFIBDataSet2, "pFIBDataSet2"},
-        .source = {}, // no view shows the periods
-        .query = {fields::periods, u"PERIOD_TABLE", QueryRows::OrderedByPeriod},
-    },
-    {
-        .dataSet = {&TDM::pFIBDataSet3, "pFIBDataSet3"},
-        .source = {&TDM::DataSource3, "DataSource3"},
-        .query = {fields::materials, &Tables::materials, QueryRows::OfPeriodAndRegion},
-    },
-    {
-        .dataSet = {&TDM::pFIBDataSet4, "pFIBDataSet4"},
-        .source = {&TDM::DataSource4, "DataSource4"},
-        .query = {fields::contents, &Tables::contents, QueryRows::OfPeriodAndRegion},
-    },
-    {
-        .dataSet = {&TDM::pFIBDataSet5, "pFIBDataSet5"},
-        .source = {&TDM::DataSource5, "DataSource5"},
-        .query = {fields::machines, &Tables::machines, QueryRows::OfPeriodAndRegion},
-    },
-    {
-        .dataSet = {&TDM::pFIBDataSet6, "pFIBDataSet6"},
-        .source = {&TDM::DataSource6, "DataSource6"},
-        .query = {fields::labour, &Tables::labour, QueryRows::OfPeriodAndRegion},
-    },
-    {
-        .dataSet = {&TDM::pFIBDataSet7, "pFIBDataSet7"},
-        .source = {&TDM::DataSource7, "DataSource7"},
-        .query = {fields::firms, u"FIRMS", QueryRows::Whole},
-    },
-    {
-        .dataSet = {&TDM::pFIBDataSet8, "pFIBDataSet8"},
-        .source = {&TDM::DataSource8, "DataSource8"},
-        .query = {fields::coefficients, u"OGRANICHENIE", QueryRows::Whole},
-    },
-    {
-        .dataSet = {&TDM::pFIBDataSet9, "pFIBDataSet9"},
-        .source = {&TDM::DataSource9, "DataSource9"},
-        .query = {fields::catalogTree, u"KATALOG", QueryRows::Whole},
-    },
-    {
-        .dataSet = {&TDM::pFIBDataSet10, "pFIBDataSet10"},
-        .source = {&TDM::DataSource10, "DataSource10"},
-        .query = {fields::transport, u"FER20KATALOGPEREVOZKA_TABLE", QueryRows::OfPeriodAndRegion},
-    },
-};
+/// The row that names a member.
+template <typename Component>
+const DataSetSpec& specOf(Component TDM::*DataSetSpec::*part, Component TDM::*member) {
+    return *std::find_if(std::begin(dataSetSpecs), std::end(dataSetSpecs),
+                         [&](const DataSetSpec& spec) { return spec.*part == member; });
+}
 
 db::DataSet makeDataSet(TDM& module, db::DataSet TDM::*member) {
-    const DataSetSpec& spec =
-        *std::find_if(std::begin(dataSetSpecs), std::end(dataSetSpecs),
-                      [&](const DataSetSpec& row) { return row.dataSet.member == member; });
-    const Query& query = spec.query;
-    return db::DataSet(QString::fromLatin1(spec.dataSet.name), query.fields,
-                       data::initialQuery(query.fields, query.tableOf(data::initialEdition), query.rows),
+    const DataSetSpec& spec = specOf(&DataSetSpec::dataSet, member);
+    return db::DataSet(QStringLiteral("pFIBDataSet%1").arg(spec.number), spec.fields,
+                       data::initialQuery(spec.fields, spec.tableOf(data::initialEdition), spec.rows),
                        module.pFIBDatabase1, module.RFIBTransaction, &module);
 }
 
 db::DataSource makeDataSource(TDM& module, db::DataSource TDM::*member) {
-    const DataSetSpec& spec =
-        *std::find_if(std::begin(dataSetSpecs), std::end(dataSetSpecs),
-                      [&](const DataSetSpec& row) { return row.source.member == member; });
-    return db::DataSource(QString::fromLatin1(spec.source.name), module.*spec.dataSet.member, &module);
+    const DataSetSpec& spec = specOf(&DataSetSpec::source, member);
+    return db::DataSource(QStringLiteral("DataSource%1").arg(spec.number), module.*spec.dataSet, &module);
 }
 
 /// The datasets whose rows of the table fulfil a condition, in the table's order.
@@ -118,8 +72,8 @@ template <typename Condition>
 std::vector<db::DataSet*> dataSetsWhere(TDM& module, Condition condition) {
     std::vector<db::DataSet*> found;
     for (const DataSetSpec& spec : dataSetSpecs) {
-        if (condition(spec.query)) {
-            found.push_back(&(module.*spec.dataSet.member));
+        if (condition(spec)) {
+            found.push_back(&(module.*spec.dataSet));
         }
     }
     return found;
@@ -164,12 +118,11 @@ TDM::~TDM() {
 }
 
 std::vector<db::DataSet*> TDM::dataSets() {
-    return dataSetsWhere(*this, [](const Query&) { return true; });
+    return dataSetsWhere(*this, [](const DataSetSpec&) { return true; });
 }
 
 std::vector<db::DataSet*> TDM::selectionDataSets() {
-    return dataSetsWhere(*this,
-                         [](const Query& query) { return query.rows == QueryRows::OfPeriodAndRegion; });
+    return dataSetsWhere(*this, [](const DataSetSpec& spec) { return spec.rows == OfSelection; });
 }
 
 void TDM::connectTo(const QString& server) {
@@ -179,10 +132,10 @@ void TDM::connectTo(const QString& server) {
 
 void TDM::chooseEdition(const data::Edition& edition) {
     for (const DataSetSpec& spec : dataSetSpecs) {
-        if (spec.query.isOfEdition()) {
-            db::DataSet& dataSet = this->*spec.dataSet.member;
+        if (spec.isOfEdition()) {
+            db::DataSet& dataSet = this->*spec.dataSet;
             dataSet.close();
-            dataSet.setSql(data::editionQuery(spec.query.fields, spec.query.tableOf(edition)));
+            dataSet.setSql(data::editionQuery(spec.fields, spec.tableOf(edition)));
             dataSet.prepare();
         }
     }

@@ -2,6 +2,7 @@
 
 #include "app/error_log.h"
 #include "app/flat_tool_bar.h"
+#include "support/catalog.h"
 
 #include <QAction>
 #include <QTest>
@@ -15,8 +16,7 @@ CatalogWindow::CatalogWindow(const QString& server) {
     CurRegionId = 0;
     CurPeriod.clear();
     QFile::remove(app::ErrorLog::path());
-    module_.pFIBDatabase1.setDatabaseName(TDM::databaseNameOn(server));
-    module_.pFIBDatabase1.open();
+    connectTo(module_, server);
     form_.ActionToolBar1->show();
     if (!QTest::qWaitForWindowActive(&form_)) {
         throw std::runtime_error("the main window does not become active");

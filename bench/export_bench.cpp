@@ -2,8 +2,8 @@
 #include "bench/catalog_window.h"
 #include "bench/memory.h"
 #include "bench/rows.h"
+#include "browser/grid_export.h"
 #include "browser/ter_form.h"
-#include "export/grid_export.h"
 #include "grid/rows/column.h"
 #include "grid/table/grid.h"
 #include "grid/table/table_view.h"
@@ -134,8 +134,9 @@ class Workbooks final {
 public:
     explicit Workbooks(const Surroundings& surroundings)
         : window_(surroundings.server),
-          ours_(surroundings.folder + QStringLiteral("/ours.xlsx")),
-          bare_(surroundings.folder + QStringLiteral("/bare.xlsx")) {
+          folder_(surroundings.folder + u'/'),
+          ours_(folder_ + QStringLiteral("ours.xlsx")),
+          bare_(folder_ + QStringLiteral("bare.xlsx")) {
         window_.choose(threeHundredThousand);
         sheet_.emplace(window_.module().pFIBDataSet3, TERForm->cxGrid1->view().visibleColumns());
     }
@@ -146,7 +147,7 @@ public:
     Workbooks(const Workbooks&) = delete;
     Workbooks& operator=(const Workbooks&) = delete;
 
-    void writeOurs() const { exporter::exportGrid(ours_, TERForm->cxGrid1); }
+    void writeOurs() const { browser::exportGrid(TERForm->cxGrid1, folder_, QStringLiteral("ours")); }
     void writeBare() const { sheet_->write(bare_); }
 
     /// Throws std::runtime_error unless both workbooks have about the same size.
@@ -161,6 +162,7 @@ public:
 
 private:
     CatalogWindow window_;
+    QString folder_;
     QString ours_;
     QString bare_;
     std::optional<BareSheet> sheet_;

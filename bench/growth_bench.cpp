@@ -1,8 +1,8 @@
 #include "bench/catalog_window.h"
 #include "bench/rows.h"
 #include "bench/screen.h"
+#include "browser/grid_export.h"
 #include "browser/ter_form.h"
-#include "export/grid_export.h"
 #include "grid/rows/table_model.h"
 #include "grid/table/grid.h"
 #include "grid/table/table_view.h"
@@ -15,6 +15,8 @@ namespace bench {
 
 namespace {
 
+const QString exportName = QStringLiteral("growth");
+
 constexpr int rounds = 3;
 
 /// Of a cost that grows in a straight line; sorting, which compares more often the more rows there are, takes
@@ -25,10 +27,10 @@ constexpr double limit = 1.25;
 class Materials final {
 public:
     Materials(CatalogWindow& window, const Stretch& stretch, const QString& folder)
-        : window_(window), stretch_(stretch), fileName_(folder + QStringLiteral("/growth.xlsx")) {
+        : window_(window), stretch_(stretch), folder_(folder + u'/') {
         window_.choose(stretch_);
     }
-    ~Materials() { QFile::remove(fileName_); }
+    ~Materials() { QFile::remove(folder_ + exportName + QStringLiteral(".xlsx")); }
     Q_DISABLE_COPY_MOVE(Materials)
 
     double open() {
@@ -55,7 +57,7 @@ public:
     }
 
     double exportGrid() {
-        return timeOf([&] { exporter::exportGrid(fileName_, TERForm->cxGrid1); });
+        return timeOf([&] { browser::exportGrid(TERForm->cxGrid1, folder_, exportName); });
     }
 
 private:
@@ -67,7 +69,7 @@ private:
 
     CatalogWindow& window_;
     Stretch stretch_;
-    QString fileName_;
+    QString folder_;
 };
 
 struct Work {

@@ -5,11 +5,10 @@
 #include "base/text.h"
 #include "browser/banner.h"
 #include "browser/catalog_selection.h"
+#include "browser/grid_export.h"
 #include "browser/grid_layout.h"
 #include "browser/selector.h"
 #include "data/data_modul.h"
-#include "export/export_file_name.h"
-#include "export/grid_export.h"
 #include "grid/table/grid.h"
 #include "grid/table/table_view.h"
 #include "grid/tree/tree_list.h"
@@ -428,9 +427,8 @@ void TTERForm::closed() {
 void TTERForm::exportTab(const ExportSpec& spec) {
     const QString selection =
         spec.ofSelection ? cxComboBox1->currentText() + cxComboBox2->currentText() : QString();
-    const QString name = exporter::exportFileName(base::programFolder(), cxLabel1->text(),
-                                                  base::toQString(spec.fixedText), selection);
-    exporter::exportGrid(name, this->*spec.grid);
+    browser::exportGrid(this->*spec.grid, base::programFolder(),
+                        cxLabel1->text() + base::toQString(spec.fixedText) + selection);
     ui::showMessage(QStringLiteral("Выгрузка завершена"));
 }
 

@@ -4,11 +4,6 @@
 
 namespace exporter {
 
-QString exportFileName(const QString& folder, const QString& banner, const QString& fixedText,
-                       const QString& regionAndPeriod) {
-    return folder + banner + fixedText + regionAndPeriod;
-}
-
 QString workbookFileName(const QString& name) {
     return base::withExtension(name, QStringLiteral(".xlsx"));
 }

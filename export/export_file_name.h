@@ -5,10 +5,6 @@
 /// The names of an export: its file's and its own.
 namespace exporter {
 
-/// The parts one after the other, nothing between them and nothing changed. `folder` ends in its delimiter.
-[[nodiscard]] QString exportFileName(const QString& folder, const QString& banner, const QString& fixedText,
-                                     const QString& regionAndPeriod = {});
-
 /// The file that is written for `name`: ".xlsx" stands in the place of everything from the last point on, or
 /// at the end when no point follows the last path delimiter.
 [[nodiscard]] QString workbookFileName(const QString& name);

@@ -1,10 +1,11 @@
+#include "base/file_name.h"
 #include "base/program_place.h"
 #include "base/win1251.h"
+#include "browser/grid_export.h"
 #include "data/data_modul.h"
 #include "export/exact_number.h"
 #include "export/export_error.h"
 #include "export/export_file_name.h"
-#include "export/grid_export.h"
 #include "export/sheet_name.h"
 #include "export/sheet_text.h"
 #include "export/xlsx_library.h"
@@ -61,6 +62,11 @@ QJsonObject readWorkbook(const QString& path) {
     EXPECT_TRUE(reader.waitForFinished(60'000) && reader.exitCode() == 0)
         << reader.readAllStandardError().toStdString();
     return QJsonDocument::fromJson(reader.readAllStandardOutput()).object();
+}
+
+void exportTo(const QString& path, grid::Grid* grid) {
+    const QString folder = base::folderOf(path);
+    browser::exportGrid(grid, folder, path.sliced(folder.size()));
 }
 
 QJsonObject cell(const QJsonObject& workbook, int row, int column) {
@@ -151,7 +157,7 @@ TEST_F(Export, WritesTheViewAsItIsShown) {
     grid::Grid materials(materialGrid, module_.DataSource3, nullptr);
     materials.resize(1000, 600);
     materials.show();
-    exporter::exportGrid(path(), &materials);
+    exportTo(path(), &materials);
     QJsonObject book = readWorkbook(path());
     expectShown(book, materials.view());
     EXPECT_EQ(book["sheets"].toArray(), QJsonArray{"book"});
@@ -171,18 +177,18 @@ TEST_F(Export, WritesTheViewAsItIsShown) {
     filter.containedText = "e";
     model.setFilter(2, filter);
     materials.view().header().moveSection(3, 1);
-    exporter::exportGrid(path(), &materials);
+    exportTo(path(), &materials);
     expectShown(readWorkbook(path()), materials.view());
     EXPECT_LT(model.rowCount(), module_.pFIBDataSet3.rowCount());
 
     grid::Grid coefficients(coefficientGrid, module_.DataSource8, nullptr);
-    exporter::exportGrid(path(), &coefficients);
+    exportTo(path(), &coefficients);
     expectShown(readWorkbook(path()), coefficients.view());
 
     module_.pFIBDataSet3.close();
-    exporter::exportGrid(path(), &materials);
+    exportTo(path(), &materials);
     expectShown(readWorkbook(path()), materials.view());
-    exporter::exportGrid(path("none.xlsx"), nullptr);
+    exportTo(path("none.xlsx"), nullptr);
     EXPECT_EQ(files(), QStringList("book.xlsx"));
 }
 
@@ -196,7 +202,7 @@ TEST_F(Export, WritesNumbersWithAPointInEveryLocale) {
     ASSERT_NE(std::setlocale(LC_ALL, "ru_RU.UTF-8"), nullptr);
     module_.pFIBDataSet8.open();
     grid::Grid coefficients(coefficientGrid, module_.DataSource8, nullptr);
-    exporter::exportGrid(path(), &coefficients);
+    exportTo(path(), &coefficients);
     EXPECT_STREQ(std::setlocale(LC_NUMERIC, nullptr), "ru_RU.UTF-8");
     std::setlocale(LC_ALL, "C.UTF-8");
     qunsetenv("LOCPATH");
@@ -236,11 +242,10 @@ TEST(XlsxLibrary, ThatDoesNotFitIsNamed) {
 
 TEST(ExportNames, FollowTheRules) {
     using namespace exporter;
-    EXPECT_EQ(exportFileName("/opt/a.b/", "   ТЕР", "_Фирмы"), "/opt/a.b/   ТЕР_Фирмы");
-    const QString labour = exportFileName("/opt/a.b/", "   ТЕР", "_КТЦ_Труд_", "Респ. Коми202403");
-    EXPECT_EQ(workbookFileName(labour), "/opt/a.b/   ТЕР_КТЦ_Труд_Респ.xlsx");
-    EXPECT_EQ(workbookFileName("/opt/a.b/   ТЕР_Фирмы"), "/opt/a.b/   ТЕР_Фирмы.xlsx");
-    EXPECT_EQ(exportName(workbookFileName(labour)), "   ТЕР_КТЦ_Труд_Респ");
+    const QString labour = workbookFileName("   ТЕР_КТЦ_Труд_Респ. Коми202403");
+    EXPECT_EQ(labour, "   ТЕР_КТЦ_Труд_Респ.xlsx");
+    EXPECT_EQ(workbookFileName("   ТЕР_Фирмы"), "   ТЕР_Фирмы.xlsx");
+    EXPECT_EQ(exportName(labour), "   ТЕР_КТЦ_Труд_Респ");
     EXPECT_EQ(exportName("D:\\Prices\\   ТЕР_Фирмы.xlsx"), "   ТЕР_Фирмы");
 
     EXPECT_EQ(sheetName("   ТЕР_Фирмы"), "   ТЕР_Фирмы");
@@ -270,7 +275,7 @@ TEST_F(Export, NamesTheReasonWhenTheFileIsImpossible) {
          {path("taken"), QStringLiteral("/proc/book"), path("no/folder"), path(QString(252, u'a')),
           path("a" + QString(QChar::Null)), path("a" + QString(QChar(0xD800)))}) {
         try {
-            exporter::exportGrid(name, &grid);
+            exportTo(name, &grid);
             ADD_FAILURE() << name.toStdString();
         } catch (const ExportError& error) {
             EXPECT_TRUE(error.message().contains(exporter::workbookFileName(name)));
@@ -280,10 +285,10 @@ TEST_F(Export, NamesTheReasonWhenTheFileIsImpossible) {
         EXPECT_EQ(files(), before);
     }
     // The longest names that a folder takes have room for no addition.
-    exporter::exportGrid(path(QString(250, u'a')), &grid);
+    exportTo(path(QString(250, u'a')), &grid);
     EXPECT_EQ(files().size(), 2);
     const QString cyrillic = path("中ѣ 😀\\:*?\"<>|");
-    exporter::exportGrid(cyrillic, &grid);
+    exportTo(cyrillic, &grid);
     EXPECT_EQ(readWorkbook(cyrillic + ".xlsx")["rows"].toArray().size(), 5);
 }
 
@@ -310,7 +315,7 @@ private:
 bool exportsUnderLimit(const QString& path, grid::Grid& grid, rlim_t bytes) {
     const FileSizeLimit limit(bytes);
     try {
-        exporter::exportGrid(path, &grid);
+        exportTo(path, &grid);
         return true;
     } catch (const ExportError&) {
         return false;
@@ -325,7 +330,7 @@ TEST_F(Export, NoticesAFullDiskWhereverItStrikes) {
     const auto dataSet = openRange(60);
     db::DataSource source("source", *dataSet, nullptr);
     grid::Grid grid(rangeGrid, source, nullptr);
-    exporter::exportGrid(path(), &grid);
+    exportTo(path(), &grid);
     const QJsonArray whole = readWorkbook(path())["rows"].toArray();
     const QByteArray earlier = contents(path());
     const qsizetype open = openFiles();
@@ -346,7 +351,7 @@ TEST_F(Export, RefusesMoreRowsThanASheetHolds) {
     const auto dataSet = openRange(1'048'575);
     db::DataSource source("source", *dataSet, nullptr);
     grid::Grid grid(rangeGrid, source, nullptr);
-    EXPECT_THROW(exporter::exportGrid(path(), &grid), ExportError);
+    EXPECT_THROW(exportTo(path(), &grid), ExportError);
     EXPECT_EQ(files(), QStringList());
 }
 
@@ -369,7 +374,7 @@ TEST_F(Export, GivesTheGridBackInEveryCase) {
         const QWidget* const focus = QApplication::focusWidget();
         for (const QString& name : {QString("book"), QString("taken")}) {
             try {
-                exporter::exportGrid(path(name), &grid);
+                exportTo(path(name), &grid);
                 EXPECT_EQ(name, "book");
             } catch (const ExportError&) {
                 EXPECT_EQ(name, "taken");
@@ -388,14 +393,14 @@ TEST_F(Export, DISABLED_WritesMuch) {
     const auto dataSet = openRange(400'000);
     db::DataSource source("source", *dataSet, nullptr);
     grid::Grid grid(rangeGrid, source, nullptr);
-    exporter::exportGrid(qEnvironmentVariable("TARVELO_EXPORT"), &grid);
+    exportTo(qEnvironmentVariable("TARVELO_EXPORT"), &grid);
 }
 
 TEST_F(Export, LeavesNothingBehindAfterAKilledOne) {
     const auto dataSet = openRange(3);
     db::DataSource source("source", *dataSet, nullptr);
     grid::Grid grid(rangeGrid, source, nullptr);
-    exporter::exportGrid(path(), &grid);
+    exportTo(path(), &grid);
     const QByteArray earlier = contents(path());
 
     QProcess other;
@@ -411,13 +416,13 @@ TEST_F(Export, LeavesNothingBehindAfterAKilledOne) {
     };
     ASSERT_TRUE(QTest::qWaitFor(written, 60'000));
     // Two programs never write the same file at once.
-    EXPECT_THROW(exporter::exportGrid(path(), &grid), ExportError);
+    EXPECT_THROW(exportTo(path(), &grid), ExportError);
     other.kill();
     ASSERT_TRUE(other.waitForFinished());
     EXPECT_GT(files().size(), 1);
     EXPECT_EQ(contents(path()), earlier);
 
-    exporter::exportGrid(path(), &grid);
+    exportTo(path(), &grid);
     EXPECT_EQ(files(), QStringList("book.xlsx"));
     EXPECT_EQ(readWorkbook(path())["rows"].toArray().size(), 5);
 }

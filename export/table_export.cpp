@@ -1,4 +1,4 @@
-#include "export/grid_export.h"
+#include "export/table_export.h"
 
 #include "db/data_set.h"
 #include "db/decimal.h"
@@ -11,11 +11,6 @@
 #include "export/workbook_writer.h"
 #include "grid/rows/column.h"
 #include "grid/rows/table_model.h"
-#include "grid/table/grid.h"
-#include "grid/table/table_view.h"
-#include "ui/screen_cursor.h"
-
-#include <QPointer>
 
 #include <algorithm>
 
@@ -24,33 +19,6 @@ namespace exporter {
 namespace {
 
 constexpr int sheetRows = 1'048'576; // what the workbook format allows
-
-/// Keeps a grid from being used and painted.
-class SuspendedGrid final {
-public:
-    explicit SuspendedGrid(grid::Grid& grid)
-        : grid_(grid), enabled_(grid.isEnabledTo(grid.parentWidget())), focus_(grid.window()->focusWidget()) {
-        grid_.setExporting(true);
-        grid_.setUpdatesEnabled(false);
-        grid_.setEnabled(false);
-    }
-    ~SuspendedGrid() {
-        grid_.setEnabled(enabled_);
-        // A widget that is disabled hands the focus on.
-        if (focus_ && focus_ != grid_.window()->focusWidget()) {
-            focus_->setFocus(Qt::OtherFocusReason);
-        }
-        grid_.setUpdatesEnabled(true);
-        grid_.setExporting(false);
-    }
-    SuspendedGrid(const SuspendedGrid&) = delete;
-    SuspendedGrid& operator=(const SuspendedGrid&) = delete;
-
-private:
-    grid::Grid& grid_;
-    bool enabled_;
-    QPointer<QWidget> focus_;
-};
 
 using Columns = std::vector<const grid::Column*>;
 
@@ -121,38 +89,32 @@ void writeRows(WorkbookWriter& writer, const grid::TableModel& model, const Colu
     }
 }
 
-void writeView(const grid::TableView& view, const QString& fileName) {
-    const grid::TableModel& model = view.tableModel();
-    const Columns columns = view.visibleColumns();
-    const int footerRow = model.rowCount() + 1;
-    if (footerRow >= sheetRows) {
+void checkRowCount(const TableExtract& extract, const QString& fileName) {
+    if (extract.model.rowCount() > sheetRows - 2) {
         throw ExportError(fileName,
                           QStringLiteral("строк %1, а на листе с шапкой и итогом помещается только %2")
-                              .arg(model.rowCount())
+                              .arg(extract.model.rowCount())
                               .arg(sheetRows - 2));
     }
-    ReplacementFile file(fileName);
-    {
-        WorkbookWriter writer(file, sheetName(exportName(fileName)), sheetColumns(columns), model.rowCount());
-        writeRows(writer, model, columns);
-        const auto footer = std::find(columns.begin(), columns.end(), view.footerColumn());
-        if (footer != columns.end()) {
-            writer.writeFooter(footerRow, static_cast<int>(footer - columns.begin()), view.footerCount());
-        }
-        writer.finish();
-    }
-    file.commit();
 }
 
 } // namespace
 
-void exportGrid(const QString& fileName, grid::Grid* grid) {
-    if (grid == nullptr) {
-        return;
+void exportTable(const TableExtract& extract, const QString& folder, const QString& name) {
+    const QString fileName = workbookFileName(name);
+    checkRowCount(extract, folder + fileName);
+    ReplacementFile file(folder + fileName);
+    {
+        const int rowCount = extract.model.rowCount();
+        WorkbookWriter writer(file, sheetName(exportName(fileName)), sheetColumns(extract.columns), rowCount);
+        writeRows(writer, extract.model, extract.columns);
+        const auto footer = std::ranges::find(extract.columns, extract.footerColumn);
+        if (footer != extract.columns.end()) {
+            writer.writeFooter(rowCount + 1, static_cast<int>(footer - extract.columns.begin()), rowCount);
+        }
+        writer.finish();
     }
-    const ui::NestedHourglass hourglass;
-    const SuspendedGrid suspended(*grid);
-    writeView(grid->view(), workbookFileName(fileName));
+    file.commit();
 }
 
 } // namespace exporter

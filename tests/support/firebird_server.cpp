@@ -28,7 +28,7 @@ QByteArray run(const QString& program, const QStringList& arguments, const QByte
 }
 
 QString serverScript() {
-    return QStringLiteral(TARVELO_SOURCE_DIR "/demo/private-server");
+    return QStringLiteral(TARVELO_SOURCE_DIR "/database/private-server");
 }
 
 } // namespace

@@ -8,10 +8,13 @@ namespace test {
 inline constexpr auto sampleServer = "127.0.0.11";
 inline constexpr auto limitsServer = "127.0.0.12";
 
+/// Values at their limits in every column.
+inline constexpr auto limitsCatalog = TARVELO_SOURCE_DIR "/tests/support/limits.sql";
+
 /// A private server of one test, stopped when the object goes.
 class FirebirdServer {
 public:
-    /// `catalog`: sample, schema or limits. Throws std::runtime_error when it does not start.
+    /// `catalog`: sample, schema or limitsCatalog. Throws std::runtime_error when it does not start.
     FirebirdServer(const QString& address, const QString& catalog);
     ~FirebirdServer();
     FirebirdServer(const FirebirdServer&) = delete;

@@ -22,7 +22,7 @@ protected:
     static QString runIn(const QString& root, const QString& command, const QStringList& options) {
         QProcess process;
         process.setProcessChannelMode(QProcess::MergedChannels);
-        process.start(TARVELO_SOURCE_DIR "/demo/private-server",
+        process.start(TARVELO_SOURCE_DIR "/database/private-server",
                       QStringList{command, "--root", root} + options);
         EXPECT_TRUE(process.waitForFinished(60'000));
         return QString::fromUtf8(process.readAll()).trimmed() + ' ' + QString::number(process.exitCode());

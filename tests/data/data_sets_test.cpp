@@ -1,5 +1,6 @@
 #include "data/data_modul.h"
 #include "data/selection.h"
+#include "support/catalog.h"
 #include "support/firebird_server.h"
 #include "support/printing.h"
 
@@ -7,35 +8,12 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
-#include <csignal>
-#include <limits>
-#include <thread>
-
 namespace {
 
+using test::errorOf;
+using test::openAll;
 using test::runSql;
 using test::sqlValue;
-
-/// The message of the DatabaseError that `action` raises; "nothing thrown" when it raises none.
-template <typename Action>
-QString errorOf(Action&& action) {
-    try {
-        action();
-    } catch (const db::DatabaseError& error) {
-        return error.message();
-    }
-    return QStringLiteral("nothing thrown");
-}
-
-void openAll(TDM& module, const QString& period, std::int32_t region) {
-    for (db::DataSet* dataSet : module.selectionDataSets()) {
-        data::bindSelection(*dataSet, period, region);
-    }
-    for (db::DataSet* dataSet : module.dataSets()) {
-        dataSet->open();
-    }
-}
 
 /// A row as text: its values separated by "|", NULL as "<null>".
 QString rowText(const db::DataSet& dataSet, int row) {
@@ -60,158 +38,6 @@ QString textWhere(const db::DataSet& dataSet, const QString& column, const QStri
                   const QString& wanted) {
     const int row = rowWhere(dataSet, column, value);
     return row < 0 ? QStringLiteral("no such row") : dataSet.text(row, dataSet.field(wanted));
-}
-
-TEST(Connection, HasTheSettingsThatTheServerReports) {
-    TDM module;
-    EXPECT_EQ(module.pFIBDatabase1.databaseName(), "127.0.0.1/3050:C:\\DATA\\BAZAKATALOG.FDB");
-    module.connectTo(test::sampleServer);
-    EXPECT_FALSE(module.RFIBTransaction.isActive());
-    module.pFIBDataSet1.open();
-    EXPECT_TRUE(module.RFIBTransaction.isActive());
-
-    // Of this process alone: other tests use the same server.
-    const QString ours =
-        QStringLiteral(" where a.MON$REMOTE_PID = %1 and a.MON$ATTACHMENT_ID <> current_connection")
-            .arg(QCoreApplication::applicationPid());
-    EXPECT_EQ(
-        sqlValue(test::sampleServer,
-                 "select trim(a.MON$USER) || ' ' || trim(c.RDB$CHARACTER_SET_NAME) from MON$ATTACHMENTS a "
-                 "join RDB$CHARACTER_SETS c on c.RDB$CHARACTER_SET_ID = a.MON$CHARACTER_SET_ID" +
-                     ours),
-        "SYSDBA WIN1251");
-    // 2: read committed with record versions.
-    EXPECT_EQ(
-        sqlValue(
-            test::sampleServer,
-            "select t.MON$ISOLATION_MODE || ' ' || t.MON$READ_ONLY || ' ' || t.MON$LOCK_TIMEOUT "
-            "from MON$TRANSACTIONS t join MON$ATTACHMENTS a on a.MON$ATTACHMENT_ID = t.MON$ATTACHMENT_ID" +
-                ours),
-        "2 1 0");
-    module.pFIBDatabase1.close();
-    EXPECT_FALSE(module.pFIBDataSet1.isOpen());
-    EXPECT_EQ(sqlValue(test::sampleServer, "select count(*) from MON$ATTACHMENTS a" + ours), "0");
-}
-
-TEST(Connection, RefusesWhatItCannotReachAndStaysUsable) {
-    test::FirebirdServer other("127.0.0.2", "schema");
-    TDM module;
-    EXPECT_THROW(module.connectTo("127.0.0.99"), db::DatabaseError);
-    EXPECT_FALSE(module.pFIBDatabase1.isConnected());
-
-    db::Connection wrongPassword("wrong", TDM::databaseNameOn(test::sampleServer),
-                                 {"password=oak", "user_name=SYSDBA", "lc_ctype=WIN1251"},
-                                 db::ClientLibrary::defaultNames(), nullptr);
-    EXPECT_TRUE(errorOf([&] { wrongPassword.open(); }).contains("user name and password"));
-
-    module.pFIBDatabase1.setDatabaseName(QString(test::sampleServer) + "/3050:C:\\DATA\\NONE.FDB");
-    EXPECT_NE(errorOf([&] { module.pFIBDatabase1.open(); }), "nothing thrown");
-
-    db::Connection noLibrary("none", TDM::databaseNameOn(test::sampleServer), {}, {"no_such_client.so"},
-                             nullptr);
-    EXPECT_TRUE(errorOf([&] { noLibrary.open(); }).startsWith("Клиенская библиотека"));
-
-    module.connectTo(test::sampleServer);
-    module.connectTo(test::sampleServer);
-    EXPECT_TRUE(errorOf([&] { module.connectTo(other.address()); }).contains("нельзя изменить"));
-    EXPECT_EQ(module.pFIBDatabase1.databaseName(), TDM::databaseNameOn(test::sampleServer));
-    module.pFIBDataSet1.open();
-    EXPECT_GT(module.pFIBDataSet1.rowCount(), 0);
-    module.pFIBDatabase1.close();
-    module.connectTo(other.address());
-    module.pFIBDataSet1.open();
-    EXPECT_EQ(module.pFIBDataSet1.rowCount(), 0);
-    EXPECT_THROW(module.pFIBDataSet3.open(), db::DatabaseError) << "unbound parameters";
-    EXPECT_TRUE(errorOf([&] { static_cast<void>(module.pFIBDataSet1.parameter("p1")); }).contains("p1"));
-}
-
-TEST(ConnectionDeathTest, LeavesItToTheProgramHowSignalsEndIt) {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    EXPECT_EXIT(
-        {
-            TDM module;
-            module.connectTo(test::sampleServer);
-            std::raise(SIGTERM);
-        },
-        testing::KilledBySignal(SIGTERM), "");
-}
-
-TEST(Connection, ThatDiesIsRecognisedAndCanBeOpenedAgain) {
-    test::FirebirdServer server("127.0.0.3", "limits");
-    TDM module;
-    module.connectTo(server.address());
-    openAll(module, "202403", 1);
-    const int rows = module.pFIBDataSet3.rowCount();
-    const auto reopen = [&] { module.pFIBDataSet4.reopenLocate("ID"); };
-
-    server.kill();
-    EXPECT_NE(errorOf(reopen), "nothing thrown");
-    EXPECT_FALSE(module.pFIBDatabase1.isConnected());
-    EXPECT_FALSE(module.RFIBTransaction.isActive());
-    EXPECT_FALSE(module.pFIBDataSet4.isOpen());
-    EXPECT_EQ(module.pFIBDataSet3.rowCount(), rows) << "rows already read are kept";
-    EXPECT_TRUE(errorOf(reopen).contains("не открыто"));
-    EXPECT_NE(errorOf([&] { module.pFIBDatabase1.open(); }), "nothing thrown");
-
-    server.start();
-    module.pFIBDatabase1.open();
-    reopen();
-    EXPECT_GT(module.pFIBDataSet4.rowCount(), 0);
-    server.kill();
-    EXPECT_NE(errorOf([&] { module.chooseEdition(data::editions[0]); }), "nothing thrown");
-    EXPECT_FALSE(module.pFIBDatabase1.isConnected());
-    EXPECT_NO_THROW(module.pFIBDatabase1.close());
-
-    // By the administrator, who ends this connection alone.
-    server.start();
-    module.connectTo(server.address());
-    module.chooseEdition(data::editions[0]);
-    reopen();
-    runSql(server.address(),
-           "delete from MON$ATTACHMENTS where MON$ATTACHMENT_ID <> current_connection; commit;");
-    EXPECT_TRUE(errorOf(reopen).contains("connection"));
-    EXPECT_FALSE(module.pFIBDatabase1.isConnected());
-}
-
-TEST(Connection, SurvivesAServerThatDiesWhileItAnswers) {
-    test::FirebirdServer server("127.0.0.3", "limits");
-    runSql(server.address(),
-           "set term ^; execute block as declare I integer = 0; begin while (I < 150000) do begin I = I + 1; "
-           "insert into TERKATALOGKTC_TABLE (ID, PER, REGIONID, KOD, NAME) "
-           "values (1000000 + :I, '209912', 77, :I, 'имя ' || :I); end end^ set term ;^ commit;");
-    TDM module;
-    module.connectTo(server.address());
-    data::bindSelection(module.pFIBDataSet3, "209912", 77);
-    QString raised;
-    {
-        const std::jthread killer([&] {
-            std::this_thread::sleep_for(std::chrono::milliseconds(100));
-            server.kill();
-        });
-        raised = errorOf([&] { module.pFIBDataSet3.open(); });
-    }
-    EXPECT_NE(raised, "nothing thrown");
-    EXPECT_FALSE(module.pFIBDataSet3.isOpen()) << "a part of the rows is no answer";
-    EXPECT_FALSE(module.pFIBDatabase1.isConnected());
-
-    server.start();
-    module.pFIBDatabase1.open();
-    module.pFIBDataSet3.open();
-    EXPECT_EQ(module.pFIBDataSet3.rowCount(), 150'000);
-}
-
-TEST(Connection, ClosesAllThatHangsOnADeadServer) {
-    test::FirebirdServer server("127.0.0.3", "limits");
-    TDM module;
-    module.connectTo(server.address());
-    openAll(module, "202403", 1);
-    server.kill();
-    // Whether the client notices depends on when the system reports the broken pipe.
-    static_cast<void>(errorOf([&] { module.pFIBDatabase1.close(); }));
-    EXPECT_FALSE(module.pFIBDatabase1.isConnected());
-    for (const db::DataSet* dataSet : module.dataSets()) {
-        EXPECT_FALSE(dataSet->isOpen()) << dataSet->objectName().toStdString();
-    }
 }
 
 TEST(DataSets, DeliverEveryKindAtItsLimits) {
@@ -268,7 +94,7 @@ TEST(DataSets, DeliverEveryKindAtItsLimits) {
 }
 
 TEST(DataSets, SeeWhatOthersCommitWhenTheyAreOpenedAgain) {
-    test::FirebirdServer server("127.0.0.4", "limits");
+    test::FirebirdServer server("127.0.0.4", test::limitsCatalog);
     TDM module;
     module.connectTo(server.address());
     openAll(module, "202403", 1);

@@ -4,17 +4,12 @@
 #include "db/data_set.h"
 #include "db/data_source.h"
 #include "db/transaction.h"
-#include "grid/rows/collation.h"
 #include "grid/rows/column.h"
-#include "grid/rows/row_order.h"
 #include "grid/rows/table_model.h"
 #include "grid/table/find_bar.h"
 #include "grid/table/grid.h"
 #include "grid/table/table_header.h"
 #include "grid/table/table_view.h"
-#include "grid/view/cell_text.h"
-#include "grid/view/column_widths.h"
-#include "grid/view/row_layout.h"
 #include "support/firebird_server.h"
 #include "support/printing.h"
 
@@ -35,7 +30,6 @@
 #include <algorithm>
 #include <array>
 #include <numeric>
-#include <random>
 
 namespace {
 
@@ -147,160 +141,6 @@ private:
 };
 
 } // namespace
-
-TEST(RowOrder, AgreesWithAPlainStableSort) {
-    const std::array kinds{db::FieldKind::String, db::FieldKind::Decimal};
-    db::RowStore store(kinds);
-    std::mt19937 random(7);
-    const QStringList stems{"",  "Ель", "ель", "Ёлка", "Трубы стальные электросварные", "ТРУБЫ СТАЛЬНЫЕ Э",
-                            "a", "1"};
-    const QByteArray nul("a\0", 2);
-    for (int row = 0; row < 20000; ++row) {
-        db::RowStore::RowWriter writer(store);
-        const auto choice = static_cast<int>(random() % 12);
-        if (choice == 11) {
-            writer.putNull(0);
-        } else {
-            QByteArray text = choice < 8 ? base::win1251::encode(stems[choice]) : nul;
-            text += choice % 2 == 0 ? QByteArray::number(random() % 300) : QByteArray();
-            writer.putString(0, text.toStdString());
-        }
-        if (random() % 10 == 0) {
-            writer.putNull(1);
-        } else if (random() % 10 == 0) {
-            writer.putInteger(1, random() % 2 == 0 ? std::numeric_limits<std::int64_t>::min()
-                                                   : std::numeric_limits<std::int64_t>::max());
-        } else {
-            writer.putInteger(1, static_cast<std::int64_t>(random() % 40) - 20);
-        }
-        writer.finish();
-    }
-    store.seal();
-
-    const auto compareField = [&](int field, int left, int right) {
-        if (store.isNull(left, field) || store.isNull(right, field)) {
-            return static_cast<int>(store.isNull(right, field)) - static_cast<int>(store.isNull(left, field));
-        }
-        if (field == 0) {
-            return collation::compare(store.string(left, 0), store.string(right, 0));
-        }
-        const std::int64_t a = store.integer(left, 1);
-        const std::int64_t b = store.integer(right, 1);
-        return a < b ? -1 : static_cast<int>(a > b);
-    };
-    const std::vector<std::vector<RowOrderKey>> keyLists{{{0, false, false}},
-                                                         {{0, false, true}},
-                                                         {{1, true, false}},
-                                                         {{1, true, true}, {0, false, false}},
-                                                         {{0, false, false}, {1, true, true}}};
-    for (const auto& keys : keyLists) {
-        std::vector<std::int32_t> expected(20000);
-        std::iota(expected.begin(), expected.end(), 0);
-        std::vector<std::int32_t> rows = expected;
-        std::ranges::stable_sort(expected, [&](int left, int right) {
-            for (const RowOrderKey& key : keys) {
-                const int order = compareField(key.field, left, right);
-                if (order != 0) {
-                    return key.descending ? order > 0 : order < 0;
-                }
-            }
-            return false;
-        });
-        sortRows(rows, store, keys);
-        EXPECT_EQ(rows, expected);
-    }
-}
-
-TEST(RowLayout, ShowsEveryPixelOfEveryRowAndMeasuresFewOfThem) {
-    int measured = 0;
-    const auto height = [&](int row) {
-        ++measured;
-        return row % 10 == 9 ? 730 : 20 + row % 3;
-    };
-    RowLayout layout(height);
-    layout.setViewportHeight(300);
-    layout.reset(1'000'000);
-    layout.setTop(layout.lastPosition());
-    EXPECT_EQ(layout.shownRows().back().row, 999'999);
-    EXPECT_EQ(layout.shownRows().back().y + layout.shownRows().back().height, 300);
-    EXPECT_LT(measured, 100);
-
-    // Step by step through the first rows, nothing is left out: what begins a step was on screen before it.
-    layout.setTop({});
-    int seenRow = 0;
-    int seenPixels = 0;
-    while (layout.top().row < 200) {
-        for (const ShownRow& shown : layout.shownRows()) {
-            ASSERT_LE(shown.row, seenRow + 1);
-            if (shown.row >= seenRow) {
-                ASSERT_LE(-shown.y, shown.row == seenRow ? seenPixels : 0);
-                seenRow = shown.row;
-                seenPixels = std::min(shown.height, 300 - shown.y);
-            }
-        }
-        const ScrollPosition before = layout.top();
-        layout.setTop(layout.moved(before, 1));
-        ASSERT_LT(before, layout.top());
-    }
-    while (ScrollPosition() < layout.top()) {
-        const ScrollPosition before = layout.top();
-        layout.setTop(layout.moved(before, -1));
-        ASSERT_LT(layout.top(), before);
-    }
-
-    layout.reset(1);
-    layout.setTop({0, 5000});
-    EXPECT_EQ(layout.top(), ScrollPosition());
-    layout.reset(0);
-    EXPECT_TRUE(layout.shownRows().empty());
-    EXPECT_EQ(layout.rowAt(10), -1);
-}
-
-TEST(CellText, BreaksBetweenWordsAndAfterTheHyphensOfACode) {
-    const QFont font;
-    const int line = cellText::height("8,45", 500, font);
-    for (const char* word : {"8.45", "-92233720368547758,08", "01.1.01.01", ""}) {
-        EXPECT_EQ(cellText::height(word, 30, font), line) << word;
-    }
-    EXPECT_GT(cellText::height("Щебень из гравия", 60, font), line);
-    EXPECT_GT(cellText::height("а\nб", 500, font), line);
-    EXPECT_TRUE(cellText::isCut("01.1.01.01", 30, font));
-    const QString code = "01.1.01.01-0001";
-    const int half = QFontMetrics(font).horizontalAdvance("01.1.01.01-") + 2 * cellText::horizontalPadding;
-    const int twoLines = line + QFontMetrics(font).height();
-    EXPECT_EQ(cellText::height(code, half, font), twoLines);
-    EXPECT_FALSE(cellText::isCut(code, half, font));
-    EXPECT_EQ(cellText::height(code, 2 * half, font), line);
-    EXPECT_EQ(cellText::height(code, 30, font), twoLines);
-    EXPECT_TRUE(cellText::isCut(code, 30, font));
-    EXPECT_FALSE(cellText::isCut("Щебень из гравия", 90, font));
-}
-
-TEST(ColumnWidths, FillTheWidthAndKeepTheirProportions) {
-    const std::vector<double> design{64, 90, 308, 104, 105, 104, 101, 82, 81, 82, 81};
-    const double sum = std::accumulate(design.begin(), design.end(), 0.0);
-    for (const int total : {300, 917, 1202, 1920, 3841}) {
-        const std::vector<int> widths = shareWidth(design, total, 16);
-        EXPECT_EQ(std::accumulate(widths.begin(), widths.end(), 0), total);
-        for (std::size_t i = 0; i < widths.size(); ++i) {
-            EXPECT_NEAR(widths[i], design[i] * total / sum, 1.0) << total;
-        }
-    }
-    const std::vector<int> tight = shareWidth(design, 200, 16);
-    EXPECT_EQ(std::accumulate(tight.begin(), tight.end(), 0), 200);
-    EXPECT_GE(std::ranges::min(tight), 16);
-
-    std::vector<double> dragged = design;
-    const std::vector<int> before = shareWidth(dragged, 1202, 16);
-    for (const int width : {400, 5000, 1, 250}) {
-        dragEdge(dragged, 2, width, 1202, 16);
-        const std::vector<int> after = shareWidth(dragged, 1202, 16);
-        EXPECT_EQ(std::accumulate(after.begin(), after.end(), 0), 1202);
-        EXPECT_EQ(after[0], before[0]);
-        EXPECT_EQ(after[1], before[1]);
-        EXPECT_EQ(after[2], std::clamp(width, 16, 1202 - before[0] - before[1] - 8 * 16));
-    }
-}
 
 TEST_F(GridTest, ShowsValuesAndSurvivesReopening) {
     open(fewRows);

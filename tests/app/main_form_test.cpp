@@ -159,7 +159,7 @@ TEST_F(MainFormTest, ShowsThatTheLogCannotBeWritten) {
 }
 
 TEST_F(MainFormTest, ReportsALostServerAndConnectsAnew) {
-    const test::FirebirdServer server("127.0.0.6", "limits");
+    const test::FirebirdServer server("127.0.0.6", test::limitsCatalog);
     connectTo(server.address());
     form_.Action1Execute(form_);
     QString shown;

@@ -120,9 +120,9 @@ QString describe(const TTERForm& form) {
 }
 
 QString expectedLayout() {
-    QFile file(QStringLiteral(TARVELO_TEST_DATA "/browser_layout.txt"));
+    QFile file(QStringLiteral(TARVELO_SOURCE_DIR "/tests/browser/layout.txt"));
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll())
-                                          : QStringLiteral("no browser_layout.txt");
+                                          : QStringLiteral("no layout.txt");
 }
 
 /// The names of the controls in the order of the keyboard, from `first` on.

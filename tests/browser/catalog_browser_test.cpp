@@ -249,7 +249,7 @@ TEST(Lifecycle, ClosesTheBrowserFirstAndThenTheProgram) {
 }
 
 TEST(Lifecycle, GoesOnAfterAnEditionThatCannotBeOpened) {
-    const FirebirdServer server("127.0.0.8", "limits");
+    const FirebirdServer server("127.0.0.8", test::limitsCatalog);
     CatalogWindow window(server.address());
     window.choose("Action1");
     runSql(server.address(), "drop table FER17I5TRUD_TABLE; commit;");

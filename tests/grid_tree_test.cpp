@@ -4,7 +4,7 @@
 #include "db/transaction.h"
 #include "grid/rows/column.h"
 #include "grid/rows/tree_model.h"
-#include "grid/tree/find_panel.h"
+#include "grid/tree/tree_find_panel.h"
 #include "grid/tree/tree_header.h"
 #include "grid/tree/tree_list.h"
 #include "grid/tree/tree_view.h"

@@ -66,8 +66,8 @@ void TreeModel::applySearch() {
         }
     }
     structure_.showOnly([&](int node) {
-        return std::any_of(searched.begin(), searched.end(), [&](const db::Field* field) {
-            return search_->findIn(dataSet_, node, *field).has_value();
+        return std::ranges::any_of(searched, [&](const db::Field* field) {
+            return !search_->findIn(dataSet_, node, *field).isEmpty();
         });
     });
 }
@@ -163,13 +163,9 @@ QString TreeModel::text(int node, int column) const {
     return field == nullptr ? QString() : dataSet_.text(node, *field, decimalPoint_);
 }
 
-TreeModel::Range TreeModel::match(int node, int column) const {
+TextRange TreeModel::match(int node, int column) const {
     const db::Field* const field = this->column(column).field();
-    if (!search_ || field == nullptr) {
-        return {};
-    }
-    const std::optional<qsizetype> start = search_->findIn(dataSet_, node, *field);
-    return start ? Range{*start, *start + search_->length()} : Range{};
+    return search_ && field ? search_->findIn(dataSet_, node, *field) : TextRange();
 }
 
 int TreeModel::findStartingWith(const QString& text, int column, int from) const {

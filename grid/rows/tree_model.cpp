@@ -45,7 +45,7 @@ void TreeModel::build() {
 
 void TreeModel::applySort() {
     const db::Field* const field = sortColumn_ ? column(*sortColumn_).field() : nullptr;
-    if (field == nullptr || !dataSet_.isOpen()) {
+    if (!field || !dataSet_.isOpen()) {
         return;
     }
     std::vector<std::int32_t> order(static_cast<std::size_t>(dataSet_.rowCount()));
@@ -61,7 +61,7 @@ void TreeModel::applySearch() {
     }
     std::vector<const db::Field*> searched;
     for (const Column* shown : columns_) {
-        if (shown->isVisible() && shown->field() != nullptr) {
+        if (shown->isVisible() && shown->field()) {
             searched.push_back(shown->field());
         }
     }
@@ -99,7 +99,7 @@ int TreeModel::rowCount(const QModelIndex& parent) const {
     return parent.column() > 0 ? 0 : static_cast<int>(structure_.children(node(parent)).size());
 }
 
-int TreeModel::columnCount(const QModelIndex& /*parent*/) const {
+int TreeModel::columnCount(const QModelIndex&) const {
     return static_cast<int>(columns_.size());
 }
 
@@ -160,7 +160,7 @@ void TreeModel::setSearch(const QString& text) {
 
 QString TreeModel::text(int node, int column) const {
     const db::Field* const field = this->column(column).field();
-    return field == nullptr ? QString() : dataSet_.text(node, *field, decimalPoint_);
+    return field ? dataSet_.text(node, *field, decimalPoint_) : QString();
 }
 
 TextRange TreeModel::match(int node, int column) const {
@@ -171,7 +171,7 @@ TextRange TreeModel::match(int node, int column) const {
 int TreeModel::findStartingWith(const QString& text, int column, int from) const {
     const db::Field* const field = this->column(column).field();
     const int first = structure_.next(TreeStructure::root);
-    if (field == nullptr || first == TreeStructure::root) {
+    if (!field || first == TreeStructure::root) {
         return TreeStructure::root;
     }
     const collation::Needle needle(base::win1251::encode(text).toStdString());

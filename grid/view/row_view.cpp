@@ -5,13 +5,11 @@
 #include "grid/rows/clipboard_text.h"
 #include "grid/rows/column.h"
 #include "grid/view/cell_text.h"
-#include "grid/view/cut_text_tip.h"
 #include "grid/view/fitted_header.h"
 
 #include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
-#include <QHelpEvent>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 

@@ -4,7 +4,7 @@
 #include "bench/rows.h"
 #include "bench/screen.h"
 #include "browser/ter_form.h"
-#include "grid/tree/find_panel.h"
+#include "grid/tree/tree_find_panel.h"
 #include "grid/tree/tree_list.h"
 #include "grid/tree/tree_view.h"
 

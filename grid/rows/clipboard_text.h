@@ -1,25 +1,11 @@
 #pragma once
 
-#include <QString>
-
-#include <span>
+#include <QStringList>
 
 namespace grid {
 
-class TableModel;
-
-/// Rows `first` to `last` of a model.
-struct RowRange {
-    int first;
-    int last;
-};
-
-/// A cell's text, quoted where it holds tabs, quotes or line breaks, so that spreadsheets take it for one
-/// cell.
-[[nodiscard]] QString clipboardCell(QString cell);
-
-/// The cells of these rows as text that spreadsheets paste: tabs between cells, a line a row.
-[[nodiscard]] QString clipboardText(const TableModel& model, std::span<const int> columns,
-                                    std::span<const RowRange> rows);
+/// A row's cells as a line of text that spreadsheets paste: tabs stand between the cells, and a cell that
+/// holds tabs, quotes or line breaks is quoted.
+[[nodiscard]] QString clipboardLine(QStringList cells);
 
 } // namespace grid

@@ -42,8 +42,8 @@ constexpr bool isLatin(unsigned byte) {
 }
 
 constexpr bool isCyrillic(unsigned byte) {
-    return std::any_of(cyrillicLetters.begin(), cyrillicLetters.end(),
-                       [byte](Letter letter) { return letter.upper == byte || letter.lower == byte; });
+    return std::ranges::any_of(
+        cyrillicLetters, [byte](Letter letter) { return letter.upper == byte || letter.lower == byte; });
 }
 
 constexpr std::array<std::uint8_t, 256> makeWeights() {
@@ -99,8 +99,8 @@ Needle::Needle(std::string_view text) {
 }
 
 Needle::Cases Needle::casesOf(std::uint8_t place) {
-    const auto one = std::find(weightTable.begin(), weightTable.end(), place);
-    const auto other = std::find(std::next(one), weightTable.end(), place);
+    const auto one = std::ranges::find(weightTable, place);
+    const auto other = std::ranges::find(std::next(one), weightTable.end(), place);
     const auto byteAt = [](auto position) { return static_cast<char>(position - weightTable.begin()); };
     return {byteAt(one), byteAt(other == weightTable.end() ? one : other)};
 }

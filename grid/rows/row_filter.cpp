@@ -72,7 +72,7 @@ public:
     }
 
     [[nodiscard]] bool passes(const db::DataSet& dataSet, int row) const {
-        if (!text_.isEmpty() && !text_.findIn(dataSet, row, field_)) {
+        if (!text_.isEmpty() && text_.findIn(dataSet, row, field_).isEmpty()) {
             return false;
         }
         if (rule_ == ColumnFilter::Values::Any) {

@@ -9,17 +9,16 @@
 namespace grid {
 
 TextMatcher::TextMatcher(const QString& text, QChar decimalPoint)
-    : text_(text),
+    : length_(text.size()),
       decimalPoint_(decimalPoint),
       mayBeInNumber_(std::ranges::all_of(
           text, [=](QChar each) { return each.isDigit() || each == decimalPoint || each == u'-'; })),
       needle_(base::win1251::encode(text).toStdString()) {}
 
-std::optional<qsizetype> TextMatcher::findIn(const db::DataSet& dataSet, int row,
-                                             const db::Field& field) const {
+TextRange TextMatcher::findIn(const db::DataSet& dataSet, int row, const db::Field& field) const {
     const db::RowStore& rows = dataSet.rows();
     if (rows.isNull(row, field.index()) || (field.isNumber() && !mayBeInNumber_)) {
-        return std::nullopt;
+        return {};
     }
     std::size_t found = std::string::npos;
     if (field.isNumber()) {
@@ -29,7 +28,11 @@ std::optional<qsizetype> TextMatcher::findIn(const db::DataSet& dataSet, int row
     } else {
         found = needle_.findIn(rows.string(row, field.index()));
     }
-    return found == std::string::npos ? std::nullopt : std::optional(static_cast<qsizetype>(found));
+    if (found == std::string::npos) {
+        return {};
+    }
+    const auto start = static_cast<qsizetype>(found);
+    return {start, start + length_};
 }
 
 } // namespace grid

@@ -4,14 +4,19 @@
 
 #include <QString>
 
-#include <optional>
-
 namespace db {
 class DataSet;
 class Field;
 } // namespace db
 
 namespace grid {
+
+/// A half-open range of a text's characters.
+struct TextRange {
+    qsizetype start = 0;
+    qsizetype end = 0;
+    [[nodiscard]] bool isEmpty() const { return start >= end; }
+};
 
 /// Finds a text in the values of a dataset as they are shown, without regard to case. Texts are searched in
 /// the bytes in which they are held, so that whole columns can be gone through.
@@ -20,14 +25,11 @@ public:
     TextMatcher(const QString& text, QChar decimalPoint);
 
     [[nodiscard]] bool isEmpty() const { return needle_.isEmpty(); }
-    /// Characters of the text that is searched for.
-    [[nodiscard]] qsizetype length() const { return text_.size(); }
-    /// Where the first occurrence begins in the shown value, from 0.
-    [[nodiscard]] std::optional<qsizetype> findIn(const db::DataSet& dataSet, int row,
-                                                  const db::Field& field) const;
+    /// The first occurrence in the shown value; an empty range when there is none.
+    [[nodiscard]] TextRange findIn(const db::DataSet& dataSet, int row, const db::Field& field) const;
 
 private:
-    QString text_;
+    qsizetype length_;
     QChar decimalPoint_;
     bool mayBeInNumber_;
     collation::Needle needle_;

@@ -45,7 +45,7 @@ void TreeModel::build() {
 
 void TreeModel::applySort() {
     const db::Field* const field = sortColumn_ ? column(*sortColumn_).field() : nullptr;
-    if (field == nullptr || !dataSet_.isOpen()) {
+    if (!field || !dataSet_.isOpen()) {
         return;
     }
     std::vector<std::int32_t> order(static_cast<std::size_t>(dataSet_.rowCount()));
@@ -61,13 +61,13 @@ void TreeModel::applySearch() {
     }
     std::vector<const db::Field*> searched;
     for (const Column* shown : columns_) {
-        if (shown->isVisible() && shown->field() != nullptr) {
+        if (shown->isVisible() && shown->field()) {
             searched.push_back(shown->field());
         }
     }
     structure_.showOnly([&](int node) {
-        return std::any_of(searched.begin(), searched.end(), [&](const db::Field* field) {
-            return search_->findIn(dataSet_, node, *field).has_value();
+        return std::ranges::any_of(searched, [&](const db::Field* field) {
+            return !search_->findIn(dataSet_, node, *field).isEmpty();
         });
     });
 }
@@ -99,7 +99,7 @@ int TreeModel::rowCount(const QModelIndex& parent) const {
     return parent.column() > 0 ? 0 : static_cast<int>(structure_.children(node(parent)).size());
 }
 
-int TreeModel::columnCount(const QModelIndex& /*parent*/) const {
+int TreeModel::columnCount(const QModelIndex&) const {
     return static_cast<int>(columns_.size());
 }
 
@@ -160,22 +160,18 @@ void TreeModel::setSearch(const QString& text) {
 
 QString TreeModel::text(int node, int column) const {
     const db::Field* const field = this->column(column).field();
-    return field == nullptr ? QString() : dataSet_.text(node, *field, decimalPoint_);
+    return field ? dataSet_.text(node, *field, decimalPoint_) : QString();
 }
 
-TreeModel::Range TreeModel::match(int node, int column) const {
+TextRange TreeModel::match(int node, int column) const {
     const db::Field* const field = this->column(column).field();
-    if (!search_ || field == nullptr) {
-        return {};
-    }
-    const std::optional<qsizetype> start = search_->findIn(dataSet_, node, *field);
-    return start ? Range{*start, *start + search_->length()} : Range{};
+    return search_ && field ? search_->findIn(dataSet_, node, *field) : TextRange();
 }
 
 int TreeModel::findStartingWith(const QString& text, int column, int from) const {
     const db::Field* const field = this->column(column).field();
     const int first = structure_.next(TreeStructure::root);
-    if (field == nullptr || first == TreeStructure::root) {
+    if (!field || first == TreeStructure::root) {
         return TreeStructure::root;
     }
     const collation::Needle needle(base::win1251::encode(text).toStdString());

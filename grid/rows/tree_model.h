@@ -58,12 +58,8 @@ public:
 
     /// A cell as it is shown.
     [[nodiscard]] QString text(int node, int column) const;
-    /// Half-open range of the characters of a cell that match the search; empty when none do.
-    struct Range {
-        qsizetype start = 0;
-        qsizetype end = 0;
-    };
-    [[nodiscard]] Range match(int node, int column) const;
+    /// The characters of a cell that match the search.
+    [[nodiscard]] TextRange match(int node, int column) const;
 
     /// The first shown node from `from` on (itself included), in the order of the fully open tree and round
     /// its end, whose text in `column` starts with `text`; TreeStructure::root when there is none.

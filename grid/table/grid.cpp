@@ -2,7 +2,7 @@
 
 #include "base/text.h"
 #include "grid/table/filter_bar.h"
-#include "grid/table/find_bar.h"
+#include "grid/table/table_find_bar.h"
 #include "grid/table/table_view.h"
 #include "ui/tight_layout.h"
 
@@ -14,7 +14,7 @@ namespace grid {
 Level::Level(const GridSpec& spec, db::DataSource& dataSource, QWidget* parent) : QWidget(parent) {
     setObjectName(base::toQString(spec.level));
     view_ = new TableView(spec, dataSource, this);
-    findBar_ = new FindBar(*view_, this);
+    findBar_ = new TableFindBar(*view_, this);
     setFocusProxy(view_);
     QVBoxLayout* const layout = ui::makeTightLayout<QVBoxLayout>(this);
     layout->addWidget(findBar_);
@@ -31,14 +31,14 @@ Grid::Grid(const GridSpec& spec, db::DataSource& dataSource, QWidget* parent) : 
     ui::makeTightLayout<QVBoxLayout>(this)->addWidget(level_);
     setFocusProxy(&level_->view());
 
-    const auto addShortcut = [this](QKeySequence::StandardKey key, void (FindBar::*action)()) {
+    const auto addShortcut = [this](QKeySequence::StandardKey key, void (TableFindBar::*action)()) {
         auto* const shortcut = new QShortcut(key, this);
         shortcut->setContext(Qt::WidgetWithChildrenShortcut);
         connect(shortcut, &QShortcut::activated, &level_->findBar(), action);
     };
-    addShortcut(QKeySequence::Find, &FindBar::open);
-    addShortcut(QKeySequence::FindNext, &FindBar::findNext);
-    addShortcut(QKeySequence::FindPrevious, &FindBar::findPrevious);
+    addShortcut(QKeySequence::Find, &TableFindBar::open);
+    addShortcut(QKeySequence::FindNext, &TableFindBar::findNext);
+    addShortcut(QKeySequence::FindPrevious, &TableFindBar::findPrevious);
 }
 
 } // namespace grid

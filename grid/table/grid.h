@@ -10,7 +10,7 @@ class DataSource;
 
 namespace grid {
 
-class FindBar;
+class TableFindBar;
 class TableView;
 
 /// The one page of a grid: the table view with the find bar above and the filter bar below.
@@ -23,11 +23,11 @@ public:
     /// The table itself.
     [[nodiscard]] TableView& view() const { return *view_; }
     /// The bar above it.
-    [[nodiscard]] FindBar& findBar() const { return *findBar_; }
+    [[nodiscard]] TableFindBar& findBar() const { return *findBar_; }
 
 private:
     TableView* view_;
-    FindBar* findBar_;
+    TableFindBar* findBar_;
 };
 
 /// The control that shows a dataset's rows. Has the focus through its view.

@@ -5,12 +5,9 @@
 #include "grid/table/table_footer.h"
 #include "grid/table/table_header.h"
 #include "grid/table/table_view.h"
-
-#include <QAccessibleWidget>
-#include <QPointer>
+#include "grid/view/row_accessibility.h"
 
 #include <algorithm>
-#include <unordered_map>
 
 namespace grid {
 namespace {
@@ -18,81 +15,47 @@ namespace {
 /// The row number under which the header's sections are kept.
 constexpr int headerRow = -1;
 
-/// Cells that are kept for assistive technology at a time.
-constexpr std::size_t cellLimit = 20'000;
+/// Cells that are told of at a time as selected.
+constexpr qsizetype selectedCellLimit = 20'000;
 
 /// A cell, or a section of the header.
-class AccessibleCell final : public QAccessibleInterface, public QAccessibleTableCellInterface {
+class AccessibleCell final : public AccessiblePart, public QAccessibleTableCellInterface {
 public:
-    AccessibleCell(TableView* view, int row, int column) : view_(view), row_(row), column_(column) {}
+    AccessibleCell(TableView& view, int row, int column) : AccessiblePart(view), row_(row), column_(column) {}
 
-    [[nodiscard]] bool isValid() const override { return view_ && row_ < view_->tableModel().rowCount(); }
-    [[nodiscard]] QObject* object() const override { return nullptr; }
+    [[nodiscard]] bool isValid() const override {
+        return view() && row_ < tableView().tableModel().rowCount();
+    }
     [[nodiscard]] QAccessible::Role role() const override {
         return row_ == headerRow ? QAccessible::ColumnHeader : QAccessible::Cell;
     }
-
     [[nodiscard]] QRect rect() const override {
-        if (!isValid()) {
-            return {};
+        if (row_ != headerRow || !isValid()) {
+            return AccessiblePart::rect();
         }
-        if (row_ == headerRow) {
-            const TableHeader& header = view_->header();
-            const QRect section(header.sectionViewportPosition(column_), 0, header.sectionSize(column_),
-                                header.height());
-            return section.translated(header.mapToGlobal(QPoint()));
-        }
-        const QRect cell = view_->visualRect(index());
-        return cell.isEmpty() ? QRect() : cell.translated(view_->viewport()->mapToGlobal(QPoint()));
+        const FittedHeader& header = tableView().header();
+        const QRect section(header.sectionViewportPosition(column_), 0, header.sectionSize(column_),
+                            header.height());
+        return section.translated(header.mapToGlobal(QPoint()));
     }
-
     [[nodiscard]] QString text(QAccessible::Text kind) const override {
         if (kind != QAccessible::Name || !isValid()) {
             return {};
         }
-        const TableModel& model = view_->tableModel();
+        const TableModel& model = tableView().tableModel();
         return row_ == headerRow ? model.column(column_).headerText() : model.text(row_, column_);
     }
-    void setText(QAccessible::Text, const QString&) override {}
-
-    [[nodiscard]] QAccessible::State state() const override {
-        QAccessible::State state;
-        if (!isValid()) {
-            state.invalid = true;
-            return state;
-        }
-        state.readOnly = true;
-        state.offscreen = !view_->isVisible() || rect().isEmpty();
-        if (row_ != headerRow) {
-            state.focusable = true;
-            state.selectable = true;
-            state.multiSelectable = true;
-            state.selected = isSelected();
-            state.focused = view_->hasFocus() && view_->currentIndex() == index();
-        }
-        return state;
-    }
-
-    [[nodiscard]] QAccessibleInterface* parent() const override {
-        return view_ ? QAccessible::queryAccessibleInterface(view_.data()) : nullptr;
-    }
-    [[nodiscard]] QAccessibleInterface* child(int) const override { return nullptr; }
-    [[nodiscard]] QAccessibleInterface* childAt(int, int) const override { return nullptr; }
-    [[nodiscard]] int childCount() const override { return 0; }
-    [[nodiscard]] int indexOfChild(const QAccessibleInterface*) const override { return -1; }
 
     void* interface_cast(QAccessible::InterfaceType type) override {
         return type == QAccessible::TableCellInterface && row_ != headerRow
                    ? static_cast<QAccessibleTableCellInterface*>(this)
                    : nullptr;
     }
-    [[nodiscard]] bool isSelected() const override {
-        return isValid() && view_->selectionModel()->isRowSelected(row_);
-    }
+    [[nodiscard]] bool isSelected() const override { return isValid() && tableView().isRowSelected(row_); }
     [[nodiscard]] QList<QAccessibleInterface*> columnHeaderCells() const override;
     [[nodiscard]] QList<QAccessibleInterface*> rowHeaderCells() const override { return {}; }
     [[nodiscard]] int columnIndex() const override {
-        const std::vector<int> columns = view_->header().visibleColumns();
+        const std::vector<int> columns = tableView().header().visibleColumns();
         return static_cast<int>(std::ranges::find(columns, column_) - columns.begin());
     }
     [[nodiscard]] int rowIndex() const override { return row_; }
@@ -100,24 +63,26 @@ public:
     [[nodiscard]] int rowExtent() const override { return 1; }
     [[nodiscard]] QAccessibleInterface* table() const override { return parent(); }
 
-private:
-    [[nodiscard]] QModelIndex index() const { return view_->tableModel().index(row_, column_); }
+protected:
+    [[nodiscard]] QModelIndex index() const override { return tableView().tableModel().index(row_, column_); }
+    [[nodiscard]] QRect area() const override { return tableView().visualRect(index()); }
 
-    QPointer<TableView> view_;
+private:
+    [[nodiscard]] TableView& tableView() const { return static_cast<TableView&>(*view()); }
+
     int row_;
     int column_; ///< index of the model's column
 };
 
 /// The children are the header's sections, then the cells row by row, then the footer. Columns count as they
 /// stand on screen.
-class AccessibleTable final : public QAccessibleWidget, public QAccessibleTableInterface {
+class AccessibleTable final : public AccessibleRowView, public QAccessibleTableInterface {
 public:
-    explicit AccessibleTable(TableView* view) : QAccessibleWidget(view, QAccessible::Table), view_(view) {}
-    ~AccessibleTable() override { forgetCells(); }
+    explicit AccessibleTable(TableView* view) : AccessibleRowView(view, QAccessible::Table), view_(view) {}
 
     /// None while the view is being made, when assistive technology may ask already.
     [[nodiscard]] int childCount() const override {
-        return view_->model() == nullptr ? 0 : (rowCount() + 1) * columnCount() + 1;
+        return view_->model() ? (rowCount() + 1) * columnCount() + 1 : 0;
     }
 
     [[nodiscard]] QAccessibleInterface* child(int index) const override {
@@ -182,21 +147,16 @@ public:
         return count;
     }
     [[nodiscard]] QList<int> selectedRows() const override {
-        QList<int> rows;
-        for (const QItemSelectionRange& range : view_->selectionModel()->selection()) {
-            for (int row = range.top(); row <= range.bottom(); ++row) {
-                rows.append(row);
-            }
-        }
-        return rows;
+        const std::vector<int> rows = view_->selectedRows();
+        return {rows.begin(), rows.end()};
     }
     [[nodiscard]] int selectedCellCount() const override { return selectedRowCount() * columnCount(); }
     [[nodiscard]] QList<QAccessibleInterface*> selectedCells() const override {
         QList<QAccessibleInterface*> cells;
-        for (const int row : selectedRows()) {
+        for (const int row : view_->selectedRows()) {
             for (const int column : visibleColumns()) {
-                if (static_cast<std::size_t>(cells.size()) == cellLimit) {
-                    return cells; // those handed out must stay valid
+                if (cells.size() == selectedCellLimit) {
+                    return cells;
                 }
                 cells.append(cell(row, column));
             }
@@ -204,7 +164,7 @@ public:
         return cells;
     }
     [[nodiscard]] bool isRowSelected(int row) const override {
-        return view_->selectionModel()->isRowSelected(row);
+        return row >= 0 && row < rowCount() && view_->isRowSelected(row);
     }
     bool selectRow(int row) override { return select(row, QItemSelectionModel::Select); }
     bool unselectRow(int row) override { return select(row, QItemSelectionModel::Deselect); }
@@ -216,19 +176,11 @@ public:
     bool selectColumn(int) override { return false; }
     bool unselectColumn(int) override { return false; }
 
-    void modelChange(QAccessibleTableModelChangeEvent*) override { forgetCells(); }
+    void modelChange(QAccessibleTableModelChangeEvent*) override {}
 
     [[nodiscard]] QAccessibleInterface* cell(int row, int column) const {
         const std::int64_t key = std::int64_t{row} * view_->tableModel().columnCount() + column;
-        if (const auto known = cells_.find(key); known != cells_.end()) {
-            return QAccessible::accessibleInterface(known->second);
-        }
-        if (cells_.size() >= 2 * cellLimit) {
-            forgetCells();
-        }
-        auto* const created = new AccessibleCell(view_, row, column);
-        cells_.emplace(key, QAccessible::registerAccessibleInterface(created));
-        return created;
+        return part(key, [=, this] { return new AccessibleCell(*view_, row, column); });
     }
 
 private:
@@ -242,15 +194,7 @@ private:
         return index.isValid();
     }
 
-    void forgetCells() const {
-        for (const auto& [key, id] : cells_) {
-            QAccessible::deleteAccessibleInterface(id);
-        }
-        cells_.clear();
-    }
-
     QPointer<TableView> view_;
-    mutable std::unordered_map<std::int64_t, QAccessible::Id> cells_; // those that have been asked for
 };
 
 QList<QAccessibleInterface*> AccessibleCell::columnHeaderCells() const {
@@ -259,7 +203,7 @@ QList<QAccessibleInterface*> AccessibleCell::columnHeaderCells() const {
                  : QList<QAccessibleInterface*>();
 }
 
-QAccessibleInterface* makeInterface(const QString& /*className*/, QObject* object) {
+QAccessibleInterface* makeInterface(const QString&, QObject* object) {
     auto* const view = qobject_cast<TableView*>(object);
     return view ? new AccessibleTable(view) : nullptr;
 }
@@ -268,17 +212,6 @@ QAccessibleInterface* makeInterface(const QString& /*className*/, QObject* objec
 
 void installTableAccessibility() {
     QAccessible::installFactory(makeInterface);
-}
-
-void reportFocusedCell(TableView& view) {
-    if (!QAccessible::isActive() || !view.hasFocus()) {
-        return;
-    }
-    QAccessibleInterface* const table = QAccessible::queryAccessibleInterface(&view);
-    if (QAccessibleInterface* const cell = table ? table->focusChild() : nullptr) {
-        QAccessibleEvent event(cell, QAccessible::Focus);
-        QAccessible::updateAccessibility(&event);
-    }
 }
 
 } // namespace grid

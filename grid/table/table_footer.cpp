@@ -29,7 +29,7 @@ QString TableFooter::text() const {
 
 QSize TableFooter::sizeHint() const {
     constexpr int frame = 2;
-    return {0, fontMetrics().height() + 2 * (cellText::verticalPadding + frame)};
+    return {0, fontMetrics().height() + 2 * (cellTextPaddingY + frame)};
 }
 
 void TableFooter::paintEvent(QPaintEvent*) {
@@ -44,7 +44,7 @@ void TableFooter::paintEvent(QPaintEvent*) {
     const QRect cell = section.adjusted(1, 2, -2, -2);
     painter.drawRect(cell);
     painter.setPen(palette().color(QPalette::Active, QPalette::ButtonText));
-    cellText::draw(painter, cell, text(), model_.column(column_).alignment());
+    drawCellText(painter, cell, text(), model_.column(column_).alignment());
 }
 
 } // namespace grid

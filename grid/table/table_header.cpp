@@ -77,7 +77,7 @@ QRect TableHeader::textRect(int column, const QRect& section) const {
     // more lines than there are.
     const QRect narrower = beside.adjusted(0, 0, -filterButtonSize - marksMargin, 0);
     const bool fits =
-        cellText::height(model_.column(column).headerText(), narrower.width(), font()) <= section.height();
+        cellTextHeight(model_.column(column).headerText(), narrower.width(), font()) <= section.height();
     return fits ? narrower : beside;
 }
 

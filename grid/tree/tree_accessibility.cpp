@@ -4,39 +4,27 @@
 #include "grid/rows/tree_model.h"
 #include "grid/tree/tree_header.h"
 #include "grid/tree/tree_view.h"
+#include "grid/view/row_accessibility.h"
 
-#include <QAccessibleWidget>
-#include <QPointer>
-
-#include <unordered_map>
+#include <algorithm>
 
 namespace grid {
 
 namespace {
 
-QAccessibleInterface* interfaceOf(TreeView* view) {
-    return QAccessible::queryAccessibleInterface(view);
-}
-
 /// A node; valid as long as it has a row.
-class AccessibleNode final : public QAccessibleInterface, public QAccessibleActionInterface {
+class AccessibleNode final : public AccessiblePart, public QAccessibleActionInterface {
 public:
-    AccessibleNode(TreeView* view, int node) : view_(view), node_(node) {}
+    AccessibleNode(TreeView& view, int node) : AccessiblePart(view), node_(node) {}
 
-    [[nodiscard]] bool isValid() const override { return view_ != nullptr && row() >= 0; }
-    [[nodiscard]] QObject* object() const override { return nullptr; }
+    [[nodiscard]] bool isValid() const override { return view() && row() >= 0; }
     [[nodiscard]] QAccessible::Role role() const override { return QAccessible::TreeItem; }
-    [[nodiscard]] QRect rect() const override {
-        const QRect area = isValid() ? view_->rowRect(row()) : QRect();
-        return area.isEmpty() ? QRect() : area.translated(view_->viewport()->mapToGlobal(QPoint()));
-    }
-
     [[nodiscard]] QString text(QAccessible::Text kind) const override {
         if (!isValid()) {
             return {};
         }
-        const std::vector<int> columns = view_->header().visibleColumns();
-        const TreeModel& model = view_->treeModel();
+        const std::vector<int> columns = tree().header().visibleColumns();
+        const TreeModel& model = tree().treeModel();
         if (kind == QAccessible::Name) {
             return model.text(node_, columns.front());
         }
@@ -47,36 +35,16 @@ public:
         }
         return others.join(QStringLiteral("; "));
     }
-    void setText(QAccessible::Text /*kind*/, const QString& /*text*/) override {}
 
     [[nodiscard]] QAccessible::State state() const override {
-        QAccessible::State state;
-        if (!isValid()) {
-            state.invalid = true;
-            return state;
+        QAccessible::State state = AccessiblePart::state();
+        if (isValid() && tree().rows().hasChildren(node_)) {
+            state.expandable = true;
+            state.expanded = tree().rows().isExpanded(node_);
+            state.collapsed = !state.expanded;
         }
-        const bool hasChildren = view_->rows().hasChildren(node_);
-        state.focusable = true;
-        state.selectable = true;
-        state.multiSelectable = true;
-        state.extSelectable = true;
-        state.readOnly = true;
-        state.selected = view_->isRowSelected(row());
-        state.focused = view_->hasFocus() && view_->currentRow() == row();
-        state.expandable = hasChildren;
-        state.expanded = hasChildren && view_->rows().isExpanded(node_);
-        state.collapsed = hasChildren && !view_->rows().isExpanded(node_);
-        state.offscreen = view_->rowRect(row()).isEmpty();
         return state;
     }
-
-    [[nodiscard]] QAccessibleInterface* parent() const override {
-        return view_ == nullptr ? nullptr : interfaceOf(view_);
-    }
-    [[nodiscard]] QAccessibleInterface* child(int /*index*/) const override { return nullptr; }
-    [[nodiscard]] QAccessibleInterface* childAt(int /*x*/, int /*y*/) const override { return nullptr; }
-    [[nodiscard]] int childCount() const override { return 0; }
-    [[nodiscard]] int indexOfChild(const QAccessibleInterface* /*child*/) const override { return -1; }
 
     void* interface_cast(QAccessible::InterfaceType type) override {
         return type == QAccessible::ActionInterface ? static_cast<QAccessibleActionInterface*>(this)
@@ -84,7 +52,7 @@ public:
     }
     [[nodiscard]] QStringList actionNames() const override {
         QStringList names{setFocusAction()};
-        if (isValid() && view_->rows().hasChildren(node_)) {
+        if (isValid() && tree().rows().hasChildren(node_)) {
             names.append(toggleAction());
         }
         return names;
@@ -94,51 +62,44 @@ public:
             return;
         }
         if (name == setFocusAction()) {
-            view_->setCurrentIndex(
-                view_->treeModel().indexOf(node_, view_->header().visibleColumns().front()));
+            tree().setCurrentIndex(
+                tree().treeModel().indexOf(node_, tree().header().visibleColumns().front()));
         } else if (name == toggleAction()) {
-            view_->setExpanded(node_, !view_->rows().isExpanded(node_));
+            tree().setExpanded(node_, !tree().rows().isExpanded(node_));
         }
     }
-    [[nodiscard]] QStringList keyBindingsForAction(const QString& /*name*/) const override { return {}; }
+    [[nodiscard]] QStringList keyBindingsForAction(const QString&) const override { return {}; }
 
-    [[nodiscard]] int row() const { return view_->rows().rowOf(node_); }
+    [[nodiscard]] int row() const { return tree().rows().rowOf(node_); }
+
+protected:
+    [[nodiscard]] QModelIndex index() const override {
+        return tree().treeModel().indexOf(node_, std::max(0, tree().currentIndex().column()));
+    }
+    [[nodiscard]] QRect area() const override { return tree().rowRect(row()); }
 
 private:
-    QPointer<TreeView> view_;
+    [[nodiscard]] TreeView& tree() const { return static_cast<TreeView&>(*view()); }
+
     int node_;
 };
 
-class AccessibleTree final : public QAccessibleWidget {
+class AccessibleTree final : public AccessibleRowView {
 public:
-    explicit AccessibleTree(TreeView* view) : QAccessibleWidget(view, QAccessible::Tree), view_(view) {
-        // The numbers of nodes stand for other rows afterwards.
-        modelReset_ = QObject::connect(&view->treeModel(), &QAbstractItemModel::modelReset, view,
-                                       [this] { forgetNodes(); });
-    }
-    ~AccessibleTree() override {
-        QObject::disconnect(modelReset_);
-        forgetNodes();
-    }
+    explicit AccessibleTree(TreeView* view) : AccessibleRowView(view, QAccessible::Tree), view_(view) {}
 
-    [[nodiscard]] int childCount() const override { return view_ == nullptr ? 0 : view_->rows().count(); }
+    [[nodiscard]] int childCount() const override { return view_ ? view_->rows().count() : 0; }
 
     [[nodiscard]] QAccessibleInterface* child(int index) const override {
         if (index < 0 || index >= childCount()) {
             return nullptr;
         }
         const int node = view_->rows().at(index).node;
-        const auto known = nodes_.find(node);
-        if (known != nodes_.end()) {
-            return QAccessible::accessibleInterface(known->second);
-        }
-        auto* const created = new AccessibleNode(view_, node);
-        nodes_.emplace(node, QAccessible::registerAccessibleInterface(created));
-        return created;
+        return part(node, [=, this] { return new AccessibleNode(*view_, node); });
     }
 
     [[nodiscard]] QAccessibleInterface* childAt(int x, int y) const override {
-        if (view_ == nullptr) {
+        if (!view_) {
             return nullptr;
         }
         const QModelIndex index = view_->indexAt(view_->viewport()->mapFromGlobal(QPoint(x, y)));
@@ -146,30 +107,21 @@ public:
     }
 
     [[nodiscard]] QAccessibleInterface* focusChild() const override {
-        return view_ == nullptr ? nullptr : child(view_->currentRow());
+        return view_ ? child(view_->currentRow()) : nullptr;
     }
 
     [[nodiscard]] int indexOfChild(const QAccessibleInterface* sought) const override {
         const auto* const node = dynamic_cast<const AccessibleNode*>(sought);
-        return node != nullptr && node->isValid() ? node->row() : -1;
+        return node && node->isValid() ? node->row() : -1;
     }
 
 private:
-    void forgetNodes() {
-        for (const auto& [node, id] : nodes_) {
-            QAccessible::deleteAccessibleInterface(id);
-        }
-        nodes_.clear();
-    }
-
     QPointer<TreeView> view_;
-    QMetaObject::Connection modelReset_;
-    mutable std::unordered_map<int, QAccessible::Id> nodes_; // those that have been asked for
 };
 
-QAccessibleInterface* makeInterface(const QString& /*className*/, QObject* object) {
+QAccessibleInterface* makeInterface(const QString&, QObject* object) {
     auto* const view = qobject_cast<TreeView*>(object);
-    return view == nullptr ? nullptr : new AccessibleTree(view);
+    return view ? new AccessibleTree(view) : nullptr;
 }
 
 } // namespace

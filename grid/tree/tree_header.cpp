@@ -23,8 +23,6 @@ int TreeHeader::marksWidth(int column) const {
 void TreeHeader::toggleSort(int column) {
     const bool descend = model_.sortColumn() == column && !model_.isDescending();
     model_.sort(column, descend ? Qt::DescendingOrder : Qt::AscendingOrder);
-    // The mark takes room from the text, which may need another line.
-    emit layoutChanged();
     viewport()->update();
 }
 

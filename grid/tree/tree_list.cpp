@@ -4,7 +4,7 @@
 #include "db/data_source.h"
 #include "grid/rows/column.h"
 #include "grid/rows/tree_model.h"
-#include "grid/tree/find_panel.h"
+#include "grid/tree/tree_find_panel.h"
 #include "grid/tree/tree_view.h"
 
 #include <QShortcut>
@@ -27,7 +27,7 @@ std::vector<Column*> makeColumns(std::span<const ColumnSpec> specs, const db::Da
 } // namespace
 
 TreeList::TreeList(const TreeListSpec& spec, db::DataSource& dataSource, QWidget* parent)
-    : QFrame(parent), findPanel_(new FindPanel(base::toQString(spec.findPrompt), this)) {
+    : QFrame(parent), findPanel_(new TreeFindPanel(base::toQString(spec.findPrompt), this)) {
     setObjectName(base::toQString(spec.name));
     auto* const model =
         new TreeModel(dataSource.dataSet(), makeColumns(spec.columns, dataSource.dataSet(), this),
@@ -41,11 +41,11 @@ TreeList::TreeList(const TreeListSpec& spec, db::DataSource& dataSource, QWidget
     layout->addWidget(view_);
     setFocusProxy(view_);
 
-    connect(findPanel_, &FindPanel::textChanged, view_, &TreeView::setSearch);
-    connect(findPanel_, &FindPanel::left, this, &TreeList::goToFound);
+    connect(findPanel_, &TreeFindPanel::textChanged, view_, &TreeView::setSearch);
+    connect(findPanel_, &TreeFindPanel::left, this, &TreeList::goToFound);
     auto* const find = new QShortcut(QKeySequence::Find, this);
     find->setContext(Qt::WidgetWithChildrenShortcut);
-    connect(find, &QShortcut::activated, findPanel_, &FindPanel::open);
+    connect(find, &QShortcut::activated, findPanel_, &TreeFindPanel::open);
 }
 
 void TreeList::goToFound() {

@@ -12,7 +12,7 @@ class DataSource;
 
 namespace grid {
 
-class FindPanel;
+class TreeFindPanel;
 class TreeView;
 
 /// The table of a tree list.
@@ -36,12 +36,12 @@ public:
     /// The tree itself.
     [[nodiscard]] TreeView& view() const { return *view_; }
     /// The panel above it.
-    [[nodiscard]] FindPanel& findPanel() const { return *findPanel_; }
+    [[nodiscard]] TreeFindPanel& findPanel() const { return *findPanel_; }
 
 private:
     void goToFound();
 
-    FindPanel* findPanel_;
+    TreeFindPanel* findPanel_;
     TreeView* view_;
 };
 

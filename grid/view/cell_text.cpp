@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-namespace grid::cellText {
+namespace grid {
 namespace {
 
 constexpr QRgb markColor = qRgb(255, 224, 102);
@@ -73,7 +73,7 @@ int breakLines(QTextLayout& layout, int width) {
 }
 
 int innerWidth(int cellWidth) {
-    return std::max(1, cellWidth - 2 * horizontalPadding);
+    return std::max(1, cellWidth - 2 * cellTextPaddingX);
 }
 
 qreal aligned(qreal left, qreal width, qreal textWidth, Qt::Alignment horizontal) {
@@ -83,14 +83,14 @@ qreal aligned(qreal left, qreal width, qreal textWidth, Qt::Alignment horizontal
     return horizontal & Qt::AlignHCenter ? left + std::max(0.0, (width - textWidth) / 2) : left;
 }
 
-QList<QTextLayout::FormatRange> markFormats(qsizetype start, qsizetype end, qsizetype length) {
-    end = std::min(end, length);
-    if (start >= end) {
+QList<QTextLayout::FormatRange> markFormats(TextRange mark, qsizetype length) {
+    mark.end = std::min(mark.end, length);
+    if (mark.isEmpty()) {
         return {};
     }
     QTextLayout::FormatRange range;
-    range.start = static_cast<int>(start);
-    range.length = static_cast<int>(end - start);
+    range.start = static_cast<int>(mark.start);
+    range.length = static_cast<int>(mark.end - mark.start);
     range.format.setBackground(QColor(markColor));
     range.format.setForeground(Qt::black);
     return {range};
@@ -98,7 +98,7 @@ QList<QTextLayout::FormatRange> markFormats(qsizetype start, qsizetype end, qsiz
 
 } // namespace
 
-int height(const QString& text, int width, const QFont& font) {
+int cellTextHeight(const QString& text, int width, const QFont& font) {
     const QFontMetrics metrics(font);
     const QString shown = printable(text);
     int lines = 1;
@@ -106,10 +106,10 @@ int height(const QString& text, int width, const QFont& font) {
         QTextLayout layout(shown, font);
         lines = std::max(1, breakLines(layout, innerWidth(width)));
     }
-    return lines * metrics.height() + 2 * verticalPadding;
+    return lines * metrics.height() + 2 * cellTextPaddingY;
 }
 
-bool isCut(const QString& text, int width, const QFont& font) {
+bool isCellTextCut(const QString& text, int width, const QFont& font) {
     QTextLayout layout(printable(text), font);
     const int lines = breakLines(layout, innerWidth(width));
     for (int i = 0; i < lines; ++i) {
@@ -120,14 +120,14 @@ bool isCut(const QString& text, int width, const QFont& font) {
     return false;
 }
 
-void draw(QPainter& painter, const QRect& cell, const QString& text, Qt::Alignment horizontal,
-          qsizetype markStart, qsizetype markEnd) {
+void drawCellText(QPainter& painter, const QRect& cell, const QString& text, Qt::Alignment horizontal,
+                  TextRange mark) {
     const QFontMetrics metrics(painter.font());
     const QString shown = printable(text);
     const int width = innerWidth(cell.width());
-    const int left = cell.left() + horizontalPadding;
-    int top = cell.top() + verticalPadding;
-    if (markStart >= markEnd && fitsOneLine(shown, width, metrics)) {
+    const int left = cell.left() + cellTextPaddingX;
+    int top = cell.top() + cellTextPaddingY;
+    if (mark.isEmpty() && fitsOneLine(shown, width, metrics)) {
         const qreal x = horizontal & (Qt::AlignRight | Qt::AlignHCenter)
                             ? aligned(left, width, metrics.horizontalAdvance(shown), horizontal)
                             : left;
@@ -136,7 +136,7 @@ void draw(QPainter& painter, const QRect& cell, const QString& text, Qt::Alignme
     }
 
     QTextLayout layout(shown, painter.font());
-    layout.setFormats(markFormats(markStart, markEnd, shown.size()));
+    layout.setFormats(markFormats(mark, shown.size()));
     const int lines = breakLines(layout, width);
     for (int i = 0; i < lines; ++i, top += metrics.height()) {
         const QTextLine line = layout.lineAt(i);
@@ -149,10 +149,10 @@ void draw(QPainter& painter, const QRect& cell, const QString& text, Qt::Alignme
         const QString cut = metrics.elidedText(shown.mid(start, line.textLength()), Qt::ElideRight, width);
         QTextLayout cutLayout(cut, painter.font());
         cutLayout.setFormats(
-            markFormats(std::max<qsizetype>(0, markStart - start), markEnd - start, cut.size()));
+            markFormats({std::max<qsizetype>(0, mark.start - start), mark.end - start}, cut.size()));
         breakLines(cutLayout, 2 * width);
         cutLayout.draw(&painter, QPointF(left, top));
     }
 }
 
-} // namespace grid::cellText
+} // namespace grid

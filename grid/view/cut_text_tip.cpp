@@ -9,7 +9,7 @@
 namespace grid {
 
 void showCutTextTip(const QHelpEvent& event, QWidget& viewport, const QRect& cell, const QString& text) {
-    if (cellText::isCut(text, cell.width(), viewport.font())) {
+    if (isCellTextCut(text, cell.width(), viewport.font())) {
         // Rich text, as only that wraps in a tool tip; escaped, as the data is no markup.
         QString lines = text.toHtmlEscaped();
         lines.replace(u'\n', QStringLiteral("<br>"));

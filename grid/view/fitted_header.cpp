@@ -94,13 +94,13 @@ int FittedHeader::fittedHeight() const {
     int height = 0;
     for (const int index : visibleColumns()) {
         const int width = std::max(1, sectionSize(index) - marksWidth(index));
-        height = std::max(height, cellText::height(column(index).headerText(), width, font()));
+        height = std::max(height, cellTextHeight(column(index).headerText(), width, font()));
     }
-    return height + 2 * cellText::verticalPadding;
+    return height + 2 * cellTextPaddingY;
 }
 
 QRect FittedHeader::besideMarks(int index, const QRect& section) const {
-    return section.adjusted(0, cellText::verticalPadding, -marksWidth(index), 0);
+    return section.adjusted(0, cellTextPaddingY, -marksWidth(index), 0);
 }
 
 void FittedHeader::drawSection(QPainter& painter, const QRect& section, int index, const QRect& textArea,
@@ -114,7 +114,7 @@ void FittedHeader::drawSection(QPainter& painter, const QRect& section, int inde
     painter.drawLine(section.bottomLeft(), section.bottomRight());
     painter.drawLine(section.topRight(), section.bottomRight());
     painter.setPen(palette().color(QPalette::Active, QPalette::ButtonText));
-    cellText::draw(painter, textArea, column(index).headerText(), column(index).headerAlignment());
+    drawCellText(painter, textArea, column(index).headerText(), column(index).headerAlignment());
 }
 
 void FittedHeader::drawSortMark(QPainter& painter, const QPointF& center, bool descending) const {

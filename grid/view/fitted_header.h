@@ -14,6 +14,8 @@ class FittedHeader : public QHeaderView {
     Q_OBJECT
 
 public:
+    /// The column of a section, by its index in the model.
+    [[nodiscard]] const Column& column(int index) const { return *columns_[static_cast<std::size_t>(index)]; }
     /// Visible columns (indices of the model) from left to right.
     [[nodiscard]] std::vector<int> visibleColumns() const;
 
@@ -30,7 +32,6 @@ protected:
     /// `columns` are those of `model`, in its order.
     FittedHeader(QAbstractItemModel& model, std::vector<Column*> columns, QWidget* parent);
 
-    [[nodiscard]] const Column& column(int index) const { return *columns_[static_cast<std::size_t>(index)]; }
     /// Pixels at the right of a section that marks take from its text.
     [[nodiscard]] virtual int marksWidth(int column) const = 0;
     /// The part of `section` that marks leave to the text.

@@ -13,14 +13,14 @@ constexpr std::size_t heightLimit = 2048;
 void RowLayout::reset(int rowCount) {
     rowCount_ = rowCount;
     heights_.clear();
-    shownRowsValid_ = false;
     setTop(top_);
 }
 
 void RowLayout::setViewportHeight(int height) {
-    viewportHeight_ = height;
-    shownRowsValid_ = false;
-    setTop(top_);
+    if (height != viewportHeight_) {
+        viewportHeight_ = height;
+        setTop(top_);
+    }
 }
 
 int RowLayout::rowHeight(int row) const {
@@ -37,8 +37,8 @@ const std::vector<ShownRow>& RowLayout::shownRows() const {
     if (!shownRowsValid_) {
         shownRowsValid_ = true;
         shownRows_.clear();
-        int y = -top_.offset;
-        for (int row = top_.row; row < rowCount_ && y < viewportHeight_; ++row) {
+        int y = -top().offset;
+        for (int row = top().row; row < rowCount_ && y < viewportHeight_; ++row) {
             shownRows_.push_back({row, y, rowHeight(row)});
             y += shownRows_.back().height;
         }
@@ -63,14 +63,20 @@ int RowLayout::rowAt(int y) const {
     return -1;
 }
 
-void RowLayout::setTop(ScrollPosition position) {
-    position = std::clamp(position, ScrollPosition(), lastPosition());
-    const int hidable = rowCount_ > 0 ? std::max(0, rowHeight(position.row) - viewportHeight_) : 0;
-    position.offset = std::min(position.offset, hidable);
-    if (position != top_) {
-        top_ = position;
-        shownRowsValid_ = false;
+ScrollPosition RowLayout::top() const {
+    if (!topWithinRows_) {
+        topWithinRows_ = true;
+        top_ = std::clamp(top_, ScrollPosition(), lastPosition());
+        const int hidable = rowCount_ > 0 ? std::max(0, rowHeight(top_.row) - viewportHeight_) : 0;
+        top_.offset = std::min(top_.offset, hidable);
     }
+    return top_;
+}
+
+void RowLayout::setTop(ScrollPosition position) {
+    top_ = position;
+    topWithinRows_ = false;
+    shownRowsValid_ = false;
 }
 
 ScrollPosition RowLayout::lastPosition() const {
@@ -89,15 +95,15 @@ ScrollPosition RowLayout::positionEndingWith(int row) const {
 }
 
 ScrollPosition RowLayout::positionShowing(int row) const {
-    if (row < top_.row || (row == top_.row && rowHeight(row) <= viewportHeight_)) {
+    if (row < top().row || (row == top().row && rowHeight(row) <= viewportHeight_)) {
         return {row, 0};
     }
-    if (row == top_.row) {
-        return top_;
+    if (row == top().row) {
+        return top();
     }
     const ShownRow* const onScreen = shown(row);
     if (onScreen && onScreen->y + onScreen->height <= viewportHeight_) {
-        return top_;
+        return top();
     }
     return rowHeight(row) > viewportHeight_ ? ScrollPosition{row, 0} : positionEndingWith(row);
 }
@@ -129,7 +135,8 @@ ScrollPosition RowLayout::moved(ScrollPosition from, int rows) const {
 }
 
 int RowLayout::scrollValue() const {
-    return top_.row + (top_.offset > 0 && top_ == lastPosition() ? 1 : 0);
+    const ScrollPosition position = top();
+    return position.row + (position.offset > 0 && position == lastPosition() ? 1 : 0);
 }
 
 int RowLayout::scrollMaximum() const {

@@ -23,8 +23,8 @@ struct ShownRow {
     int height;
 };
 
-/// Where rows of different heights stand in a viewport. Rows are measured when they are needed and laid out
-/// downwards from the top row, so that the number of rows costs nothing. All lengths are pixels.
+/// Where rows of different heights stand in a viewport. Rows are measured when somebody asks for a place, and
+/// laid out downwards from the top row, so that the number of rows costs nothing. All lengths are pixels.
 class RowLayout final {
 public:
     /// `measure` returns the height of a row, above 0.
@@ -45,7 +45,7 @@ public:
     [[nodiscard]] int rowAt(int y) const;
 
     /// The position scrolled to.
-    [[nodiscard]] ScrollPosition top() const { return top_; }
+    [[nodiscard]] ScrollPosition top() const;
     /// Scrolls, though not beyond the last position.
     void setTop(ScrollPosition position);
 
@@ -77,7 +77,8 @@ private:
     std::function<int(int row)> measure_;
     int rowCount_ = 0;
     int viewportHeight_ = 0;
-    ScrollPosition top_;
+    mutable ScrollPosition top_;
+    mutable bool topWithinRows_ = false;
     mutable std::unordered_map<int, int> heights_;
     mutable std::vector<ShownRow> shownRows_;
     mutable bool shownRowsValid_ = false;

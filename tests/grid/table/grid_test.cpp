@@ -6,8 +6,8 @@
 #include "db/transaction.h"
 #include "grid/rows/column.h"
 #include "grid/rows/table_model.h"
-#include "grid/table/find_bar.h"
 #include "grid/table/grid.h"
+#include "grid/table/table_find_bar.h"
 #include "grid/table/table_header.h"
 #include "grid/table/table_view.h"
 #include "support/firebird_server.h"
@@ -545,4 +545,110 @@ TEST_F(GridTest, IsReadableByAssistiveTechnology) {
     model().setFilter(name, {"щеб", {}, {}});
     EXPECT_EQ(cells->rowCount(), 1);
     EXPECT_EQ(cells->cellAt(0, 2)->text(QAccessible::Name), "Щебень");
+}
+
+TEST(RowLayout, MeasuresNothingUntilSomebodyAsks) {
+    int measured = 0;
+    RowLayout layout([&](int) {
+        ++measured;
+        return 20;
+    });
+    layout.setViewportHeight(300);
+    layout.reset(1000);
+    layout.setTop({995, 0});
+    EXPECT_EQ(measured, 0);
+    EXPECT_EQ(layout.top(), (ScrollPosition{985, 0})) << "no room is left below the last row";
+}
+
+TEST_F(GridTest, SelectsByKeysFromTheAnchorOn) {
+    open(fewRows);
+    const auto press = [&](Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QTest::keyClick(&view(), key, modifiers);
+        return view().selectedRows();
+    };
+    using Rows = std::vector<int>;
+    EXPECT_EQ(press(Qt::Key_Down, Qt::ControlModifier), Rows({0})) << "only the focus moves";
+    EXPECT_EQ(view().currentRow(), 1);
+    EXPECT_EQ(press(Qt::Key_Space), Rows({0, 1}));
+    EXPECT_EQ(press(Qt::Key_Space, Qt::ControlModifier), Rows({0}));
+    EXPECT_EQ(press(Qt::Key_Down, Qt::ControlModifier | Qt::ShiftModifier), Rows({1, 2}));
+    EXPECT_EQ(press(Qt::Key_End, Qt::ShiftModifier), Rows({1, 2, 3, 4}));
+    EXPECT_EQ(press(Qt::Key_Home, Qt::ControlModifier | Qt::ShiftModifier), Rows({0, 1}));
+    EXPECT_EQ(press(Qt::Key_Down), Rows({1}));
+}
+
+TEST_F(GridTest, DragsASelectionBesideTheRowsAndBeyondThem) {
+    open(manyRows);
+    QWidget& viewport = *view().viewport();
+    clickRow(1);
+    QTest::mousePress(&viewport, Qt::LeftButton, {}, view().rowRect(1).center());
+    const auto dragTo = [&](const QPoint& place) {
+        QCursor::setPos(viewport.mapToGlobal(place));
+        QMouseEvent move(QEvent::MouseMove, place, viewport.mapToGlobal(place), Qt::NoButton, Qt::LeftButton,
+                         Qt::NoModifier);
+        QApplication::sendEvent(&viewport, &move);
+    };
+    dragTo({-40, view().rowRect(3).center().y()});
+    EXPECT_EQ(view().selectedRows(), std::vector<int>({1, 2, 3}));
+    dragTo({viewport.width() + 40, view().rowRect(2).center().y()});
+    EXPECT_EQ(view().selectedRows(), std::vector<int>({1, 2}));
+
+    dragTo({20, viewport.height() + 5});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return view().verticalScrollBar()->value() > 3; }));
+    dragTo({20, -5});
+    EXPECT_TRUE(QTest::qWaitFor([&] { return view().currentRow() == 0; }));
+    QTest::mouseRelease(&viewport, Qt::LeftButton);
+    EXPECT_EQ(view().selectedRows(), std::vector<int>({0, 1}));
+}
+
+TEST_F(GridTest, LaysNothingOutWhileItIsHidden) {
+    open(fewRows);
+    const auto reopenHidden = [&](const QString& sql) {
+        grid().hide();
+        dataSet.close();
+        dataSet.setSql({sql});
+        dataSet.open();
+        QApplication::processEvents();
+    };
+    reopenHidden(manyRows);
+    EXPECT_EQ(view().verticalScrollBar()->maximum(), 0) << "still that of the few rows";
+    EXPECT_EQ(view().footerCount(), 4000);
+    EXPECT_EQ(view().currentRow(), 0);
+    grid().show();
+    EXPECT_GT(view().verticalScrollBar()->maximum(), 3900);
+    EXPECT_EQ(view().rowRect(0).top(), 0);
+
+    reopenHidden(manyRows);
+    dataSet.moveTo(2000);
+    grid().show();
+    EXPECT_FALSE(view().rowRect(2000).isEmpty());
+    grid().hide();
+    view().scrollTo(model().index(500, name), QAbstractItemView::PositionAtTop);
+    grid().show();
+    EXPECT_EQ(view().rowRect(500).top(), 0);
+    grid().hide();
+    view().goToFirstRow();
+    grid().resize(400, 250);
+    grid().show();
+    EXPECT_EQ(view().rowRect(0).top(), 0);
+    EXPECT_EQ(view().header().length(), view().viewport()->width());
+    reopenHidden(fewRows);
+    grid().show();
+    EXPECT_EQ(view().verticalScrollBar()->maximum(), 0);
+}
+
+TEST_F(GridTest, KeepsAccessibleCellsWhileTheyAreAskedFor) {
+    open(QString(manyRows).replace("B.I < 4", "B.I < 12"));
+    QAccessibleTableInterface* const cells = QAccessible::queryAccessibleInterface(&view())->tableInterface();
+    QAccessibleInterface* const first = cells->cellAt(0, 0);
+    const QAccessible::Id id = QAccessible::uniqueId(first);
+    for (int row = 0; row < cells->rowCount(); ++row) {
+        for (int column = 0; column < cells->columnCount(); ++column) {
+            ASSERT_NE(cells->cellAt(row, column), nullptr);
+        }
+    }
+    EXPECT_EQ(QAccessible::accessibleInterface(id), first);
+    EXPECT_EQ(first->tableCellInterface()->columnHeaderCells().size(), 1);
+    QApplication::processEvents();
+    EXPECT_EQ(QAccessible::accessibleInterface(id), nullptr) << "too many to keep";
 }

@@ -5,7 +5,7 @@
 #include "db/transaction.h"
 #include "grid/rows/column.h"
 #include "grid/rows/tree_model.h"
-#include "grid/tree/find_panel.h"
+#include "grid/tree/tree_find_panel.h"
 #include "grid/tree/tree_header.h"
 #include "grid/tree/tree_list.h"
 #include "grid/tree/tree_view.h"
@@ -331,6 +331,45 @@ TEST_F(TreeListTest, IsReadableByAssistiveTechnology) {
     dataSet_.close();
     EXPECT_EQ(QAccessible::accessibleInterface(id), nullptr) << "its number stands for another row next time";
     EXPECT_FALSE(QAccessible::queryAccessibleInterface(&edit())->text(QAccessible::Name).isEmpty());
+}
+
+TEST_F(TreeListTest, SelectsByKeysFromTheAnchorOn) {
+    view().expandBranch(0);
+    using Rows = std::vector<int>;
+    press(Qt::Key_Down, Qt::ControlModifier);
+    EXPECT_EQ(view().selectedRows(), Rows({0})) << "only the focus moves";
+    press(Qt::Key_Space);
+    EXPECT_EQ(view().selectedRows(), Rows({0, 1}));
+    press(Qt::Key_Down, Qt::ControlModifier | Qt::ShiftModifier);
+    press(Qt::Key_Down, Qt::ControlModifier | Qt::ShiftModifier);
+    EXPECT_EQ(view().selectedRows(), Rows({1, 2, 3}));
+
+    // The anchor is a node: it goes where sorting puts it.
+    dataSet_.moveTo(1);
+    clickHeader(2);
+    EXPECT_EQ(shown(), "0 2 1 .1.1 ..1.1.2 ..1.1.1 .>1.2");
+    press(Qt::Key_Up, Qt::ShiftModifier);
+    EXPECT_EQ(view().selectedRows(), Rows({5, 6}));
+
+    // A blank is typed only while something is.
+    type(view(), QStringLiteral("бетон"));
+    type(view(), QStringLiteral(" "));
+    EXPECT_EQ(view().currentRow(), 4) << "the first name of several words";
+    EXPECT_TRUE(view().isRowSelected(4));
+}
+
+TEST_F(TreeListTest, ShowsItsCurrentNodeAfterBeingHidden) {
+    list_.resize(600, 120);
+    list_.hide();
+    dataSet_.close();
+    dataSet_.open();
+    view().expandBranch(0);
+    dataSet_.moveTo(7);
+    EXPECT_EQ(shown(), "1 .1.2 .1.1 ..1.1.1 ..1.1.2 0 2 .>2.1");
+    EXPECT_EQ(view().verticalScrollBar()->maximum(), 0) << "nothing has been laid out";
+    list_.show();
+    EXPECT_GT(view().verticalScrollBar()->maximum(), 0);
+    EXPECT_FALSE(view().rowRect(7).isEmpty());
 }
 
 } // namespace

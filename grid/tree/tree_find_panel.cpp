@@ -1,4 +1,4 @@
-#include "grid/tree/find_panel.h"
+#include "grid/tree/tree_find_panel.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -7,7 +7,7 @@
 
 namespace grid {
 
-FindPanel::FindPanel(const QString& prompt, QWidget* parent)
+TreeFindPanel::TreeFindPanel(const QString& prompt, QWidget* parent)
     : QWidget(parent), text_(new QLineEdit(this)), clear_(new QToolButton(this)) {
     text_->setPlaceholderText(prompt);
     text_->setAccessibleName(QStringLiteral("Поиск в дереве"));
@@ -34,16 +34,16 @@ FindPanel::FindPanel(const QString& prompt, QWidget* parent)
     });
 }
 
-void FindPanel::open() {
+void TreeFindPanel::open() {
     text_->setFocus(Qt::ShortcutFocusReason);
     text_->selectAll();
 }
 
-void FindPanel::clear() {
+void TreeFindPanel::clear() {
     text_->clear();
 }
 
-bool FindPanel::eventFilter(QObject* watched, QEvent* event) {
+bool TreeFindPanel::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress) {
         return QWidget::eventFilter(watched, event);
     }

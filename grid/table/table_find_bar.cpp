@@ -1,4 +1,4 @@
-#include "grid/table/find_bar.h"
+#include "grid/table/table_find_bar.h"
 
 #include "grid/table/table_view.h"
 
@@ -10,7 +10,7 @@
 
 namespace grid {
 
-FindBar::FindBar(TableView& view, QWidget* parent) : QWidget(parent), view_(view) {
+TableFindBar::TableFindBar(TableView& view, QWidget* parent) : QWidget(parent), view_(view) {
     setObjectName(QStringLiteral("FindBar"));
     text_ = new QLineEdit(this);
     text_->setObjectName(QStringLiteral("FindBarText"));
@@ -35,36 +35,36 @@ FindBar::FindBar(TableView& view, QWidget* parent) : QWidget(parent), view_(view
         layout->addWidget(button);
     };
     addButton(Qt::UpArrow, QStringLiteral("Найти предыдущее"), QStringLiteral("FindBarPrevious"),
-              &FindBar::findPrevious);
+              &TableFindBar::findPrevious);
     addButton(Qt::DownArrow, QStringLiteral("Найти следующее"), QStringLiteral("FindBarNext"),
-              &FindBar::findNext);
+              &TableFindBar::findNext);
     layout->addWidget(outcome_);
     connect(text_, &QLineEdit::textChanged, this, [this] { find(true, true); });
     hide();
 }
 
-void FindBar::open() {
+void TableFindBar::open() {
     show();
     text_->setFocus();
     text_->selectAll();
     view_.setMarkedText(text_->text());
 }
 
-void FindBar::close() {
+void TableFindBar::close() {
     hide();
     view_.setMarkedText({});
     view_.setFocus();
 }
 
-void FindBar::findNext() {
+void TableFindBar::findNext() {
     goOn(true);
 }
 
-void FindBar::findPrevious() {
+void TableFindBar::findPrevious() {
     goOn(false);
 }
 
-void FindBar::goOn(bool forward) {
+void TableFindBar::goOn(bool forward) {
     // Without the bar nothing would take the marks away again.
     if (isHidden()) {
         open();
@@ -72,13 +72,13 @@ void FindBar::goOn(bool forward) {
     find(forward, false);
 }
 
-void FindBar::find(bool forward, bool includeCurrent) {
+void TableFindBar::find(bool forward, bool includeCurrent) {
     view_.setMarkedText(text_->text());
     const bool found = text_->text().isEmpty() || view_.findMarked(forward, includeCurrent);
     outcome_->setText(found ? QString() : QStringLiteral("Не найдено"));
 }
 
-void FindBar::keyPressEvent(QKeyEvent* event) {
+void TableFindBar::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape) {
         close();
     } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {

@@ -8,12 +8,12 @@ class QToolButton;
 namespace grid {
 
 /// A line in which a text to look for is typed, with a button that empties it.
-class FindPanel final : public QWidget {
+class TreeFindPanel final : public QWidget {
     Q_OBJECT
 
 public:
     /// `prompt` stands in the empty line.
-    FindPanel(const QString& prompt, QWidget* parent);
+    TreeFindPanel(const QString& prompt, QWidget* parent);
 
     /// Puts the cursor into the line and selects its text.
     void open();

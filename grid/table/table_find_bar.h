@@ -10,11 +10,11 @@ namespace grid {
 class TableView;
 
 /// The line in which a text is typed that is looked for in the cells of a view.
-class FindBar final : public QWidget {
+class TableFindBar final : public QWidget {
     Q_OBJECT
 
 public:
-    FindBar(TableView& view, QWidget* parent);
+    TableFindBar(TableView& view, QWidget* parent);
 
     /// Shows the bar and puts the cursor into it.
     void open();

@@ -1,19 +1,16 @@
 #include "export/grid_export.h"
 
 #include "db/data_set.h"
-#include "db/decimal.h"
-#include "export/exact_number.h"
 #include "export/export_error.h"
 #include "export/export_file_name.h"
 #include "export/replacement_file.h"
 #include "export/sheet_name.h"
-#include "export/sheet_text.h"
-#include "export/workbook_writer.h"
 #include "grid/column.h"
 #include "grid/grid.h"
 #include "grid/table_model.h"
 #include "grid/table_view.h"
 #include "ui/screen_cursor.h"
+#include "xlsx/sheet_writer.h"
 
 #include <QPointer>
 
@@ -22,8 +19,6 @@
 namespace exporter {
 
 namespace {
-
-constexpr int sheetRows = 1'048'576; // what the workbook format allows
 
 /// Keeps a grid from being used and painted.
 class SuspendedGrid final {
@@ -54,8 +49,8 @@ private:
 
 using Columns = std::vector<const grid::Column*>;
 
-std::vector<SheetColumn> sheetColumns(const Columns& columns) {
-    std::vector<SheetColumn> result;
+std::vector<xlsx::Column> sheetColumns(const Columns& columns) {
+    std::vector<xlsx::Column> result;
     for (const grid::Column* column : columns) {
         const db::Field* const field = column->field();
         const bool number = field != nullptr && field->isNumber();
@@ -66,93 +61,66 @@ std::vector<SheetColumn> sheetColumns(const Columns& columns) {
     return result;
 }
 
-/// Writes the values of a dataset's rows as cells. NULL and what the dataset lacks stay blank.
-class RowExport final {
-public:
-    RowExport(WorkbookWriter& writer, const grid::TableModel& model, const Columns& columns)
-        : writer_(writer), rows_(model.dataSet().rows()), decimalPoint_(model.decimalPoint()) {
-        for (const grid::Column* column : columns) {
-            fields_.push_back(column->field());
-        }
-    }
-
-    void write(int sheetRow, int dataSetRow) {
-        for (std::size_t i = 0; i < fields_.size(); ++i) {
-            const db::Field* const field = fields_[i];
-            if (field == nullptr || rows_.isNull(dataSetRow, field->index())) {
-                continue;
-            }
-            if (field->isNumber()) {
-                writeNumber(sheetRow, static_cast<int>(i), rows_.integer(dataSetRow, field->index()),
-                            field->fractionDigits());
-            } else {
-                writer_.writeText(sheetRow, static_cast<int>(i),
-                                  text_.encode(rows_.string(dataSetRow, field->index())));
-            }
-        }
-        writer_.endRow();
-    }
-
-private:
-    void writeNumber(int row, int column, std::int64_t units, int digits) {
-        if (const std::optional<double> number = exactNumber(units, digits)) {
-            writer_.writeNumber(row, column, *number);
+/// NULL and what the dataset lacks stay blank.
+void writeRow(xlsx::SheetWriter& writer, const db::RowStore& rows, int row,
+              const std::vector<const db::Field*>& fields) {
+    for (const db::Field* field : fields) {
+        if (field == nullptr || rows.isNull(row, field->index())) {
+            writer.blank();
+        } else if (field->isNumber()) {
+            writer.number(rows.integer(row, field->index()));
         } else {
-            // As a number it would lose its last digits without a word.
-            writer_.writeText(row, column,
-                              db::decimalText(units, digits, decimalPoint_).toUtf8().constData());
+            writer.text(rows.string(row, field->index()));
         }
     }
+    writer.endRow();
+}
 
-    WorkbookWriter& writer_;
-    const db::RowStore& rows_;
-    QChar decimalPoint_;
-    std::vector<const db::Field*> fields_;
-    SheetText text_;
-};
-
-void writeRows(WorkbookWriter& writer, const grid::TableModel& model, const Columns& columns) {
+void writeRows(xlsx::SheetWriter& writer, const grid::TableModel& model, const Columns& columns) {
     if (!model.dataSet().isOpen()) {
         return;
     }
-    RowExport rows(writer, model, columns);
+    std::vector<const db::Field*> fields;
+    for (const grid::Column* column : columns) {
+        fields.push_back(column->field());
+    }
     for (int row = 0; row < model.rowCount(); ++row) {
-        rows.write(row + 1, model.dataSetRow(row));
+        writeRow(writer, model.dataSet().rows(), model.dataSetRow(row), fields);
     }
 }
 
-void writeView(const grid::TableView& view, const QString& fileName) {
+void writeView(const grid::TableView& view, const QString& fileName, const QString& pageHeader) {
     const grid::TableModel& model = view.tableModel();
     const Columns columns = view.visibleColumns();
-    const int footerRow = model.rowCount() + 1;
-    if (footerRow >= sheetRows) {
+    constexpr int mostRows = xlsx::sheetRows - 2;
+    if (model.rowCount() > mostRows) {
         throw ExportError(fileName,
                           QStringLiteral("строк %1, а на листе с шапкой и итогом помещается только %2")
                               .arg(model.rowCount())
-                              .arg(sheetRows - 2));
+                              .arg(mostRows));
     }
+    const QString name = exportName(fileName);
     ReplacementFile file(fileName);
-    {
-        WorkbookWriter writer(file, sheetName(exportName(fileName)), sheetColumns(columns), model.rowCount());
-        writeRows(writer, model, columns);
-        const auto footer = std::find(columns.begin(), columns.end(), view.footerColumn());
-        if (footer != columns.end()) {
-            writer.writeFooter(footerRow, static_cast<int>(footer - columns.begin()), view.footerCount());
-        }
-        writer.finish();
+    xlsx::SheetWriter writer(file, {sheetName(name), name.trimmed(), pageHeader, model.decimalPoint()},
+                             sheetColumns(columns));
+    writeRows(writer, model, columns);
+    const auto footer = std::find(columns.begin(), columns.end(), view.footerColumn());
+    if (footer != columns.end()) {
+        writer.footer(static_cast<std::size_t>(footer - columns.begin()), view.footerCount());
     }
+    writer.finish();
     file.commit();
 }
 
 } // namespace
 
-void exportGrid(const QString& fileName, grid::Grid* grid) {
+void exportGrid(const QString& fileName, grid::Grid* grid, const QString& pageHeader) {
     if (grid == nullptr) {
         return;
     }
     const ui::NestedHourglass hourglass;
     const SuspendedGrid suspended(*grid);
-    writeView(grid->view(), workbookFileName(fileName));
+    writeView(grid->view(), workbookFileName(fileName), pageHeader);
 }
 
 } // namespace exporter

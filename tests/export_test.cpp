@@ -1,13 +1,10 @@
 #include "base/program_place.h"
 #include "base/win1251.h"
 #include "data/data_modul.h"
-#include "export/exact_number.h"
 #include "export/export_error.h"
 #include "export/export_file_name.h"
 #include "export/grid_export.h"
 #include "export/sheet_name.h"
-#include "export/sheet_text.h"
-#include "export/xlsx_library.h"
 #include "grid/column.h"
 #include "grid/grid.h"
 #include "grid/table_header.h"
@@ -131,7 +128,8 @@ void expectShown(const QJsonObject& workbook, const grid::TableView& view) {
             } else {
                 EXPECT_EQ(written["type"].toString(), "text");
                 EXPECT_EQ(written["value"].toString(), shown) << row << ' ' << i;
-                EXPECT_EQ(written["wrap"].toBool(), !number);
+                EXPECT_TRUE(written["wrap"].toBool());
+                EXPECT_EQ(written["format"].toString(), "@");
                 EXPECT_TRUE(!number || shown.count(QRegularExpression("[0-9]")) > 15) << shown.toStdString();
             }
             if (!shown.isEmpty()) {
@@ -160,7 +158,8 @@ TEST_F(Export, WritesTheViewAsItIsShown) {
     EXPECT_EQ(book["titleRows"].toString(), "$1:$1");
     EXPECT_EQ(QJsonDocument(book["page"].toArray()).toJson(QJsonDocument::Compact),
               R"(["landscape",null,0,true,9])");
-    EXPECT_EQ(book["creator"].toString(), "");
+    EXPECT_EQ(book["creator"].toString(), "Tarvelo");
+    EXPECT_EQ(book["title"].toString(), "book");
     EXPECT_TRUE(cell(book, 0, 0)["bold"].toBool());
     EXPECT_EQ(cell(book, 0, 4)["align"].toString(), "right");
     EXPECT_NEAR(book["widths"][2].toDouble() / book["widths"][0].toDouble(), 3.0, 0.2);
@@ -201,37 +200,6 @@ TEST_F(Export, WritesNumbersWithAPointInEveryLocale) {
     std::setlocale(LC_ALL, "C.UTF-8");
     qunsetenv("LOCPATH");
     expectShown(readWorkbook(path()), coefficients.view());
-}
-
-TEST(ExactNumber, RefusesWhatFifteenDigitsCannotHold) {
-    using Limits = std::numeric_limits<std::int64_t>;
-    EXPECT_EQ(exporter::exactNumber(999'999'999'999'999, 2), 9'999'999'999'999.99);
-    EXPECT_EQ(exporter::exactNumber(1'000'000'000'000'001, 2), std::nullopt);
-    EXPECT_EQ(exporter::exactNumber(-9'007'199'254'740'900, 2), -90'071'992'547'409.0);
-    EXPECT_EQ(exporter::exactNumber(1'234'500'000'000'000'000, 0), 1'234'500'000'000'000'000.0);
-    EXPECT_EQ(exporter::exactNumber(-1, 4), -0.0001);
-    EXPECT_EQ(exporter::exactNumber(Limits::min(), 0), std::nullopt);
-}
-
-TEST(SheetText, EscapesWhatAReaderWouldTakeForAnEscape) {
-    exporter::SheetText text;
-    EXPECT_STREQ(text.encode(std::string_view("\0a\r\n\t\x1F", 6)), "_x0000_a_x000D_\n\t_x001F_");
-    EXPECT_STREQ(text.encode("_x0041_ _x004_ _X0041_"), "_x005F_x0041_ _x004_ _X0041_");
-    // The escaped character's own "_" would complete what stands before it.
-    EXPECT_STREQ(text.encode("_x0041\x01"), "_x005F_x0041_x0001_");
-    EXPECT_STREQ(text.encode("\x98\xC6"), "\xC2\x98Ж");
-}
-
-TEST(XlsxLibrary, ThatDoesNotFitIsNamed) {
-    for (const char* name : {"no_such_writer.so", "libc.so.6"}) {
-        try {
-            const exporter::XlsxLibrary library{QString(name)};
-            ADD_FAILURE() << name << " is taken for the library";
-        } catch (const base::FileError& error) {
-            EXPECT_TRUE(error.message().startsWith("Не загружается библиотека книг")) << error.what();
-            EXPECT_TRUE(error.message().contains(name)) << error.what();
-        }
-    }
 }
 
 TEST(ExportNames, FollowTheRules) {

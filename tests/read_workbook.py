@@ -34,4 +34,6 @@ print(json.dumps({
     "page": [sheet.page_setup.orientation, sheet.page_setup.fitToWidth, sheet.page_setup.fitToHeight,
              sheet.sheet_properties.pageSetUpPr.fitToPage, sheet.page_setup.paperSize],
     "creator": workbook.properties.creator,
+    "title": workbook.properties.title,
+    "printed": [sheet.oddHeader.center.text, sheet.oddFooter.center.text],
 }))

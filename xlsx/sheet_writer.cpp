@@ -1,0 +1,230 @@
+#include "xlsx/sheet_writer.h"
+
+#include "base/win1251.h"
+#include "xlsx/cell_text.h"
+#include "xlsx/line_breaking.h"
+#include "xlsx/number_text.h"
+#include "xlsx/package_parts.h"
+#include "xlsx/sheet_frame.h"
+#include "xlsx/styles.h"
+
+#include <algorithm>
+#include <cstring>
+#include <stdexcept>
+
+namespace xlsx {
+
+namespace {
+
+constexpr std::size_t flushedBytes = 64 * 1024;
+constexpr std::size_t cellFrame = 512; // more than what stands around a value, and before and after a row
+
+// Calibri 11 sets a line in 15 points; a row has at most 409.5 (ECMA-376 part 1, 18.3.1.73).
+constexpr int linePoints = 15;
+constexpr int tallestRowLines = 27;
+constexpr std::size_t heightBytes = 5;
+constexpr const char* tallestRow = "409.5";
+
+constexpr int paddingPixels = 5; // of a cell, both sides together
+constexpr int filterButtonPixels = 20;
+
+constexpr auto rowStart = "<row r=\"";
+constexpr auto heightStart = "\" ht=\"";
+constexpr auto rowEnd = "</row>";
+constexpr auto textEnd = "</t></is></c>";
+constexpr auto numberEnd = "</v></c>";
+
+/// Pixels of a sheet in units of the font's widths: a digit is seven pixels wide.
+int fontUnits(int pixels) {
+    return pixels * regularWidths['0'] / 7;
+}
+
+/// Five characters for every height, so that it can be filled in when the row is complete.
+QByteArray heightText(int lines) {
+    return lines > tallestRowLines ? QByteArray(tallestRow)
+                                   : (QByteArray::number(lines * linePoints) + ".00").first(heightBytes);
+}
+
+bool isBlank(char character) {
+    return character == ' ' || character == '\t' || character == '\n';
+}
+
+char* append(char* out, QByteArrayView bytes) {
+    return std::copy(bytes.begin(), bytes.end(), out);
+}
+
+} // namespace
+
+SheetWriter::Fragment::Fragment(const QByteArray& text) : size(static_cast<std::size_t>(text.size())) {
+    if (size > bytes.size()) {
+        throw std::length_error("a fragment of a sheet is too long");
+    }
+    std::copy(text.begin(), text.end(), bytes.begin());
+}
+
+inline char* SheetWriter::Fragment::copyTo(char* out) const {
+    std::memcpy(out, bytes.data(), bytes.size());
+    return out + size;
+}
+
+SheetWriter::SheetWriter(Output& output, Page page, std::span<const Column> columns)
+    : archive_(output), page_(std::move(page)), buffer_(2 * flushedBytes) {
+    for (const Part& part : fixedParts(page_)) {
+        archive_.writePart(part.name, part.bytes);
+    }
+    archive_.writePart(stylesPartName, stylesPart(columns));
+
+    const std::vector<int> widths = sheetWidths(columns);
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        const auto style = [i](CellKind kind) {
+            return "\" s=\"" + QByteArray::number(styleOf(i, kind)) + '"';
+        };
+        const QByteArray value = style(CellKind::Value);
+        const QByteArray footer = style(CellKind::Footer);
+        Cells& cells = columns_.emplace_back();
+        cells.header = Fragment(style(CellKind::Header) + " t=\"inlineStr\"><is><t xml:space=\"preserve\">");
+        cells.start = Fragment("<c r=\"" + columnLetters(i));
+        cells.text = Fragment(value + " t=\"inlineStr\"><is><t>");
+        cells.keptText = Fragment(value + " t=\"inlineStr\"><is><t xml:space=\"preserve\">");
+        cells.number = Fragment(value + "><v>");
+        cells.numberAsText = Fragment(style(CellKind::NumberAsText) + " t=\"inlineStr\"><is><t>");
+        cells.blank = Fragment(value + "/>");
+        cells.footer = Fragment(footer + "><v>");
+        cells.footerBlank = Fragment(footer + "/>");
+        cells.fractionDigits = columns[i].fractionDigits.value_or(0);
+        cells.wrapWidth = fontUnits(widths[i] - paddingPixels);
+    }
+
+    archive_.beginPart(sheetPartName);
+    const QByteArray frame = beforeRows(widths);
+    archive_.write(frame);
+    writeHeader(columns);
+}
+
+void SheetWriter::writeHeader(std::span<const Column> columns) {
+    for (const Column& column : columns) {
+        const QByteArray text = textOf(column.header);
+        const Cells& cells = nextCell(static_cast<std::size_t>(text.size()));
+        endCell(append(append(startCell(cells, cells.header), text), textEnd));
+        // Room beside or below the caption for the button of the filter, which covers a cell's lower right.
+        needLines(linesOf(base::win1251::encode(column.header).toStdString(),
+                          cells.wrapWidth - fontUnits(filterButtonPixels), boldWidths));
+    }
+    endRow();
+}
+
+void SheetWriter::text(std::string_view win1251) {
+    if (win1251.empty()) {
+        blank();
+        return;
+    }
+    if (win1251.size() > longestText) {
+        throw std::length_error("a cell cannot hold a text of " + std::to_string(win1251.size()) +
+                                " characters");
+    }
+    const Cells& cells = nextCell((win1251.size() + 1) * longestCharacter);
+    const bool kept = isBlank(win1251.front()) || isBlank(win1251.back());
+    char* const out = writeText(startCell(cells, kept ? cells.keptText : cells.text), win1251);
+    endCell(append(out, textEnd));
+    needLines(linesOf(win1251, cells.wrapWidth, regularWidths));
+}
+
+void SheetWriter::number(std::int64_t units) {
+    const Cells& cells = nextCell(longestNumber);
+    if (isExactInSpreadsheet(units)) {
+        char* const out = writeNumber(startCell(cells, cells.number), units, cells.fractionDigits);
+        endCell(append(out, numberEnd));
+        return;
+    }
+    std::array<char, longestNumber> buffer;
+    const char* const end = writeNumber(buffer.data(), units, cells.fractionDigits);
+    const std::string_view digits(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
+    const QByteArray shown = textOf(QString::fromLatin1(digits).replace(u'.', page_.decimalPoint));
+    endCell(append(append(startCell(cells, cells.numberAsText), shown), textEnd));
+    needLines(linesOf(digits, cells.wrapWidth, regularWidths));
+}
+
+void SheetWriter::blank() {
+    const Cells& cells = nextCell(0);
+    endCell(startCell(cells, cells.blank));
+}
+
+void SheetWriter::endRow() {
+    closeRow();
+    ++rows_;
+}
+
+void SheetWriter::footer(std::size_t column, std::int64_t count) {
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+        const Cells& cells = nextCell(longestNumber);
+        endCell(i == column ? append(writeNumber(startCell(cells, cells.footer), count, 0), numberEnd)
+                            : startCell(cells, cells.footerBlank));
+    }
+    closeRow();
+}
+
+void SheetWriter::finish() {
+    flush();
+    const QByteArray lastColumn = columnLetters(columns_.size() - 1);
+    const QByteArray lastRow = QByteArray::number(rows_);
+    archive_.write(afterRows(page_, "A1:" + lastColumn + lastRow));
+    archive_.endPart();
+    const Part workbook = workbookPart(page_, "$A$1:$" + lastColumn + '$' + lastRow);
+    archive_.writePart(workbook.name, workbook.bytes);
+    archive_.finish();
+}
+
+/// Begins a row with its first cell and makes room for `bytes` of a cell's value.
+const SheetWriter::Cells& SheetWriter::nextCell(std::size_t bytes) {
+    if (column_ == columns_.size()) {
+        throw std::logic_error("a row of a sheet has too many cells");
+    }
+    const std::size_t needed = used_ + bytes + cellFrame;
+    if (buffer_.size() < needed) {
+        buffer_.resize(needed);
+    }
+    if (column_ == 0) {
+        startRow();
+    }
+    return columns_[column_++];
+}
+
+void SheetWriter::startRow() {
+    rowNumber_ = Fragment(QByteArray::number(rows_ + 1));
+    lines_ = 1;
+    char* out = append(rowNumber_.copyTo(append(buffer_.data() + used_, rowStart)), heightStart);
+    height_ = static_cast<std::size_t>(out - buffer_.data());
+    endCell(append(out + heightBytes, "\">"));
+}
+
+char* SheetWriter::startCell(const Cells& cells, const Fragment& kind) {
+    return kind.copyTo(rowNumber_.copyTo(cells.start.copyTo(buffer_.data() + used_)));
+}
+
+void SheetWriter::endCell(const char* end) {
+    used_ = static_cast<std::size_t>(end - buffer_.data());
+}
+
+void SheetWriter::needLines(int lines) {
+    lines_ = std::max(lines_, lines);
+}
+
+void SheetWriter::closeRow() {
+    if (column_ != columns_.size()) {
+        throw std::logic_error("a row of a sheet has too few cells");
+    }
+    append(buffer_.data() + height_, heightText(lines_));
+    // A cell leaves at least its frame unused behind it.
+    endCell(append(buffer_.data() + used_, rowEnd));
+    column_ = 0;
+    if (used_ >= flushedBytes) {
+        flush();
+    }
+}
+
+void SheetWriter::flush() {
+    archive_.write(QByteArrayView(buffer_.data(), buffer_.data() + used_));
+    used_ = 0;
+}
+
+} // namespace xlsx

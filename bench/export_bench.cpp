@@ -155,7 +155,8 @@ public:
         const auto ours = static_cast<double>(QFileInfo(ours_).size());
         const auto bare = static_cast<double>(QFileInfo(bare_).size());
         if (ours > allowed * bare) {
-            throw std::runtime_error("the exported workbook is too large");
+            throw std::runtime_error("the exported workbook is too large: " + std::to_string(ours / bare) +
+                                     " x the bare one");
         }
     }
 

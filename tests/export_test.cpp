@@ -300,7 +300,7 @@ TEST_F(Export, NoticesAFullDiskWhereverItStrikes) {
 
     int failures = 0;
     rlim_t limit = 0;
-    for (; !exportsUnderLimit(path(), grid, limit); limit += 60, ++failures) {
+    for (; !exportsUnderLimit(path(), grid, limit); limit += 30, ++failures) {
         ASSERT_EQ(contents(path()), earlier) << limit;
         ASSERT_EQ(files(), QStringList("book.xlsx")) << limit;
         ASSERT_LT(limit, 1'000'000);

@@ -77,13 +77,12 @@ SheetWriter::SheetWriter(Output& output, Page page, std::span<const Column> colu
     const std::vector<int> widths = sheetWidths(columns);
     for (std::size_t i = 0; i < columns.size(); ++i) {
         const auto style = [i](CellKind kind) {
-            return "\" s=\"" + QByteArray::number(styleOf(i, kind)) + '"';
+            return "<c s=\"" + QByteArray::number(styleOf(i, kind)) + '"';
         };
         const QByteArray value = style(CellKind::Value);
         const QByteArray footer = style(CellKind::Footer);
         Cells& cells = columns_.emplace_back();
         cells.header = Fragment(style(CellKind::Header) + " t=\"inlineStr\"><is><t xml:space=\"preserve\">");
-        cells.start = Fragment("<c r=\"" + columnLetters(i));
         cells.text = Fragment(value + " t=\"inlineStr\"><is><t>");
         cells.keptText = Fragment(value + " t=\"inlineStr\"><is><t xml:space=\"preserve\">");
         cells.number = Fragment(value + "><v>");
@@ -105,7 +104,7 @@ void SheetWriter::writeHeader(std::span<const Column> columns) {
     for (const Column& column : columns) {
         const QByteArray text = textOf(column.header);
         const Cells& cells = nextCell(static_cast<std::size_t>(text.size()));
-        endCell(append(append(startCell(cells, cells.header), text), textEnd));
+        endCell(append(append(startCell(cells.header), text), textEnd));
         // Room beside or below the caption for the button of the filter, which covers a cell's lower right.
         needLines(linesOf(base::win1251::encode(column.header).toStdString(),
                           cells.wrapWidth - fontUnits(filterButtonPixels), boldWidths));
@@ -124,7 +123,7 @@ void SheetWriter::text(std::string_view win1251) {
     }
     const Cells& cells = nextCell((win1251.size() + 1) * longestCharacter);
     const bool kept = isBlank(win1251.front()) || isBlank(win1251.back());
-    char* const out = writeText(startCell(cells, kept ? cells.keptText : cells.text), win1251);
+    char* const out = writeText(startCell(kept ? cells.keptText : cells.text), win1251);
     endCell(append(out, textEnd));
     needLines(linesOf(win1251, cells.wrapWidth, regularWidths));
 }
@@ -132,7 +131,7 @@ void SheetWriter::text(std::string_view win1251) {
 void SheetWriter::number(std::int64_t units) {
     const Cells& cells = nextCell(longestNumber);
     if (isExactInSpreadsheet(units)) {
-        char* const out = writeNumber(startCell(cells, cells.number), units, cells.fractionDigits);
+        char* const out = writeNumber(startCell(cells.number), units, cells.fractionDigits);
         endCell(append(out, numberEnd));
         return;
     }
@@ -140,13 +139,13 @@ void SheetWriter::number(std::int64_t units) {
     const char* const end = writeNumber(buffer.data(), units, cells.fractionDigits);
     const std::string_view digits(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
     const QByteArray shown = textOf(QString::fromLatin1(digits).replace(u'.', page_.decimalPoint));
-    endCell(append(append(startCell(cells, cells.numberAsText), shown), textEnd));
+    endCell(append(append(startCell(cells.numberAsText), shown), textEnd));
     needLines(linesOf(digits, cells.wrapWidth, regularWidths));
 }
 
 void SheetWriter::blank() {
     const Cells& cells = nextCell(0);
-    endCell(startCell(cells, cells.blank));
+    endCell(startCell(cells.blank));
 }
 
 void SheetWriter::endRow() {
@@ -157,8 +156,8 @@ void SheetWriter::endRow() {
 void SheetWriter::footer(std::size_t column, std::int64_t count) {
     for (std::size_t i = 0; i < columns_.size(); ++i) {
         const Cells& cells = nextCell(longestNumber);
-        endCell(i == column ? append(writeNumber(startCell(cells, cells.footer), count, 0), numberEnd)
-                            : startCell(cells, cells.footerBlank));
+        endCell(i == column ? append(writeNumber(startCell(cells.footer), count, 0), numberEnd)
+                            : startCell(cells.footerBlank));
     }
     closeRow();
 }
@@ -190,15 +189,15 @@ const SheetWriter::Cells& SheetWriter::nextCell(std::size_t bytes) {
 }
 
 void SheetWriter::startRow() {
-    rowNumber_ = Fragment(QByteArray::number(rows_ + 1));
     lines_ = 1;
-    char* out = append(rowNumber_.copyTo(append(buffer_.data() + used_, rowStart)), heightStart);
+    char* const number = append(buffer_.data() + used_, rowStart);
+    char* const out = append(writeNumber(number, rows_ + 1, 0), heightStart);
     height_ = static_cast<std::size_t>(out - buffer_.data());
     endCell(append(out + heightBytes, "\">"));
 }
 
-char* SheetWriter::startCell(const Cells& cells, const Fragment& kind) {
-    return kind.copyTo(rowNumber_.copyTo(cells.start.copyTo(buffer_.data() + used_)));
+char* SheetWriter::startCell(const Fragment& kind) {
+    return kind.copyTo(buffer_.data() + used_);
 }
 
 void SheetWriter::endCell(const char* end) {

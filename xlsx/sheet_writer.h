@@ -45,8 +45,9 @@ private:
         [[nodiscard]] char* copyTo(char* out) const;
     };
 
+    /// How the cells of a column begin. They do not name their places, which follow from their order: names
+    /// that differ from cell to cell would make up a third of the packed file.
     struct Cells {
-        Fragment start;
         Fragment header;
         Fragment text;
         Fragment keptText; ///< whose blanks at either end count
@@ -62,7 +63,7 @@ private:
     void writeHeader(std::span<const Column> columns);
     void startRow();
     [[nodiscard]] const Cells& nextCell(std::size_t bytes);
-    [[nodiscard]] char* startCell(const Cells& cells, const Fragment& kind);
+    [[nodiscard]] char* startCell(const Fragment& kind);
     void endCell(const char* end);
     void needLines(int lines);
     void closeRow();
@@ -77,7 +78,6 @@ private:
     std::size_t height_ = 0; // place of the row's height in the buffer
     int lines_ = 1;          // that the row needs
     int rows_ = 0;           // complete ones, the header among them but not the footer
-    Fragment rowNumber_;
 };
 
 } // namespace xlsx

@@ -18,10 +18,7 @@ public:
             const std::size_t length = wordLength(text);
             place(text.substr(0, length));
             text.remove_prefix(length);
-            for (; !text.empty() && text.front() == ' '; text.remove_prefix(1)) {
-                // Blanks that find no room hang over the line's end.
-                used_ += widthOf(' ');
-            }
+            placeBlanks(text);
         }
         return lines_;
     }
@@ -33,14 +30,28 @@ private:
                (character >= 'a' && character <= 'z');
     }
 
+    /// Whether a line may end behind a character that is no blank.
+    [[nodiscard]] static bool breaksAfter(char before, char character, char next) {
+        return (character == '-' && isLetter(before) && isLetter(next)) || (character == ')' && next == '(');
+    }
+
+    /// Whether no line ends between two characters although blanks stand there.
+    [[nodiscard]] static bool holdTogether(char before, char after) {
+        return std::string_view("([{").find(before) != std::string_view::npos ||
+               std::string_view(")]},.;:!?/").find(after) != std::string_view::npos;
+    }
+
     /// Characters up to the first place where a line may end.
     [[nodiscard]] static std::size_t wordLength(std::string_view text) {
         for (std::size_t i = 0; i < text.size(); ++i) {
             if (text[i] == ' ') {
-                return i;
+                const std::size_t next = text.find_first_not_of(' ', i);
+                if (next == text.npos || !holdTogether(i == 0 ? ' ' : text[i - 1], text[next])) {
+                    return i;
+                }
+                i = next;
             }
-            if (text[i] == '-' && i > 0 && i + 1 < text.size() && isLetter(text[i - 1]) &&
-                isLetter(text[i + 1])) {
+            if (i > 0 && i + 1 < text.size() && breaksAfter(text[i - 1], text[i], text[i + 1])) {
                 return i + 1;
             }
         }
@@ -69,6 +80,16 @@ private:
                 startLine();
             }
             used_ += width;
+        }
+    }
+
+    /// The first blank may hang over the end of a line.
+    void placeBlanks(std::string_view& text) {
+        for (bool first = true; !text.empty() && text.front() == ' '; first = false, text.remove_prefix(1)) {
+            if (!first && used_ + widthOf(' ') > width_) {
+                startLine();
+            }
+            used_ += widthOf(' ');
         }
     }
 

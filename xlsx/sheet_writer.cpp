@@ -25,18 +25,20 @@ constexpr int tallestRowLines = 27;
 constexpr std::size_t heightBytes = 5;
 constexpr const char* tallestRow = "409.5";
 
-constexpr int paddingPixels = 5; // of a cell, both sides together
+constexpr int padding = 560; // both sides of a cell, 0.35 mm each, and a reserve, in units of the font
 constexpr int filterButtonPixels = 20;
 
 constexpr auto rowStart = "<row r=\"";
 constexpr auto heightStart = "\" ht=\"";
 constexpr auto rowEnd = "</row>";
+constexpr auto textType = "\" t=\"inlineStr\"";
+constexpr auto numberType = "\"";
 constexpr auto textEnd = "</t></is></c>";
 constexpr auto numberEnd = "</v></c>";
 
-/// Pixels of a sheet in units of the font's widths: a digit is seven pixels wide.
+/// Pixels of a sheet in units of the font's widths: LibreOffice makes the seven of a digit 5.55 points.
 int fontUnits(int pixels) {
-    return pixels * regularWidths['0'] / 7;
+    return pixels * 1475 / 10;
 }
 
 /// Five characters for every height, so that it can be filled in when the row is complete.
@@ -54,6 +56,12 @@ char* append(char* out, QByteArrayView bytes) {
 }
 
 } // namespace
+
+// After the number of a cell's row.
+const SheetWriter::Fragment SheetWriter::textStart("\"><is><t>");
+const SheetWriter::Fragment SheetWriter::keptTextStart("\"><is><t xml:space=\"preserve\">");
+const SheetWriter::Fragment SheetWriter::numberStart("\"><v>");
+const SheetWriter::Fragment SheetWriter::blankEnd("\"/>");
 
 SheetWriter::Fragment::Fragment(const QByteArray& text) : size(static_cast<std::size_t>(text.size())) {
     if (size > bytes.size()) {
@@ -76,22 +84,18 @@ SheetWriter::SheetWriter(Output& output, Page page, std::span<const Column> colu
 
     const std::vector<int> widths = sheetWidths(columns);
     for (std::size_t i = 0; i < columns.size(); ++i) {
-        const auto style = [i](CellKind kind) {
-            return "<c s=\"" + QByteArray::number(styleOf(i, kind)) + '"';
+        const auto start = [i](CellKind kind, const char* type) {
+            return Fragment("<c s=\"" + QByteArray::number(styleOf(i, kind)) + type + " r=\"" +
+                            columnLetters(i));
         };
-        const QByteArray value = style(CellKind::Value);
-        const QByteArray footer = style(CellKind::Footer);
         Cells& cells = columns_.emplace_back();
-        cells.header = Fragment(style(CellKind::Header) + " t=\"inlineStr\"><is><t xml:space=\"preserve\">");
-        cells.text = Fragment(value + " t=\"inlineStr\"><is><t>");
-        cells.keptText = Fragment(value + " t=\"inlineStr\"><is><t xml:space=\"preserve\">");
-        cells.number = Fragment(value + "><v>");
-        cells.numberAsText = Fragment(style(CellKind::NumberAsText) + " t=\"inlineStr\"><is><t>");
-        cells.blank = Fragment(value + "/>");
-        cells.footer = Fragment(footer + "><v>");
-        cells.footerBlank = Fragment(footer + "/>");
+        cells.header = start(CellKind::Header, textType);
+        cells.text = start(CellKind::Value, textType);
+        cells.number = start(CellKind::Value, numberType);
+        cells.numberAsText = start(CellKind::NumberAsText, textType);
+        cells.footer = start(CellKind::Footer, numberType);
         cells.fractionDigits = columns[i].fractionDigits.value_or(0);
-        cells.wrapWidth = fontUnits(widths[i] - paddingPixels);
+        cells.wrapWidth = fontUnits(widths[i]) - padding;
     }
 
     archive_.beginPart(sheetPartName);
@@ -104,7 +108,7 @@ void SheetWriter::writeHeader(std::span<const Column> columns) {
     for (const Column& column : columns) {
         const QByteArray text = textOf(column.header);
         const Cells& cells = nextCell(static_cast<std::size_t>(text.size()));
-        endCell(append(append(startCell(cells.header), text), textEnd));
+        endCell(append(append(startCell(cells.header, keptTextStart), text), textEnd));
         // Room beside or below the caption for the button of the filter, which covers a cell's lower right.
         needLines(linesOf(base::win1251::encode(column.header).toStdString(),
                           cells.wrapWidth - fontUnits(filterButtonPixels), boldWidths));
@@ -123,7 +127,7 @@ void SheetWriter::text(std::string_view win1251) {
     }
     const Cells& cells = nextCell((win1251.size() + 1) * longestCharacter);
     const bool kept = isBlank(win1251.front()) || isBlank(win1251.back());
-    char* const out = writeText(startCell(kept ? cells.keptText : cells.text), win1251);
+    char* const out = writeText(startCell(cells.text, kept ? keptTextStart : textStart), win1251);
     endCell(append(out, textEnd));
     needLines(linesOf(win1251, cells.wrapWidth, regularWidths));
 }
@@ -131,7 +135,7 @@ void SheetWriter::text(std::string_view win1251) {
 void SheetWriter::number(std::int64_t units) {
     const Cells& cells = nextCell(longestNumber);
     if (isExactInSpreadsheet(units)) {
-        char* const out = writeNumber(startCell(cells.number), units, cells.fractionDigits);
+        char* const out = writeNumber(startCell(cells.number, numberStart), units, cells.fractionDigits);
         endCell(append(out, numberEnd));
         return;
     }
@@ -139,13 +143,13 @@ void SheetWriter::number(std::int64_t units) {
     const char* const end = writeNumber(buffer.data(), units, cells.fractionDigits);
     const std::string_view digits(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
     const QByteArray shown = textOf(QString::fromLatin1(digits).replace(u'.', page_.decimalPoint));
-    endCell(append(append(startCell(cells.numberAsText), shown), textEnd));
+    endCell(append(append(startCell(cells.numberAsText, textStart), shown), textEnd));
     needLines(linesOf(digits, cells.wrapWidth, regularWidths));
 }
 
 void SheetWriter::blank() {
     const Cells& cells = nextCell(0);
-    endCell(startCell(cells.blank));
+    endCell(startCell(cells.number, blankEnd));
 }
 
 void SheetWriter::endRow() {
@@ -156,8 +160,8 @@ void SheetWriter::endRow() {
 void SheetWriter::footer(std::size_t column, std::int64_t count) {
     for (std::size_t i = 0; i < columns_.size(); ++i) {
         const Cells& cells = nextCell(longestNumber);
-        endCell(i == column ? append(writeNumber(startCell(cells.footer), count, 0), numberEnd)
-                            : startCell(cells.footerBlank));
+        endCell(i == column ? append(writeNumber(startCell(cells.footer, numberStart), count, 0), numberEnd)
+                            : startCell(cells.footer, blankEnd));
     }
     closeRow();
 }
@@ -190,14 +194,14 @@ const SheetWriter::Cells& SheetWriter::nextCell(std::size_t bytes) {
 
 void SheetWriter::startRow() {
     lines_ = 1;
-    char* const number = append(buffer_.data() + used_, rowStart);
-    char* const out = append(writeNumber(number, rows_ + 1, 0), heightStart);
+    rowNumber_ = Fragment(QByteArray::number(rows_ + 1));
+    char* const out = append(rowNumber_.copyTo(append(buffer_.data() + used_, rowStart)), heightStart);
     height_ = static_cast<std::size_t>(out - buffer_.data());
     endCell(append(out + heightBytes, "\">"));
 }
 
-char* SheetWriter::startCell(const Fragment& kind) {
-    return kind.copyTo(buffer_.data() + used_);
+char* SheetWriter::startCell(const Fragment& kind, const Fragment& end) {
+    return end.copyTo(rowNumber_.copyTo(kind.copyTo(buffer_.data() + used_)));
 }
 
 void SheetWriter::endCell(const char* end) {

@@ -21,6 +21,7 @@
 #include <QProcess>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QSysInfo>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QVBoxLayout>
@@ -149,7 +150,7 @@ TEST_F(Export, WritesTheViewAsItIsShown) {
     grid::Grid materials(materialGrid, module_.DataSource3, nullptr);
     materials.resize(1000, 600);
     materials.show();
-    exporter::exportGrid(path(), &materials);
+    exporter::exportGrid(path(), &materials, "ТЕР");
     QJsonObject book = readWorkbook(path());
     expectShown(book, materials.view());
     EXPECT_EQ(book["sheets"].toArray(), QJsonArray{"book"});
@@ -160,6 +161,7 @@ TEST_F(Export, WritesTheViewAsItIsShown) {
               R"(["landscape",null,0,true,9])");
     EXPECT_EQ(book["creator"].toString(), "Tarvelo");
     EXPECT_EQ(book["title"].toString(), "book");
+    EXPECT_EQ(book["printed"][0].toString(), "ТЕР");
     EXPECT_TRUE(cell(book, 0, 0)["bold"].toBool());
     EXPECT_EQ(cell(book, 0, 4)["align"].toString(), "right");
     EXPECT_NEAR(book["widths"][2].toDouble() / book["widths"][0].toDouble(), 3.0, 0.2);
@@ -253,6 +255,63 @@ TEST_F(Export, NamesTheReasonWhenTheFileIsImpossible) {
     const QString cyrillic = path("中ѣ 😀\\:*?\"<>|");
     exporter::exportGrid(cyrillic, &grid);
     EXPECT_EQ(readWorkbook(cyrillic + ".xlsx")["rows"].toArray().size(), 5);
+}
+
+std::string refusalOf(const QString& name, grid::Grid& grid) {
+    try {
+        exporter::exportGrid(name, &grid);
+    } catch (const ExportError& error) {
+        return error.what();
+    }
+    return "exported";
+}
+
+TEST_F(Export, FollowsLinks) {
+    const auto dataSet = openRange(3);
+    grid::DataSource source("source", *dataSet, nullptr);
+    grid::Grid grid(rangeGrid, source, nullptr);
+    ASSERT_TRUE(QDir(folder_.path()).mkdir("other"));
+    ASSERT_TRUE(QFile::link("second.xlsx", path()));
+    ASSERT_TRUE(QFile::link("other/real.xlsx", path("second.xlsx")));
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_EQ(refusalOf(path(), grid), "exported");
+        EXPECT_EQ(readWorkbook(path("other/real.xlsx"))["rows"].toArray().size(), 5);
+        EXPECT_EQ(files(), QStringList({"book.xlsx", "other", "second.xlsx"}));
+        EXPECT_TRUE(QFileInfo(path()).isSymLink() && QFileInfo(path("second.xlsx")).isSymLink());
+    }
+    ASSERT_TRUE(QFile::link("circle.xlsx", path("circle.xlsx")));
+    EXPECT_NE(refusalOf(path("circle.xlsx"), grid), "exported");
+}
+
+TEST_F(Export, RefusesAWorkbookThatIsReadOnlyOrOpenElsewhere) {
+    const auto dataSet = openRange(3);
+    grid::DataSource source("source", *dataSet, nullptr);
+    grid::Grid grid(rangeGrid, source, nullptr);
+    ASSERT_EQ(refusalOf(path(), grid), "exported");
+    const QByteArray earlier = contents(path());
+    QFile::setPermissions(path(), QFile::ReadOwner);
+    EXPECT_TRUE(refusalOf(path(), grid).ends_with("файл защищён от записи"));
+    QFile::setPermissions(path(), QFile::ReadOwner | QFile::WriteOwner);
+
+    QFile lock(path(".~lock.book.xlsx#"));
+    const auto lockFrom = [&lock](const QString& host) {
+        ASSERT_TRUE(lock.open(QIODevice::WriteOnly));
+        lock.write(QStringLiteral(",user,%1,23.11.2026 10:00,file:///home/user/profile;").arg(host).toUtf8());
+        lock.close();
+    };
+    lockFrom("another-host");
+    EXPECT_NE(refusalOf(path(), grid).find(".~lock.book.xlsx#"), std::string::npos);
+    // Stands in for the office program, which processes are told by.
+    lockFrom(QSysInfo::machineHostName());
+    QFile::copy("/bin/sleep", path("soffice.bin"));
+    QProcess office;
+    office.start(path("soffice.bin"), {"60"});
+    ASSERT_TRUE(office.waitForStarted());
+    EXPECT_NE(refusalOf(path(), grid).find("файл открыт в другой программе"), std::string::npos);
+    EXPECT_EQ(contents(path()), earlier);
+    office.kill();
+    office.waitForFinished();
+    EXPECT_EQ(refusalOf(path(), grid), "exported");
 }
 
 /// Makes every file of the process end at `bytes`, as a full disk would.

@@ -425,12 +425,26 @@ void TTERForm::closed() {
     FormClose();
 }
 
+/// What stands above the printed pages of an export: the edition, the tab, and what was chosen.
+QString TTERForm::printedHeader(const ExportSpec& spec) const {
+    QStringList parts{cxLabel1->text().trimmed()};
+    for (int tab = 0; tab < cxPageControl1->count(); ++tab) {
+        if (cxPageControl1->widget(tab)->isAncestorOf(this->*spec.grid)) {
+            parts += cxPageControl1->tabText(tab);
+        }
+    }
+    if (spec.ofSelection) {
+        parts += {cxComboBox1->currentText(), cxComboBox2->currentText()};
+    }
+    return parts.join(QStringLiteral(", "));
+}
+
 void TTERForm::exportTab(const ExportSpec& spec) {
     const QString selection =
         spec.ofSelection ? cxComboBox1->currentText() + cxComboBox2->currentText() : QString();
     const QString name = exporter::exportFileName(base::programFolder(), cxLabel1->text(),
                                                   base::toQString(spec.fixedText), selection);
-    exporter::exportGrid(name, this->*spec.grid);
+    exporter::exportGrid(name, this->*spec.grid, printedHeader(spec));
     ui::showMessage(QStringLiteral("Выгрузка завершена"));
 }
 

@@ -128,6 +128,7 @@ private:
     void createTreeTab();
     /// Moves the focus from a selector to the page that has come into view.
     void leaveSelectors(int page);
+    [[nodiscard]] QString printedHeader(const ExportSpec& spec) const;
     void exportTab(const ExportSpec& spec);
 
     browser::BrowserHost& host_;

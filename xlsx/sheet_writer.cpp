@@ -9,8 +9,8 @@
 #include "xlsx/styles.h"
 
 #include <algorithm>
-#include <cstring>
 #include <stdexcept>
+#include <string>
 
 namespace xlsx {
 
@@ -33,6 +33,12 @@ constexpr auto heightStart = "\" ht=\"";
 constexpr auto rowEnd = "</row>";
 constexpr auto textType = "\" t=\"inlineStr\"";
 constexpr auto numberType = "\"";
+
+// After the number of a cell's row.
+constexpr Fragment textStart("\"><is><t>");
+constexpr Fragment keptTextStart("\"><is><t xml:space=\"preserve\">");
+constexpr Fragment numberStart("\"><v>");
+constexpr Fragment blankEnd("\"/>");
 constexpr auto textEnd = "</t></is></c>";
 constexpr auto numberEnd = "</v></c>";
 
@@ -57,24 +63,6 @@ char* append(char* out, QByteArrayView bytes) {
 
 } // namespace
 
-// After the number of a cell's row.
-const SheetWriter::Fragment SheetWriter::textStart("\"><is><t>");
-const SheetWriter::Fragment SheetWriter::keptTextStart("\"><is><t xml:space=\"preserve\">");
-const SheetWriter::Fragment SheetWriter::numberStart("\"><v>");
-const SheetWriter::Fragment SheetWriter::blankEnd("\"/>");
-
-SheetWriter::Fragment::Fragment(const QByteArray& text) : size(static_cast<std::size_t>(text.size())) {
-    if (size > bytes.size()) {
-        throw std::length_error("a fragment of a sheet is too long");
-    }
-    std::copy(text.begin(), text.end(), bytes.begin());
-}
-
-inline char* SheetWriter::Fragment::copyTo(char* out) const {
-    std::memcpy(out, bytes.data(), bytes.size());
-    return out + size;
-}
-
 SheetWriter::SheetWriter(Output& output, Page page, std::span<const Column> columns)
     : archive_(output), page_(std::move(page)), buffer_(2 * flushedBytes) {
     for (const Part& part : fixedParts(page_)) {
@@ -85,8 +73,9 @@ SheetWriter::SheetWriter(Output& output, Page page, std::span<const Column> colu
     const std::vector<int> widths = sheetWidths(columns);
     for (std::size_t i = 0; i < columns.size(); ++i) {
         const auto start = [i](CellKind kind, const char* type) {
-            return Fragment("<c s=\"" + QByteArray::number(styleOf(i, kind)) + type + " r=\"" +
-                            columnLetters(i));
+            const QByteArray text =
+                "<c s=\"" + QByteArray::number(styleOf(i, kind)) + type + " r=\"" + columnLetters(i);
+            return Fragment(text.toStdString());
         };
         Cells& cells = columns_.emplace_back();
         cells.header = start(CellKind::Header, textType);
@@ -194,7 +183,7 @@ const SheetWriter::Cells& SheetWriter::nextCell(std::size_t bytes) {
 
 void SheetWriter::startRow() {
     lines_ = 1;
-    rowNumber_ = Fragment(QByteArray::number(rows_ + 1));
+    rowNumber_ = Fragment(std::to_string(rows_ + 1));
     char* const out = append(rowNumber_.copyTo(append(buffer_.data() + used_, rowStart)), heightStart);
     height_ = static_cast<std::size_t>(out - buffer_.data());
     endCell(append(out + heightBytes, "\">"));

@@ -3,12 +3,38 @@
 #include "xlsx/sheet.h"
 #include "xlsx/zip_archive.h"
 
+#include <algorithm>
 #include <array>
+#include <cstring>
 #include <span>
+#include <stdexcept>
 #include <string_view>
 #include <vector>
 
 namespace xlsx {
+
+/// Bytes that stand in many cells, copied by their fixed size because that is the fastest.
+class Fragment final {
+public:
+    constexpr Fragment() = default;
+    /// Throws std::length_error beyond 64 bytes.
+    constexpr explicit Fragment(std::string_view text) : size_(text.size()) {
+        if (size_ > bytes_.size()) {
+            throw std::length_error("a fragment of a sheet is too long");
+        }
+        std::copy(text.begin(), text.end(), bytes_.begin());
+    }
+
+    /// Writes all 64 bytes; returns the end of those that count.
+    [[nodiscard]] char* copyTo(char* out) const {
+        std::memcpy(out, bytes_.data(), bytes_.size());
+        return out + size_;
+    }
+
+private:
+    std::array<char, 64> bytes_{};
+    std::size_t size_ = 0;
+};
 
 /// Writes a workbook of one sheet: a header that stays in view, is printed on every page and carries a
 /// filter, rows, and a footer. The cells of a row follow one another, every column has one; a row goes to the
@@ -35,16 +61,6 @@ public:
     void finish();
 
 private:
-    /// Bytes that stand in many cells, copied by their fixed size because that is the fastest.
-    struct Fragment {
-        std::array<char, 64> bytes{};
-        std::size_t size = 0;
-
-        Fragment() = default;
-        explicit Fragment(const QByteArray& text);
-        [[nodiscard]] char* copyTo(char* out) const;
-    };
-
     /// How the cells of a column begin, up to the number of their row. Their names stand last: what differs
     /// from row to row is then followed by what all cells share, which packs better and faster.
     struct Cells {
@@ -56,8 +72,6 @@ private:
         int fractionDigits = 0;
         int wrapWidth = 0; ///< in units of the font
     };
-
-    static const Fragment textStart, keptTextStart, numberStart, blankEnd;
 
     void writeHeader(std::span<const Column> columns);
     void startRow();

@@ -33,10 +33,6 @@ public:
     Record& u16(std::uint64_t value) { return add(value, 2); }
     Record& u32(std::uint64_t value) { return add(value, 4); }
     Record& u64(std::uint64_t value) { return add(value, 8); }
-    Record& text(std::string_view bytes) {
-        bytes_ += bytes;
-        return *this;
-    }
     [[nodiscard]] const std::string& bytes() const { return bytes_; }
 
 private:
@@ -52,8 +48,20 @@ private:
 
 } // namespace
 
-bool ZipArchive::Part::isLarge() const {
-    return std::max({offset, size, packedSize}) >= limit32;
+/// What a part's own header and its entry in the directory have in common.
+std::string ZipArchive::commonFields(const Part& part, bool large, std::size_t extraBytes) {
+    return Record()
+        .u16(large ? version64 : version)
+        .u16(0) // flags
+        .u16(deflated)
+        .u16(0) // time
+        .u16(noDate)
+        .u32(part.checksum)
+        .u32(large ? limit32 : part.packedSize)
+        .u32(large ? limit32 : part.size)
+        .u16(part.name.size())
+        .u16(extraBytes)
+        .bytes();
 }
 
 /// As long for a part of any size, since it is written before the size is known.
@@ -65,50 +73,20 @@ std::string ZipArchive::localHeader(const Part& part) {
     } else {
         extra.u16(growthTag).u16(16).u16(growthSignature).u16(12).u64(0).u32(0);
     }
-    return Record()
-        .u32(localSignature)
-        .u16(large ? version64 : version)
-        .u16(0)
-        .u16(deflated)
-        .u16(0)
-        .u16(noDate)
-        .u32(part.checksum)
-        .u32(large ? limit32 : part.packedSize)
-        .u32(large ? limit32 : part.size)
-        .u16(part.name.size())
-        .u16(extra.bytes().size())
-        .text(part.name)
-        .text(extra.bytes())
-        .bytes();
+    return Record().u32(localSignature).bytes() + commonFields(part, large, extra.bytes().size()) +
+           part.name + extra.bytes();
 }
 
 std::string ZipArchive::directoryEntry(const Part& part) {
-    const bool large = part.isLarge();
+    const bool large = std::max({part.offset, part.size, part.packedSize}) >= limit32;
     Record extra;
     if (large) {
         extra.u16(sizesTag).u16(24).u64(part.size).u64(part.packedSize).u64(part.offset);
     }
-    return Record()
-        .u32(directorySignature)
-        .u16(large ? version64 : version)
-        .u16(large ? version64 : version)
-        .u16(0)
-        .u16(deflated)
-        .u16(0)
-        .u16(noDate)
-        .u32(part.checksum)
-        .u32(large ? limit32 : part.packedSize)
-        .u32(large ? limit32 : part.size)
-        .u16(part.name.size())
-        .u16(extra.bytes().size())
-        .u16(0) // comment
-        .u16(0) // disk
-        .u16(0) // attributes
-        .u32(0)
-        .u32(large ? limit32 : part.offset)
-        .text(part.name)
-        .text(extra.bytes())
-        .bytes();
+    // Comment, disk, attributes, place.
+    const Record place = Record().u16(0).u16(0).u16(0).u32(0).u32(large ? limit32 : part.offset);
+    return Record().u32(directorySignature).u16(large ? version64 : version).bytes() +
+           commonFields(part, large, extra.bytes().size()) + place.bytes() + part.name + extra.bytes();
 }
 
 void ZipArchive::beginPart(std::string_view name) {

@@ -34,10 +34,9 @@ private:
         std::uint64_t size = 0;
         std::uint64_t packedSize = 0;
         std::uint32_t checksum = 0;
-
-        [[nodiscard]] bool isLarge() const;
     };
 
+    [[nodiscard]] static std::string commonFields(const Part& part, bool large, std::size_t extraBytes);
     [[nodiscard]] static std::string localHeader(const Part& part);
     [[nodiscard]] static std::string directoryEntry(const Part& part);
     void append(QByteArrayView bytes);

@@ -74,9 +74,11 @@ private:
         if (used_ > 0) {
             startLine();
         }
-        for (const char character : word) {
-            const int width = widthOf(character);
-            if (used_ > 0 && used_ + width > width_) {
+        for (std::size_t i = 0; i < word.size(); ++i) {
+            const int width = widthOf(word[i]);
+            // The minus of a number that has to be cut stays behind alone.
+            const bool afterMinus = i == 1 && word.front() == '-';
+            if (used_ > 0 && (afterMinus || used_ + width > width_)) {
                 startLine();
             }
             used_ += width;

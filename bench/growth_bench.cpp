@@ -57,7 +57,7 @@ public:
     }
 
     double exportGrid() {
-        return timeOf([&] { browser::exportGrid(TERForm->cxGrid1, folder_, exportName); });
+        return timeOf([&] { browser::exportGrid(TERForm->cxGrid1, folder_, exportName, {}); });
     }
 
 private:

@@ -39,14 +39,15 @@ private:
 
 } // namespace
 
-void exportGrid(grid::Grid* grid, const QString& folder, const QString& name) {
+void exportGrid(grid::Grid* grid, const QString& folder, const QString& name, const QString& pageHeader) {
     if (!grid) {
         return;
     }
     const ui::NestedHourglass hourglass;
     const SuspendedGrid suspended(*grid);
     const grid::TableView& view = grid->view();
-    exporter::exportTable({view.tableModel(), view.visibleColumns(), view.footerColumn()}, folder, name);
+    exporter::exportTable({view.tableModel(), view.visibleColumns(), view.footerColumn(), pageHeader}, folder,
+                          name);
 }
 
 } // namespace browser

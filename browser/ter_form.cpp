@@ -407,6 +407,15 @@ void TTERForm::closed() {
     FormClose();
 }
 
+/// What stands above the printed pages of an export: the edition, the tab, and what was chosen.
+QString TTERForm::printedHeader(const TabSpec& tab) const {
+    QStringList parts{cxLabel1->text().trimmed(), base::toQString(tab.sheet.caption)};
+    if (tab.file.ofSelection) {
+        parts += {cxComboBox1->currentText(), cxComboBox2->currentText()};
+    }
+    return parts.join(QStringLiteral(", "));
+}
+
 void TTERForm::exportTab(QPushButton* TTERForm::*button) {
     const TabSpec& tab = *std::find_if(std::begin(tabs), std::end(tabs), [&](const TabSpec& candidate) {
         return candidate.button.member == button;
@@ -414,7 +423,8 @@ void TTERForm::exportTab(QPushButton* TTERForm::*button) {
     const QString selection =
         tab.file.ofSelection ? cxComboBox1->currentText() + cxComboBox2->currentText() : QString();
     browser::exportGrid(this->*tab.shown.member, base::programFolder(),
-                        cxLabel1->text() + base::toQString(tab.file.fixedText) + selection);
+                        cxLabel1->text() + base::toQString(tab.file.fixedText) + selection,
+                        printedHeader(tab));
     ui::showMessage(QStringLiteral("Выгрузка завершена"));
 }
 

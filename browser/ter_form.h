@@ -126,6 +126,7 @@ private:
     void createTreeTab();
     /// Moves the focus from a selector to the page that has come into view.
     void leaveSelectors(int page);
+    [[nodiscard]] QString printedHeader(const TabSpec& tab) const;
     /// Writes the grid of the tab with that button to a workbook.
     void exportTab(QPushButton* TTERForm::*button);
 

@@ -1,39 +1,44 @@
 #pragma once
 
+#include "xlsx/output.h"
+
+#include <QFile>
 #include <QLockFile>
 #include <QString>
 
 namespace exporter {
 
 /// A file that is written under a temporary name and takes the place of its target in one step when it is
-/// complete. Until then, and whenever anything fails, the target is left as it was.
+/// complete. Until then, and whenever anything fails, the target is left as it was. A symbolic link stays:
+/// what it leads to is replaced. Everything throws ExportError with the system's reason.
 ///
 /// The temporary name follows from the target's, so that what a killed program left is overwritten by its
 /// next try; a lock keeps two programs apart that write the same file at once.
-class ReplacementFile final {
+class ReplacementFile final : public xlsx::Output {
 public:
-    /// Throws ExportError when `target` can be told to be impossible, or is being written by another program.
+    /// Throws when `target` can be told to be impossible, is read-only or in use by another program.
     explicit ReplacementFile(const QString& target);
     /// Removes the temporary file unless it has become the target.
-    ~ReplacementFile();
-    ReplacementFile(const ReplacementFile&) = delete;
-    ReplacementFile& operator=(const ReplacementFile&) = delete;
+    ~ReplacementFile() override;
 
-    [[nodiscard]] const QString& target() const { return target_; }
-    /// Where to write.
-    [[nodiscard]] const QString& path() const { return path_; }
+    void append(QByteArrayView bytes) override;
+    void overwrite(std::int64_t offset, QByteArrayView bytes) override;
 
-    /// Makes the written file the target. Throws ExportError.
+    /// Makes the written file the target.
     void commit();
 
 private:
     void checkTarget() const;
+    void checkUse() const;
     void lock();
-    void flushToDisk() const;
+    void flushToDisk();
+    void flushFolder() const;
+    [[noreturn]] void fail(const QString& reason) const;
 
     QString target_;
-    QString path_;
+    QString place_; ///< of the target itself, behind all links
     QLockFile lock_;
+    QFile file_;
     bool committed_ = false;
 };
 

@@ -28,10 +28,13 @@ print(json.dumps({
     "sheets": workbook.sheetnames,
     "rows": [[cell(c) for c in row] for row in sheet.iter_rows()],
     "widths": [sheet.column_dimensions[get_column_letter(i + 1)].width for i in range(sheet.max_column)],
+    "heights": [sheet.row_dimensions[i + 1].height for i in range(sheet.max_row)],
     "frozen": sheet.freeze_panes,
     "filter": sheet.auto_filter.ref,
     "titleRows": sheet.print_title_rows,
     "page": [sheet.page_setup.orientation, sheet.page_setup.fitToWidth, sheet.page_setup.fitToHeight,
              sheet.sheet_properties.pageSetUpPr.fitToPage, sheet.page_setup.paperSize],
     "creator": workbook.properties.creator,
+    "title": workbook.properties.title,
+    "printed": [sheet.oddHeader.center.text, sheet.oddFooter.center.text],
 }))

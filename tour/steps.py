@@ -1,5 +1,5 @@
 """The steps of the tour. Each does what a user does, checks what the program then shows, and says it in a line."""
-from tour import workbook
+from tour import row_heights, workbook
 from tour.catalog import (COEFFICIENTS, CONTENTS, FER2014, FER2017, FER2020, FIRMS, GRID_TABS, LABOUR, MACHINES,
                           MATERIALS, REGIONS, SERVER, TER, TRANSPORT, TREE_TAB, Selection, count, literal, query,
                           rows, shown)
@@ -406,7 +406,8 @@ def export_arranged(tour, text):
 
 def open_in_office(tour):
     workbook.check_in_office(tour.exported, tour.folder)
-    return f"LibreOffice opens all {len(tour.exported)} workbooks"
+    workbook.require(row_heights.check(list(tour.exported)), "rows of workbooks are not as tall as their texts need")
+    return f"LibreOffice opens all {len(tour.exported)} workbooks and finds their rows as tall as they should be"
 
 
 # The end

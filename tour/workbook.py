@@ -43,7 +43,7 @@ def _check_style(path, cell, column):
     if cell.value is None:
         return
     is_number = column.digits is not None
-    wanted_format = "General" if not is_number else "0." + "0" * column.digits if column.digits else "0"
+    wanted_format = "@" if not is_number else "0." + "0" * column.digits if column.digits else "0"
     wanted_side = "right" if column.digits else "left"
     require(cell.number_format == wanted_format and cell.alignment.horizontal == wanted_side,
             f"{path.name}: {cell.coordinate} has the format {cell.number_format}, {cell.alignment.horizontal}")

@@ -4,12 +4,9 @@
 #include "browser/grid_export.h"
 #include "data/data_modul.h"
 #include "data/selection.h"
-#include "export/exact_number.h"
 #include "export/export_error.h"
 #include "export/export_file_name.h"
 #include "export/sheet_name.h"
-#include "export/sheet_text.h"
-#include "export/xlsx_library.h"
 #include "grid/rows/column.h"
 #include "grid/rows/table_model.h"
 #include "grid/table/grid.h"
@@ -26,6 +23,7 @@
 #include <QProcess>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QSysInfo>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QVBoxLayout>
@@ -64,9 +62,9 @@ QJsonObject readWorkbook(const QString& path) {
     return QJsonDocument::fromJson(reader.readAllStandardOutput()).object();
 }
 
-void exportTo(const QString& path, grid::Grid* grid) {
+void exportTo(const QString& path, grid::Grid* grid, const QString& pageHeader = {}) {
     const QString folder = base::folderOf(path);
-    browser::exportGrid(grid, folder, path.sliced(folder.size()));
+    browser::exportGrid(grid, folder, path.sliced(folder.size()), pageHeader);
 }
 
 QJsonObject cell(const QJsonObject& workbook, int row, int column) {
@@ -135,7 +133,8 @@ void expectShown(const QJsonObject& workbook, const grid::TableView& view) {
             } else {
                 EXPECT_EQ(written["type"].toString(), "text");
                 EXPECT_EQ(written["value"].toString(), shown) << row << ' ' << i;
-                EXPECT_EQ(written["wrap"].toBool(), !number);
+                EXPECT_TRUE(written["wrap"].toBool());
+                EXPECT_EQ(written["format"].toString(), "@");
                 EXPECT_TRUE(!number || shown.count(QRegularExpression("[0-9]")) > 15) << shown.toStdString();
             }
             if (!shown.isEmpty()) {
@@ -155,7 +154,7 @@ TEST_F(Export, WritesTheViewAsItIsShown) {
     grid::Grid materials(materialGrid, module_.DataSource3, nullptr);
     materials.resize(1000, 600);
     materials.show();
-    exportTo(path(), &materials);
+    exportTo(path(), &materials, "ТЕР");
     QJsonObject book = readWorkbook(path());
     expectShown(book, materials.view());
     EXPECT_EQ(book["sheets"].toArray(), QJsonArray{"book"});
@@ -164,7 +163,9 @@ TEST_F(Export, WritesTheViewAsItIsShown) {
     EXPECT_EQ(book["titleRows"].toString(), "$1:$1");
     EXPECT_EQ(QJsonDocument(book["page"].toArray()).toJson(QJsonDocument::Compact),
               R"(["landscape",null,0,true,9])");
-    EXPECT_EQ(book["creator"].toString(), "");
+    EXPECT_EQ(book["creator"].toString(), "Tarvelo");
+    EXPECT_EQ(book["title"].toString(), "book");
+    EXPECT_EQ(book["printed"][0].toString(), "ТЕР");
     EXPECT_TRUE(cell(book, 0, 0)["bold"].toBool());
     EXPECT_EQ(cell(book, 0, 4)["align"].toString(), "right");
     EXPECT_NEAR(book["widths"][2].toDouble() / book["widths"][0].toDouble(), 3.0, 0.2);
@@ -205,37 +206,6 @@ TEST_F(Export, WritesNumbersWithAPointInEveryLocale) {
     std::setlocale(LC_ALL, "C.UTF-8");
     qunsetenv("LOCPATH");
     expectShown(readWorkbook(path()), coefficients.view());
-}
-
-TEST(ExactNumber, RefusesWhatFifteenDigitsCannotHold) {
-    using Limits = std::numeric_limits<std::int64_t>;
-    EXPECT_EQ(exporter::exactNumber(999'999'999'999'999, 2), 9'999'999'999'999.99);
-    EXPECT_EQ(exporter::exactNumber(1'000'000'000'000'001, 2), std::nullopt);
-    EXPECT_EQ(exporter::exactNumber(-9'007'199'254'740'900, 2), -90'071'992'547'409.0);
-    EXPECT_EQ(exporter::exactNumber(1'234'500'000'000'000'000, 0), 1'234'500'000'000'000'000.0);
-    EXPECT_EQ(exporter::exactNumber(-1, 4), -0.0001);
-    EXPECT_EQ(exporter::exactNumber(Limits::min(), 0), std::nullopt);
-}
-
-TEST(SheetText, EscapesWhatAReaderWouldTakeForAnEscape) {
-    exporter::SheetText text;
-    EXPECT_STREQ(text.encode(std::string_view("\0a\r\n\t\x1F", 6)), "_x0000_a_x000D_\n\t_x001F_");
-    EXPECT_STREQ(text.encode("_x0041_ _x004_ _X0041_"), "_x005F_x0041_ _x004_ _X0041_");
-    // The escaped character's own "_" would complete what stands before it.
-    EXPECT_STREQ(text.encode("_x0041\x01"), "_x005F_x0041_x0001_");
-    EXPECT_STREQ(text.encode("\x98\xC6"), "\xC2\x98Ж");
-}
-
-TEST(XlsxLibrary, ThatDoesNotFitIsNamed) {
-    for (const char* name : {"no_such_writer.so", "libc.so.6"}) {
-        try {
-            const exporter::XlsxLibrary library{QString(name)};
-            ADD_FAILURE() << name << " is taken for the library";
-        } catch (const base::FileError& error) {
-            EXPECT_TRUE(error.message().startsWith("Не загружается библиотека книг")) << error.what();
-            EXPECT_TRUE(error.message().contains(name)) << error.what();
-        }
-    }
 }
 
 TEST(ExportNames, FollowTheRules) {
@@ -290,6 +260,63 @@ TEST_F(Export, NamesTheReasonWhenTheFileIsImpossible) {
     EXPECT_EQ(readWorkbook(cyrillic + ".xlsx")["rows"].toArray().size(), 5);
 }
 
+std::string refusalOf(const QString& name, grid::Grid& grid) {
+    try {
+        exportTo(name, &grid);
+    } catch (const ExportError& error) {
+        return error.what();
+    }
+    return "exported";
+}
+
+TEST_F(Export, FollowsLinks) {
+    const auto dataSet = openRange(3);
+    db::DataSource source("source", *dataSet, nullptr);
+    grid::Grid grid(rangeGrid, source, nullptr);
+    ASSERT_TRUE(QDir(folder_.path()).mkdir("other"));
+    ASSERT_TRUE(QFile::link("second.xlsx", path()));
+    ASSERT_TRUE(QFile::link("other/real.xlsx", path("second.xlsx")));
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_EQ(refusalOf(path(), grid), "exported");
+        EXPECT_EQ(readWorkbook(path("other/real.xlsx"))["rows"].toArray().size(), 5);
+        EXPECT_EQ(files(), QStringList({"book.xlsx", "other", "second.xlsx"}));
+        EXPECT_TRUE(QFileInfo(path()).isSymLink() && QFileInfo(path("second.xlsx")).isSymLink());
+    }
+    ASSERT_TRUE(QFile::link("circle.xlsx", path("circle.xlsx")));
+    EXPECT_NE(refusalOf(path("circle.xlsx"), grid), "exported");
+}
+
+TEST_F(Export, RefusesAWorkbookThatIsReadOnlyOrOpenElsewhere) {
+    const auto dataSet = openRange(3);
+    db::DataSource source("source", *dataSet, nullptr);
+    grid::Grid grid(rangeGrid, source, nullptr);
+    ASSERT_EQ(refusalOf(path(), grid), "exported");
+    const QByteArray earlier = contents(path());
+    QFile::setPermissions(path(), QFile::ReadOwner);
+    EXPECT_TRUE(refusalOf(path(), grid).ends_with("файл защищён от записи"));
+    QFile::setPermissions(path(), QFile::ReadOwner | QFile::WriteOwner);
+
+    QFile lock(path(".~lock.book.xlsx#"));
+    const auto lockFrom = [&lock](const QString& host) {
+        ASSERT_TRUE(lock.open(QIODevice::WriteOnly));
+        lock.write(QStringLiteral(",user,%1,23.11.2026 10:00,file:///home/user/profile;").arg(host).toUtf8());
+        lock.close();
+    };
+    lockFrom("another-host");
+    EXPECT_NE(refusalOf(path(), grid).find(".~lock.book.xlsx#"), std::string::npos);
+    // Stands in for the office program, which processes are told by.
+    lockFrom(QSysInfo::machineHostName());
+    QFile::copy("/bin/sleep", path("soffice.bin"));
+    QProcess office;
+    office.start(path("soffice.bin"), {"60"});
+    ASSERT_TRUE(office.waitForStarted());
+    EXPECT_NE(refusalOf(path(), grid).find("файл открыт в другой программе"), std::string::npos);
+    EXPECT_EQ(contents(path()), earlier);
+    office.kill();
+    office.waitForFinished();
+    EXPECT_EQ(refusalOf(path(), grid), "exported");
+}
+
 /// Makes every file of the process end at `bytes`, as a full disk would.
 class FileSizeLimit {
 public:
@@ -335,7 +362,7 @@ TEST_F(Export, NoticesAFullDiskWhereverItStrikes) {
 
     int failures = 0;
     rlim_t limit = 0;
-    for (; !exportsUnderLimit(path(), grid, limit); limit += 60, ++failures) {
+    for (; !exportsUnderLimit(path(), grid, limit); limit += 30, ++failures) {
         ASSERT_EQ(contents(path()), earlier) << limit;
         ASSERT_EQ(files(), QStringList("book.xlsx")) << limit;
         ASSERT_LT(limit, 1'000'000);

@@ -1,0 +1,213 @@
+#include "base/win1251.h"
+#include "xlsx/cell_text.h"
+#include "xlsx/line_breaking.h"
+#include "xlsx/number_text.h"
+#include "xlsx/output.h"
+#include "xlsx/sheet_writer.h"
+
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+namespace {
+
+using base::win1251::encode;
+
+class FileOutput final : public xlsx::Output {
+public:
+    explicit FileOutput(const QString& name) : file_(name) {
+        EXPECT_TRUE(file_.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    }
+    void append(QByteArrayView bytes) override {
+        ASSERT_EQ(file_.write(bytes.data(), bytes.size()), bytes.size());
+    }
+    void overwrite(std::int64_t offset, QByteArrayView bytes) override {
+        const qint64 end = file_.pos();
+        file_.seek(offset);
+        append(bytes);
+        file_.seek(end);
+    }
+
+private:
+    QFile file_;
+};
+
+QByteArray python(const QStringList& arguments) {
+    QProcess process;
+    process.start("/usr/bin/python3", arguments);
+    EXPECT_TRUE(process.waitForFinished(300'000) && process.exitCode() == 0)
+        << process.readAllStandardError().toStdString();
+    return process.readAllStandardOutput();
+}
+
+std::string text(const QString& text) {
+    return encode(text).toStdString();
+}
+
+std::string numberText(std::int64_t units, int digits) {
+    std::array<char, xlsx::longestNumber> buffer;
+    return {buffer.data(), xlsx::writeNumber(buffer.data(), units, digits)};
+}
+
+std::string cellText(std::string_view win1251) {
+    std::vector<char> buffer((win1251.size() + 1) * xlsx::longestCharacter);
+    return {buffer.data(), xlsx::writeText(buffer.data(), win1251)};
+}
+
+TEST(NumberText, IsWrittenDigitForDigit) {
+    using Limits = std::numeric_limits<std::int64_t>;
+    EXPECT_EQ(numberText(845, 2), "8.45");
+    EXPECT_EQ(numberText(-5, 2), "-0.05");
+    EXPECT_EQ(numberText(0, 4), "0.0000");
+    EXPECT_EQ(numberText(-120, 0), "-120");
+    EXPECT_EQ(numberText(Limits::max(), 18), "9.223372036854775807");
+    EXPECT_EQ(numberText(Limits::min(), 4), "-922337203685477.5808");
+    EXPECT_EQ(numberText(1, 18), "0.000000000000000001");
+    EXPECT_TRUE(xlsx::isExactInSpreadsheet(999'999'999'999'999));
+    EXPECT_TRUE(xlsx::isExactInSpreadsheet(-1'234'500'000'000'000'000));
+    EXPECT_FALSE(xlsx::isExactInSpreadsheet(1'000'000'000'000'001));
+    EXPECT_FALSE(xlsx::isExactInSpreadsheet(Limits::min()));
+}
+
+TEST(CellText, EscapesWhatAReaderWouldTakeForAnEscape) {
+    EXPECT_EQ(cellText(std::string_view("\0a\r\n\t\x1F", 6)), "_x0000_a_x000D_\n\t_x001F_");
+    EXPECT_EQ(cellText("_x0041_ _x004_ _X0041_"), "_x005F_x0041_ _x004_ _X0041_");
+    // The escaped character's own "_" would complete what stands before it.
+    EXPECT_EQ(cellText("_x0041\x01"), "_x005F_x0041_x0001_");
+    EXPECT_EQ(cellText("\x98\xC6<&>\""), "\xC2\x98Ж&lt;&amp;&gt;&#34;");
+    const QString mixed = QStringLiteral("中😀_x0041_") + QChar(0xD83D) + QChar(1);
+    EXPECT_EQ(xlsx::textOf(mixed).toStdString(), "中😀_x005F_x0041__xD83D__x0001_");
+}
+
+TEST(LineBreaking, BreaksAtBlanksAndHyphens) {
+    // A cell of five digits.
+    const auto lines = [](const QString& shown) {
+        return xlsx::linesOf(text(shown), 5 * 1038, xlsx::regularWidths);
+    };
+    EXPECT_EQ(lines(""), 1);
+    EXPECT_EQ(lines("11111"), 1);
+    EXPECT_EQ(lines("11111 "), 1);
+    EXPECT_EQ(lines("11111 22222"), 2);
+    EXPECT_EQ(lines("1111 2222 3333"), 3);
+    EXPECT_EQ(lines("111111"), 2);
+    // A word that is too long for a line begins a new one.
+    EXPECT_EQ(lines("1 222222"), 3);
+    EXPECT_EQ(lines("11 33"), 1);
+    EXPECT_EQ(lines("нн-нннн"), 2);
+    EXPECT_EQ(lines("1\n\n2\n"), 4);
+    EXPECT_EQ(lines("1\r\n2\r3"), 3);
+    // Where a spreadsheet keeps characters together.
+    EXPECT_EQ(lines("1111 / 22"), 2);
+    EXPECT_EQ(lines("111 ( 2"), 2);
+    EXPECT_EQ(lines("111-222"), 2);
+    EXPECT_EQ(lines("-1111111"), 3);
+    EXPECT_EQ(lines("1" + QString(30, ' ') + "1"), 4);
+    EXPECT_EQ(lines(QString(12, u'\u00A0')), 2);
+}
+
+const std::vector<xlsx::Column>& columns() {
+    static const std::vector<xlsx::Column> result{
+        {"Имя & \"<_x0041_>\"", 100, Qt::AlignLeft, Qt::AlignLeft, std::nullopt},
+        {"Сметная цена за единицу", 90, Qt::AlignRight, Qt::AlignRight, 2},
+        {"Код", 60, Qt::AlignLeft, Qt::AlignLeft, 0}};
+    return result;
+}
+
+TEST(SheetWriter, KeepsWhatIsWritten) {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("book.xlsx");
+    const QStringList texts{"00012",   "=1+1",       "  края  ",          "a\nb",
+                            "_x0041_", "\x01<&>\"'", QString(1000, u'Щ'), "1E5"};
+    {
+        FileOutput output(path);
+        xlsx::SheetWriter writer(
+            output, {"О'_x0041_ & К", "Название <&>", "ТЕР & К  " + QString(300, u'&'), u','}, columns());
+        for (const QString& each : texts) {
+            writer.text(text(each));
+            writer.number(-845);
+            writer.blank();
+            writer.endRow();
+        }
+        writer.text("");
+        writer.number(std::numeric_limits<std::int64_t>::min());
+        writer.number(1'234'567'890'123'456);
+        writer.endRow();
+        writer.footer(1, texts.size() + 1);
+        writer.finish();
+    }
+    EXPECT_EQ(python({TARVELO_SOURCE_DIR "/tests/xlsx/check_parts.py", path}).toStdString(), "");
+
+    const QJsonObject book =
+        QJsonDocument::fromJson(python({TARVELO_SOURCE_DIR "/tests/read_workbook.py", path})).object();
+    const QJsonArray rows = book["rows"].toArray();
+    const auto value = [&rows](qsizetype row, int column) { return rows[row][column]["value"]; };
+    ASSERT_EQ(rows.size(), texts.size() + 3);
+    for (int i = 0; i < 3; ++i) {
+        EXPECT_EQ(value(0, i).toString(), columns()[static_cast<std::size_t>(i)].header);
+    }
+    for (qsizetype i = 0; i < texts.size(); ++i) {
+        EXPECT_EQ(value(i + 1, 0).toString(), texts[i]);
+        EXPECT_EQ(rows[i + 1][0]["format"].toString(), "@");
+        EXPECT_EQ(value(i + 1, 1).toDouble(), -8.45);
+        EXPECT_TRUE(rows[i + 1][2].isNull());
+    }
+    const qsizetype last = texts.size() + 1;
+    EXPECT_TRUE(rows[last][0].isNull());
+    EXPECT_EQ(value(last, 1).toString(), "-92233720368547758,08");
+    EXPECT_EQ(value(last, 2).toString(), "1234567890123456");
+    EXPECT_EQ(value(last + 1, 1).toInt(), last);
+    EXPECT_EQ(book["title"].toString(), "Название <&>");
+    const QString header = book["printed"][0].toString();
+    EXPECT_TRUE(header.startsWith("ТЕР && К") && header.count('&') % 2 == 0 && header.size() <= 253)
+        << header.toStdString();
+    EXPECT_EQ(book["printed"][1].toString(), "Стр. &P из &N");
+    // The captions leave room for the buttons of the filter; 1000 letters need more than a row may have.
+    EXPECT_EQ(QJsonDocument(book["heights"].toArray()).toJson(QJsonDocument::Compact),
+              "[45,15,15,15,30,15,15,409.5,15,45,15]");
+}
+
+TEST(SheetWriter, RefusesWhatASheetCannotHold) {
+    const QTemporaryDir folder;
+    FileOutput output(folder.filePath("book.xlsx"));
+    xlsx::SheetWriter writer(output, {"Лист", {}, {}, u'.'}, columns());
+    EXPECT_THROW(writer.text(std::string(xlsx::longestText + 1, 'a')), std::length_error);
+    writer.text(std::string(xlsx::longestText, '\x01'));
+    EXPECT_THROW(writer.endRow(), std::logic_error);
+    writer.blank();
+    writer.blank();
+    EXPECT_THROW(writer.blank(), std::logic_error);
+}
+
+TEST(ZipArchive, HoldsPartsBeyondFourGigabytes) {
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("large.zip");
+    const std::int64_t megabytes = 4097;
+    {
+        FileOutput output(path);
+        xlsx::ZipArchive archive(output);
+        archive.writePart("small", "before");
+        archive.beginPart("large");
+        const QByteArray megabyte(1 << 20, '7');
+        for (std::int64_t i = 0; i < megabytes; ++i) {
+            archive.write(megabyte);
+        }
+        archive.endPart();
+        archive.writePart("last", "after");
+        archive.finish();
+    }
+    const char* const script =
+        "import sys, zipfile\n"
+        "archive = zipfile.ZipFile(sys.argv[1])\n"
+        "print(archive.testzip(), archive.getinfo('large').file_size, archive.read('last'))";
+    EXPECT_EQ(python({"-c", script, path}).toStdString(),
+              "None " + std::to_string(megabytes << 20) + " b'after'\n");
+}
+
+} // namespace

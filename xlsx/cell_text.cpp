@@ -1,0 +1,114 @@
+#include "xlsx/cell_text.h"
+
+#include "base/win1251.h"
+
+#include <QString>
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstring>
+
+namespace xlsx {
+
+namespace {
+
+/// What stands for one byte.
+struct Encoded {
+    std::array<char, longestCharacter - 1> bytes{};
+    std::uint8_t length = 0;
+};
+static_assert(sizeof(Encoded) == longestCharacter);
+
+constexpr char16_t escapeStart = u'_';
+
+QByteArray escaped(char16_t unit) {
+    return "_x" + QByteArray::number(unit, 16).rightJustified(4, '0').toUpper() + "_";
+}
+
+bool needsEscape(char16_t unit) {
+    return (unit < 0x20 && unit != u'\t' && unit != u'\n') || unit >= 0xFFFE;
+}
+
+QByteArray encodedUnit(char16_t unit) {
+    switch (unit) {
+    case u'&':
+        return "&amp;";
+    case u'<':
+        return "&lt;";
+    case u'>':
+        return "&gt;";
+    case u'"': // as it must be in an attribute
+        return "&#34;";
+    default:
+        return needsEscape(unit) ? escaped(unit) : QString(QChar(unit)).toUtf8();
+    }
+}
+
+Encoded encoded(const QByteArray& bytes) {
+    Encoded result;
+    std::copy(bytes.begin(), bytes.end(), result.bytes.begin());
+    result.length = static_cast<std::uint8_t>(bytes.size());
+    return result;
+}
+
+using EncodingTable = std::array<Encoded, 256>;
+
+EncodingTable makeTable() {
+    EncodingTable table;
+    std::transform(base::win1251::characters.begin(), base::win1251::characters.end(), table.begin(),
+                   [](char16_t unit) { return encoded(encodedUnit(unit)); });
+    return table;
+}
+
+bool isHexDigit(QChar unit) {
+    return QStringView(u"0123456789ABCDEFabcdef").contains(unit);
+}
+
+/// Whether a reader would take the beginning of `text`, which is a "_", for an escaped character. What is
+/// escaped itself begins with a "_" too.
+bool looksEscaped(QStringView text) {
+    if (text.size() <= 6 || text[1] != u'x') {
+        return false;
+    }
+    const QStringView digits = text.sliced(2, 4);
+    return std::all_of(digits.begin(), digits.end(), isHexDigit) &&
+           (text[6] == u'_' || needsEscape(text[6].unicode()));
+}
+
+bool looksEscaped(std::string_view text) {
+    return text.size() > 6 && text[1] == 'x' && looksEscaped(base::win1251::decode(text.substr(0, 7)));
+}
+
+} // namespace
+
+char* writeText(char* out, std::string_view win1251) {
+    static const EncodingTable table = makeTable();
+    static const Encoded start = encoded(escaped(escapeStart));
+    for (std::size_t i = 0; i < win1251.size(); ++i) {
+        const bool plain = win1251[i] != '_' || !looksEscaped(win1251.substr(i));
+        const Encoded& entry = plain ? table[static_cast<unsigned char>(win1251[i])] : start;
+        // A copy of fixed size is the fastest; `length` bytes of it count.
+        std::memcpy(out, entry.bytes.data(), entry.bytes.size());
+        out += entry.length;
+    }
+    return out;
+}
+
+QByteArray textOf(QStringView text) {
+    QByteArray result;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QStringView rest = text.sliced(i);
+        if (rest.size() > 1 && rest[0].isHighSurrogate() && rest[1].isLowSurrogate()) {
+            result += rest.first(2).toUtf8();
+            ++i;
+        } else if (rest[0].isSurrogate() || (rest[0] == u'_' && looksEscaped(rest))) {
+            result += escaped(rest[0].unicode());
+        } else {
+            result += encodedUnit(rest[0].unicode());
+        }
+    }
+    return result;
+}
+
+} // namespace xlsx

@@ -9,12 +9,7 @@
 
 namespace {
 
-using test::bind;
-using test::connectTo;
-using test::errorOf;
-using test::openAll;
-using test::runSql;
-using test::sqlValue;
+using namespace test;
 
 /// A row as text: its values separated by "|", NULL as "<null>".
 QString rowText(const db::DataSet& dataSet, int row) {

@@ -13,12 +13,7 @@
 
 namespace {
 
-using test::bind;
-using test::connectTo;
-using test::errorOf;
-using test::openAll;
-using test::runSql;
-using test::sqlValue;
+using namespace test;
 
 TEST(Connection, HasTheSettingsThatTheServerReports) {
     TDM module;

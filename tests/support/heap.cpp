@@ -1,0 +1,21 @@
+#include "support/heap.h"
+
+#ifdef __SANITIZE_ADDRESS__
+#include <sanitizer/allocator_interface.h>
+#else
+#include <malloc.h>
+#endif
+
+namespace test {
+
+std::size_t allocatedBytes() {
+#ifdef __SANITIZE_ADDRESS__
+    // What is freed stays in quarantine and counts until it is purged.
+    __sanitizer_purge_allocator();
+    return __sanitizer_get_current_allocated_bytes();
+#else
+    return mallinfo2().uordblks;
+#endif
+}
+
+} // namespace test

@@ -1,7 +1,9 @@
 #include "support/heap.h"
 
 #ifdef __SANITIZE_ADDRESS__
-#include <sanitizer/allocator_interface.h>
+// Part of the sanitizer's runtime, whose header the compiler does not bring.
+extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
+extern "C" void __sanitizer_purge_allocator();
 #else
 #include <malloc.h>
 #endif

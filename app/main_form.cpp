@@ -1,7 +1,6 @@
 #include "app/main_form.h"
 
 #include "app/action_manager.h"
-#include "app/catalog_connection.h"
 #include "app/error_log.h"
 #include "app/flat_tool_bar.h"
 #include "app/input_box.h"
@@ -20,6 +19,8 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <array>
+#include <functional>
 
 TMainForm* MainForm = nullptr;
 
@@ -29,6 +30,11 @@ constexpr QSize designSize(966, 642);
 constexpr int toolBarHeight = 23;
 constexpr int statusBarHeight = 20;
 constexpr int browserMargin = 3;
+
+constexpr int closeCommand = 9;
+static_assert(std::none_of(data::editions.begin(), data::editions.end(), [](const data::Edition& edition) {
+    return edition.number == 0 || edition.number == closeCommand;
+}));
 
 constexpr int connectionPanel = 0;
 constexpr int hintPanel = 1;
@@ -42,10 +48,58 @@ QString tahoma() {
     return QStringLiteral("Tahoma");
 }
 
+/// Any failure is told by the result alone: the status bar is all that a failed connection shows.
+bool connectToCatalog(const QString& server) {
+    try {
+        DM->connectTo(server);
+        return true;
+    } catch (const std::exception&) {
+        return false;
+    }
+}
+
+const data::Edition& editionOf(int number) {
+    return *std::find_if(data::editions.begin(), data::editions.end(),
+                         [number](const data::Edition& edition) { return edition.number == number; });
+}
+
 } // namespace
+
+/// A command that code reaches by its name, and the handler that it runs.
+struct TMainForm::NamedCommand {
+    int number;
+    QAction* TMainForm::*member;
+    void (TMainForm::*handler)(QObject& sender);
+};
+
+const TMainForm::NamedCommand TMainForm::namedCommands[]{
+    {1, &TMainForm::Action1, &TMainForm::Action1Execute},
+    {4, &TMainForm::Action4, &TMainForm::Action4Execute},
+    {7, &TMainForm::Action7, &TMainForm::Action7Execute},
+    {8, &TMainForm::Action8, &TMainForm::Action8Execute},
+    {closeCommand, &TMainForm::Action9, &TMainForm::Action9Execute},
+};
 
 TMainForm::TMainForm() {
     setObjectName(QStringLiteral("MainForm"));
+    showEmpty();
+    createEvents();
+    OpenDialog1 = new app::OpenDialog(QStringLiteral("OpenDialog1"), QStringLiteral("Открыть базу данных"),
+                                      QStringLiteral("BAZAKATALOG.FDB"), this);
+    createMenu();
+    createToolBar();
+    createCommands();
+    createClientPanel();
+    createStatusBar();
+    layOut();
+    MainForm = this;
+}
+
+TMainForm::~TMainForm() {
+    MainForm = nullptr;
+}
+
+void TMainForm::showEmpty() {
     setWindowTitle(QStringLiteral("Tarvelo"));
     setFont(ui::pixelFont(tahoma(), 11));
     QPalette white = palette();
@@ -55,33 +109,15 @@ TMainForm::TMainForm() {
     move(screen()->availableGeometry().center() - QRect(QPoint(), designSize).center());
     // The window manager gives the window its place and size while its parts are being made.
     showMaximized();
+}
 
+void TMainForm::createEvents() {
     ApplicationEvents1 = new ui::ApplicationEvents(
         QStringLiteral("ApplicationEvents1"),
         [this](QObject& sender, const std::exception& exception) {
             ApplicationEvents1Exception(sender, exception);
         },
         [this](QObject& sender) { ApplicationEvents1Hint(sender); }, this);
-    OpenDialog1 = new app::OpenDialog(QStringLiteral("OpenDialog1"), QStringLiteral("Открыть базу данных"),
-                                      QStringLiteral("BAZAKATALOG.FDB"), this);
-    createMenu();
-    createToolBar();
-    createClientPanel();
-    createStatusBar();
-
-    auto* const layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
-    layout->setMenuBar(MainMenu1);
-    layout->addWidget(ActionToolBar1);
-    layout->addWidget(Panel1, 1);
-    layout->addWidget(dxStatusBar1);
-
-    MainForm = this;
-}
-
-TMainForm::~TMainForm() {
-    MainForm = nullptr;
 }
 
 void TMainForm::createMenu() {
@@ -106,35 +142,33 @@ void TMainForm::createToolBar() {
     colors.setColor(QPalette::HighlightedText, Qt::black);
     ActionToolBar1->setPalette(colors);
     ActionToolBar1->hide();
+}
 
+void TMainForm::createCommands() {
     ActionList1 = new QActionGroup(this);
     ActionList1->setObjectName(QStringLiteral("ActionList1"));
     ActionManager1 = new app::ActionManager(QStringLiteral("ActionManager1"), *ActionToolBar1, this);
-    struct Slot {
-        QAction* TMainForm::*member;
-        void (TMainForm::*handler)(QObject& sender);
-    };
-    static constexpr std::array<Slot, app::commands.size()> slotsOfCommands{{
-        {&TMainForm::Action1, &TMainForm::Action1Execute},
-        {&TMainForm::Action4, &TMainForm::Action4Execute},
-        {&TMainForm::Action7, &TMainForm::Action7Execute},
-        {&TMainForm::Action8, &TMainForm::Action8Execute},
-        {&TMainForm::Action9, &TMainForm::Action9Execute},
-    }};
-    for (std::size_t index = 0; index < app::commands.size(); ++index) {
-        const app::CommandSpec& command = app::commands[index];
-        auto* const action = new QAction(base::toQString(command.caption), ActionList1);
-        this->*slotsOfCommands[index].member = action;
-        action->setObjectName(QString::fromLatin1(command.name));
-        action->setStatusTip(base::toQString(command.hint));
-        connect(action, &QAction::triggered, this, [this, action, handler = slotsOfCommands[index].handler] {
-            ui::guarded(*ActionToolBar1, [&] { (this->*handler)(*action); });
-        });
-        if (command.edition == nullptr) {
-            ActionManager1->addSeparator();
-        }
-        ActionManager1->addButton(*action, base::toQString(command.toolBarCaption));
+    for (const data::Edition& edition : data::editions) {
+        createCommand(edition.number, edition.words, [this, &edition](QObject&) { openEdition(edition); });
     }
+    ActionManager1->addSeparator();
+    createCommand(closeCommand, {u"Закрыть", u"Закрыть", u""}, {});
+}
+
+void TMainForm::createCommand(int number, const data::Edition::Words& words,
+                              std::function<void(QObject& sender)> run) {
+    auto* const action = new QAction(base::toQString(words.caption), ActionList1);
+    action->setObjectName(QStringLiteral("Action%1").arg(number));
+    action->setStatusTip(base::toQString(words.hint));
+    const auto* const named = std::find_if(std::begin(namedCommands), std::end(namedCommands),
+                                           [&](const NamedCommand& row) { return row.number == number; });
+    if (named != std::end(namedCommands)) {
+        this->*named->member = action;
+        run = std::bind_front(named->handler, this);
+    }
+    connect(action, &QAction::triggered, this,
+            [this, action, run] { ui::guarded(*ActionToolBar1, [&] { run(*action); }); });
+    ActionManager1->addButton(*action, base::toQString(words.buttonCaption));
 }
 
 void TMainForm::createClientPanel() {
@@ -156,6 +190,16 @@ void TMainForm::createStatusBar() {
                                       ui::loadSkin(QStringLiteral("DEFAULTUSERSKINDATA")), this);
 }
 
+void TMainForm::layOut() {
+    auto* const layout = new QVBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    layout->setMenuBar(MainMenu1);
+    layout->addWidget(ActionToolBar1);
+    layout->addWidget(Panel1, 1);
+    layout->addWidget(dxStatusBar1);
+}
+
 QWidget& TMainForm::clientPanel() {
     return *Panel1;
 }
@@ -168,7 +212,7 @@ void TMainForm::N1Click(QObject&) {
     const QString server =
         app::inputBox(this, QStringLiteral("Сервер базы данных"), QStringLiteral("Введите IP сервера"),
                       QString::fromLatin1(localServer));
-    const bool connected = app::connectToCatalog(DM->pFIBDatabase1, server);
+    const bool connected = connectToCatalog(server);
     dxStatusBar1->setFontColor(connectionPanel, connected ? connectedColor : notConnectedColor);
     dxStatusBar1->setText(connectionPanel, connected ? QStringLiteral("База FB подключена")
                                                      : QStringLiteral("База FB не подключена"));
@@ -178,23 +222,22 @@ void TMainForm::N1Click(QObject&) {
 }
 
 void TMainForm::Action1Execute(QObject&) {
-    openEdition(app::commands[0]);
+    openEdition(editionOf(1));
 }
 
 void TMainForm::Action4Execute(QObject&) {
-    openEdition(app::commands[1]);
+    openEdition(editionOf(4));
 }
 
 void TMainForm::Action7Execute(QObject&) {
-    openEdition(app::commands[2]);
+    openEdition(editionOf(7));
 }
 
 void TMainForm::Action8Execute(QObject&) {
-    openEdition(app::commands[3]);
+    openEdition(editionOf(8));
 }
 
-void TMainForm::openEdition(const app::CommandSpec& command) {
-    const data::Edition& edition = *command.edition;
+void TMainForm::openEdition(const data::Edition& edition) {
     if (Tag != 0 && Tag != edition.number) {
         // Called rather than triggered, so that a browser that fails to close ends this command too.
         Action9Execute(*this);
@@ -205,7 +248,7 @@ void TMainForm::openEdition(const app::CommandSpec& command) {
         Tag = edition.number;
         DM->chooseEdition(edition);
         TTERForm::create(*this);
-        TERForm->setBanner(QStringLiteral("   ") + base::toQString(command.caption));
+        TERForm->setBanner(QStringLiteral("   ") + base::toQString(edition.words.caption));
     }
     TERForm->showForm();
 }

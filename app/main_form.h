@@ -1,17 +1,17 @@
 #pragma once
 
-#include "app/edition_commands.h"
 #include "app/open_dialog.h"
 #include "app/status_bar.h"
 #include "browser/browser_host.h"
+#include "data/catalog_editions.h"
 
 #include <QAction>
 #include <QFrame>
 #include <QMenuBar>
 #include <QWidget>
 
-#include <array>
 #include <exception>
+#include <functional>
 
 class QActionGroup;
 
@@ -78,11 +78,22 @@ protected:
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    struct NamedCommand;
+    static const NamedCommand namedCommands[];
+
+    void showEmpty();
+    void createEvents();
     void createMenu();
     void createToolBar();
+    void createCommands();
+    /// Makes the command called Action and the number, and its button. `run` is what it does unless it has a
+    /// handler of its own.
+    void createCommand(int number, const data::Edition::Words& words,
+                       std::function<void(QObject& sender)> run);
     void createClientPanel();
     void createStatusBar();
-    void openEdition(const app::CommandSpec& command);
+    void layOut();
+    void openEdition(const data::Edition& edition);
 };
 
 /// The main window of the running program.

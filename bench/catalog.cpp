@@ -2,6 +2,7 @@
 
 #include "base/win1251.h"
 #include "bench/measure.h"
+#include "data/selection.h"
 #include "db/named_parameters.h"
 
 #include <cstring>
@@ -12,19 +13,9 @@ QString regionName(std::int32_t region) {
     return QStringLiteral("Область %1").arg(region, 3, 10, QLatin1Char('0'));
 }
 
-void connectTo(TDM& module, const QString& server) {
-    module.pFIBDatabase1.setDatabaseName(TDM::databaseNameOn(server));
-    module.pFIBDatabase1.open();
-}
-
-void bind(db::DataSet& dataSet, const QString& period, std::int32_t region) {
-    dataSet.parameter(QStringLiteral("p1")).setString(period);
-    dataSet.parameter(QStringLiteral("p2")).setInteger(region);
-}
-
 void openMaterials(TDM& module, const Stretch& stretch) {
     db::DataSet& materials = module.pFIBDataSet3;
-    bind(materials, QString::fromLatin1(stretch.period), stretch.region);
+    data::bindSelection(materials, QString::fromLatin1(stretch.period), stretch.region);
     materials.open();
     requireSame("materials", materials.rowCount(), stretch.materials);
 }

@@ -25,12 +25,6 @@ inline constexpr Stretch million{"202403", 4, 1'000'000};
 /// The name under which the selector lists a region.
 [[nodiscard]] QString regionName(std::int32_t region);
 
-/// Connects the data module. Throws db::DatabaseError.
-void connectTo(TDM& module, const QString& server);
-
-/// Binds a dataset's period and region.
-void bind(db::DataSet& dataSet, const QString& period, std::int32_t region);
-
 /// Binds and opens the materials of a stretch. Throws std::runtime_error when the catalog holds another
 /// number of rows.
 void openMaterials(TDM& module, const Stretch& stretch);

@@ -24,7 +24,7 @@ CatalogWindow::CatalogWindow(const QString& server) {
     }
     module_ = std::make_unique<TDM>();
     DM = module_.get();
-    connectTo(*module_, server);
+    module_->connectTo(server);
     form_ = std::make_unique<TMainForm>();
     static_cast<void>(timeUntilPainted(*form_, [this] { form_->update(); }));
     form_->Action1Execute(*form_);

@@ -1,6 +1,7 @@
 #include "bench/catalog.h"
 #include "bench/memory.h"
 #include "bench/rows.h"
+#include "data/selection.h"
 
 namespace bench {
 
@@ -38,11 +39,11 @@ double valueBytes(const db::DataSet& dataSet) {
 
 std::vector<Result> measureOpen(const Surroundings& surroundings) {
     TDM module;
-    connectTo(module, surroundings.server);
+    module.connectTo(surroundings.server);
     db::DataSet& materials = module.pFIBDataSet3;
     const Stretch& stretch = threeHundredThousand;
     const QString period = QString::fromLatin1(stretch.period);
-    bind(materials, period, stretch.region);
+    data::bindSelection(materials, period, stretch.region);
     BareQuery query(module, materials);
 
     const Medians medians = alternate(
@@ -65,7 +66,7 @@ std::vector<Result> measureOpen(const Surroundings& surroundings) {
 
 std::vector<Result> measureMemory(const Surroundings& surroundings) {
     TDM module;
-    connectTo(module, surroundings.server);
+    module.connectTo(surroundings.server);
     // The first opening also fills what the client library keeps for the next ones.
     openMaterials(module, thousand);
     module.pFIBDataSet3.close();

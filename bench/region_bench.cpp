@@ -2,6 +2,7 @@
 #include "bench/rows.h"
 #include "bench/screen.h"
 #include "browser/ter_form.h"
+#include "data/selection.h"
 #include "grid/table/grid.h"
 #include "grid/table/table_view.h"
 

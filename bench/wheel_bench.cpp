@@ -25,7 +25,7 @@ constexpr int stepsAtPlace = 5;
 struct Materials {
     Materials(const Stretch& stretch, const QString& server, QStackedWidget& window)
         : grid(new grid::Grid(browser::layout::materials, module.DataSource3, &window)) {
-        connectTo(module, server);
+        module.connectTo(server);
         openMaterials(module, stretch);
         window.addWidget(grid);
     }

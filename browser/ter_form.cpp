@@ -4,11 +4,12 @@
 #include "base/program_place.h"
 #include "base/text.h"
 #include "browser/banner.h"
-#include "browser/catalog_selection.h"
 #include "browser/grid_export.h"
 #include "browser/grid_layout.h"
 #include "browser/selector.h"
+#include "browser/selector_lists.h"
 #include "data/data_modul.h"
+#include "data/selection.h"
 #include "grid/table/grid.h"
 #include "grid/table/table_view.h"
 #include "grid/tree/tree_list.h"
@@ -28,6 +29,7 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <iterator>
 
 TTERForm* TERForm = nullptr;
@@ -61,134 +63,113 @@ QFrame* makePanel(QWidget* parent, const char* name, QFrame::Shape shape) {
 
 /// A selector of the bar at the top.
 struct TTERForm::SelectorSpec {
-    QComboBox* TTERForm::*member;
-    const char* name;
-    int width;
+    struct Control {
+        QComboBox* TTERForm::*member;
+        const char* name;
+        int width;
+        void (TTERForm::*handler)();
+    };
+
+    Control control;
     std::u16string_view initialText;
     std::u16string_view hint;
-    void (TTERForm::*handler)();
 };
 
 const TTERForm::SelectorSpec TTERForm::selectors[]{
-    {&TTERForm::cxComboBox1, "cxComboBox1", 240, u"Регион", u"Выбор текущего региона",
-     &TTERForm::cxComboBox1PropertiesChange},
-    {&TTERForm::cxComboBox2, "cxComboBox2", 103, u"Период", u"Выбор текущего периода",
-     &TTERForm::cxComboBox2PropertiesChange},
+    {
+        .control = {&TTERForm::cxComboBox1, "cxComboBox1", 240, &TTERForm::cxComboBox1PropertiesChange},
+        .initialText = u"Регион",
+        .hint = u"Выбор текущего региона",
+    },
+    {
+        .control = {&TTERForm::cxComboBox2, "cxComboBox2", 103, &TTERForm::cxComboBox2PropertiesChange},
+        .initialText = u"Период",
+        .hint = u"Выбор текущего периода",
+    },
 };
 
 /// A grid of a tab and what it is bound to.
 struct TTERForm::GridPlace {
     grid::Grid* TTERForm::*member = nullptr;
     const grid::GridSpec* spec = nullptr;
-    db::DataSource TDM::*dataSource = nullptr;
+    db::DataSource TDM::*source = nullptr;
 };
 
 /// A tab with a button panel and a grid, which may cover another one.
-struct TTERForm::TabPlace {
-    QWidget* TTERForm::*sheet;
-    const char* sheetName;
-    std::u16string_view caption;
-    QFrame* TTERForm::*panel;
-    const char* panelName;
-    QPushButton* TTERForm::*button;
-    const char* buttonName;
-    void (TTERForm::*handler)();
+struct TTERForm::TabSpec {
+    struct Sheet {
+        QWidget* TTERForm::*member;
+        const char* name;
+        std::u16string_view caption;
+    };
+
+    struct Panel {
+        QFrame* TTERForm::*member;
+        const char* name;
+    };
+
+    struct Button {
+        QPushButton* TTERForm::*member;
+        const char* name;
+        void (TTERForm::*handler)();
+    };
+
+    /// How the tab's workbook is called after the banner.
+    struct FileName {
+        std::u16string_view fixedText;
+        bool ofSelection; ///< followed by region and period
+    };
+
+    Sheet sheet;
+    Panel panel;
+    Button button;
     GridPlace shown;
+    FileName file;
     GridPlace covered = {};
 };
 
-const TTERForm::TabPlace TTERForm::tabs[]{
-    {&TTERForm::cxTabSheet1,
-     "cxTabSheet1",
-     u"КТЦ_Материалы",
-     &TTERForm::Panel4,
-     "Panel4",
-     &TTERForm::Button1,
-     "Button1",
-     &TTERForm::Button1Click,
-     {&TTERForm::cxGrid1, &browser::layout::materials, &TDM::DataSource3}},
-    {&TTERForm::cxTabSheet2,
-     "cxTabSheet2",
-     u"КТЦ_Материалы_оглавление",
-     &TTERForm::Panel5,
-     "Panel5",
-     &TTERForm::Button2,
-     "Button2",
-     &TTERForm::Button2Click,
-     {&TTERForm::cxGrid3, &browser::layout::contents, &TDM::DataSource4},
-     {&TTERForm::cxGrid2, &browser::layout::covered, &TDM::DataSource3}},
-    {&TTERForm::cxTabSheet3,
-     "cxTabSheet3",
-     u"КТЦ_Машины",
-     &TTERForm::Panel6,
-     "Panel6",
-     &TTERForm::Button3,
-     "Button3",
-     &TTERForm::Button3Click,
-     {&TTERForm::cxGrid4, &browser::layout::machines, &TDM::DataSource5}},
-    {&TTERForm::cxTabSheet4,
-     "cxTabSheet4",
-     u"КТЦ_Труд",
-     &TTERForm::Panel7,
-     "Panel7",
-     &TTERForm::Button4,
-     "Button4",
-     &TTERForm::Button4Click,
-     {&TTERForm::cxGrid5, &browser::layout::labour, &TDM::DataSource6}},
-    {&TTERForm::cxTabSheet9,
-     "cxTabSheet9",
-     u"Каталог перевозка",
-     &TTERForm::Panel11,
-     "Panel11",
-     &TTERForm::Button8,
-     "Button8",
-     &TTERForm::Button8Click,
-     {&TTERForm::cxGrid9, &browser::layout::transport, &TDM::DataSource10}},
-    {&TTERForm::cxTabSheet5,
-     "cxTabSheet5",
-     u"Справочник регионов",
-     &TTERForm::Panel8,
-     "Panel8",
-     &TTERForm::Button5,
-     "Button5",
-     &TTERForm::Button5Click,
-     {&TTERForm::cxGrid6, &browser::layout::regions, &TDM::DataSource1}},
-    {&TTERForm::cxTabSheet6,
-     "cxTabSheet6",
-     u"Справочник фирм",
-     &TTERForm::Panel9,
-     "Panel9",
-     &TTERForm::Button6,
-     "Button6",
-     &TTERForm::Button6Click,
-     {&TTERForm::cxGrid7, &browser::layout::firms, &TDM::DataSource7}},
-    {&TTERForm::cxTabSheet7,
-     "cxTabSheet7",
-     u"Региональные коэффициенты",
-     &TTERForm::Panel10,
-     "Panel10",
-     &TTERForm::Button7,
-     "Button7",
-     &TTERForm::Button7Click,
-     {&TTERForm::cxGrid8, &browser::layout::coefficients, &TDM::DataSource8}},
-};
-
-/// What an export button writes, and how its file is called.
-struct TTERForm::ExportSpec {
-    grid::Grid* TTERForm::*grid;
-    std::u16string_view fixedText;
-    bool ofSelection; ///< region and period are part of the file name
-};
-
-const TTERForm::ExportSpec TTERForm::exports[]{
-    {&TTERForm::cxGrid1, u"_КТЦ_Материалы_", true},
-    {&TTERForm::cxGrid3, u"_КТЦ_Материалы_оглавление_", true},
-    {&TTERForm::cxGrid4, u"_КТЦ_Машины_", true},
-    {&TTERForm::cxGrid5, u"_КТЦ_Труд_", true},
-    {&TTERForm::cxGrid6, u"_Регионы", false},
-    {&TTERForm::cxGrid7, u"_Фирмы", false},
-    {&TTERForm::cxGrid8, u"_Региональные коэффициенты", false},
-    {&TTERForm::cxGrid9, u"_Каталог перевозка_", true},
+const TTERForm::TabSpec TTERForm::tabs[]{
+    {.sheet = {&TTERForm::cxTabSheet1, "cxTabSheet1", u"КТЦ_Материалы"},
+     .panel = {&TTERForm::Panel4, "Panel4"},
+     .button = {&TTERForm::Button1, "Button1", &TTERForm::Button1Click},
+     .shown = {&TTERForm::cxGrid1, &browser::layout::materials, &TDM::DataSource3},
+     .file = {.fixedText = u"_КТЦ_Материалы_", .ofSelection = true}},
+    {.sheet = {&TTERForm::cxTabSheet2, "cxTabSheet2", u"КТЦ_Материалы_оглавление"},
+     .panel = {&TTERForm::Panel5, "Panel5"},
+     .button = {&TTERForm::Button2, "Button2", &TTERForm::Button2Click},
+     .shown = {&TTERForm::cxGrid3, &browser::layout::contents, &TDM::DataSource4},
+     .file = {.fixedText = u"_КТЦ_Материалы_оглавление_", .ofSelection = true},
+     .covered = {&TTERForm::cxGrid2, &browser::layout::covered, &TDM::DataSource3}},
+    {.sheet = {&TTERForm::cxTabSheet3, "cxTabSheet3", u"КТЦ_Машины"},
+     .panel = {&TTERForm::Panel6, "Panel6"},
+     .button = {&TTERForm::Button3, "Button3", &TTERForm::Button3Click},
+     .shown = {&TTERForm::cxGrid4, &browser::layout::machines, &TDM::DataSource5},
+     .file = {.fixedText = u"_КТЦ_Машины_", .ofSelection = true}},
+    {.sheet = {&TTERForm::cxTabSheet4, "cxTabSheet4", u"КТЦ_Труд"},
+     .panel = {&TTERForm::Panel7, "Panel7"},
+     .button = {&TTERForm::Button4, "Button4", &TTERForm::Button4Click},
+     .shown = {&TTERForm::cxGrid5, &browser::layout::labour, &TDM::DataSource6},
+     .file = {.fixedText = u"_КТЦ_Труд_", .ofSelection = true}},
+    {.sheet = {&TTERForm::cxTabSheet9, "cxTabSheet9", u"Каталог перевозка"},
+     .panel = {&TTERForm::Panel11, "Panel11"},
+     .button = {&TTERForm::Button8, "Button8", &TTERForm::Button8Click},
+     .shown = {&TTERForm::cxGrid9, &browser::layout::transport, &TDM::DataSource10},
+     .file = {.fixedText = u"_Каталог перевозка_", .ofSelection = true}},
+    {.sheet = {&TTERForm::cxTabSheet5, "cxTabSheet5", u"Справочник регионов"},
+     .panel = {&TTERForm::Panel8, "Panel8"},
+     .button = {&TTERForm::Button5, "Button5", &TTERForm::Button5Click},
+     .shown = {&TTERForm::cxGrid6, &browser::layout::regions, &TDM::DataSource1},
+     .file = {.fixedText = u"_Регионы", .ofSelection = false}},
+    {.sheet = {&TTERForm::cxTabSheet6, "cxTabSheet6", u"Справочник фирм"},
+     .panel = {&TTERForm::Panel9, "Panel9"},
+     .button = {&TTERForm::Button6, "Button6", &TTERForm::Button6Click},
+     .shown = {&TTERForm::cxGrid7, &browser::layout::firms, &TDM::DataSource7},
+     .file = {.fixedText = u"_Фирмы", .ofSelection = false}},
+    {.sheet = {&TTERForm::cxTabSheet7, "cxTabSheet7", u"Региональные коэффициенты"},
+     .panel = {&TTERForm::Panel10, "Panel10"},
+     .button = {&TTERForm::Button7, "Button7", &TTERForm::Button7Click},
+     .shown = {&TTERForm::cxGrid8, &browser::layout::coefficients, &TDM::DataSource8},
+     .file = {.fixedText = u"_Региональные коэффициенты", .ofSelection = false}},
 };
 
 void TTERForm::create(browser::BrowserHost& host) {
@@ -239,9 +220,9 @@ void TTERForm::createSelectors(QVBoxLayout& layout) {
     Panel2->setFixedHeight(selectorBarHeight);
     auto* const bar = ui::makeTightLayout<QHBoxLayout>(Panel2);
     for (const SelectorSpec& spec : selectors) {
-        QComboBox* const selector = named(new browser::Selector(Panel2), spec.name);
-        this->*spec.member = selector;
-        selector->setFixedWidth(spec.width);
+        QComboBox* const selector = named(new browser::Selector(Panel2), spec.control.name);
+        this->*spec.control.member = selector;
+        selector->setFixedWidth(spec.control.width);
         selector->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
         selector->setFont(ui::pixelFont(QStringLiteral("Tahoma"), 13));
         QPalette colors = selector->palette();
@@ -254,7 +235,7 @@ void TTERForm::createSelectors(QVBoxLayout& layout) {
         selector->lineEdit()->setPlaceholderText(hint);
         selector->setEditText(base::toQString(spec.initialText));
         bar->addWidget(selector);
-        if (spec.member == &TTERForm::cxComboBox1) {
+        if (spec.control.member == &TTERForm::cxComboBox1) {
             Panel3 = makePanel(Panel2, "Panel3", QFrame::NoFrame);
             Panel3->setFixedWidth(selectorGap);
             bar->addWidget(Panel3);
@@ -268,8 +249,8 @@ void TTERForm::createBody(QVBoxLayout& layout) {
     Panel1 = makePanel(this, "Panel1", QFrame::Panel);
     cxPageControl1 = named(new QTabWidget(Panel1), "cxPageControl1");
     ui::makeTightLayout<QVBoxLayout>(Panel1)->addWidget(cxPageControl1);
-    for (const TabPlace& place : tabs) {
-        createTab(place);
+    for (const TabSpec& tab : tabs) {
+        createTab(tab);
     }
     createTreeTab();
     for (QToolButton* const arrow : cxPageControl1->tabBar()->findChildren<QToolButton*>()) {
@@ -279,45 +260,46 @@ void TTERForm::createBody(QVBoxLayout& layout) {
     layout.addWidget(Panel1, 1);
 }
 
-void TTERForm::createTab(const TabPlace& place) {
-    QWidget* const sheet = named(new QWidget, place.sheetName);
-    this->*place.sheet = sheet;
-    cxPageControl1->addTab(sheet, base::toQString(place.caption));
+void TTERForm::createTab(const TabSpec& tab) {
+    QWidget* const sheet = named(new QWidget, tab.sheet.name);
+    this->*tab.sheet.member = sheet;
+    cxPageControl1->addTab(sheet, base::toQString(tab.sheet.caption));
     // Created in the order of the keyboard: the grids, then the button above them.
     auto* const grids = new QStackedLayout;
     grids->setStackingMode(QStackedLayout::StackAll);
-    if (place.covered.member != nullptr) {
-        grid::Grid* const covered = createGrid(place.covered, *sheet, *grids);
+    if (tab.covered.member != nullptr) {
+        grid::Grid* const covered = createGrid(tab.covered, *sheet, *grids);
         // A focus that nobody sees would be lost.
         covered->view().setFocusPolicy(Qt::NoFocus);
         covered->setFocusPolicy(Qt::NoFocus);
     }
-    createGrid(place.shown, *sheet, *grids);
+    createGrid(tab.shown, *sheet, *grids);
     auto* const layout = ui::makeTightLayout<QVBoxLayout>(sheet);
-    layout->addWidget(createButtonPanel(place, *sheet));
+    layout->addWidget(createButtonPanel(tab, *sheet));
     layout->addLayout(grids, 1);
 }
 
 grid::Grid* TTERForm::createGrid(const GridPlace& place, QWidget& sheet, QStackedLayout& stack) {
-    auto* const control = new grid::Grid(*place.spec, DM->*place.dataSource, &sheet);
+    auto* const control = new grid::Grid(*place.spec, DM->*place.source, &sheet);
     this->*place.member = control;
     stack.addWidget(control);
     stack.setCurrentWidget(control);
     return control;
 }
 
-QFrame* TTERForm::createButtonPanel(const TabPlace& place, QWidget& sheet) {
-    QFrame* const panel = makePanel(&sheet, place.panelName, QFrame::NoFrame);
-    this->*place.panel = panel;
+QFrame* TTERForm::createButtonPanel(const TabSpec& tab, QWidget& sheet) {
+    QFrame* const panel = makePanel(&sheet, tab.panel.name, QFrame::NoFrame);
+    this->*tab.panel.member = panel;
     panel->setFixedHeight(buttonPanelHeight);
-    QPushButton* const button = named(new QPushButton(QStringLiteral("В ексель"), panel), place.buttonName);
-    this->*place.button = button;
+    QPushButton* const button = named(new QPushButton(QStringLiteral("В ексель"), panel), tab.button.name);
+    this->*tab.button.member = button;
     button->setGeometry(buttonPlace);
     // A click leaves the focus in the table, where the user goes on.
     button->setFocusPolicy(Qt::TabFocus);
     button->setAutoDefault(true); // Enter presses it
-    connect(button, &QPushButton::clicked, this,
-            [this, button, handler = place.handler] { ui::guarded(*button, [&] { (this->*handler)(); }); });
+    connect(button, &QPushButton::clicked, this, [this, button, handler = tab.button.handler] {
+        ui::guarded(*button, [&] { (this->*handler)(); });
+    });
     return panel;
 }
 
@@ -351,13 +333,14 @@ void TTERForm::FormCreate() {
     host_.clientPanel().layout()->addWidget(this);
     browser::fillRegionSelector(*DM, *cxComboBox1);
     browser::fillPeriodSelector(*DM, *cxComboBox2);
-    browser::openCatalogs(*DM);
+    data::openCatalogs(*DM);
     // Connected only now: filling the selectors is no choice of the user's.
     for (const SelectorSpec& spec : selectors) {
-        QComboBox* const selector = this->*spec.member;
-        connect(selector, &QComboBox::editTextChanged, this, [this, selector, handler = spec.handler] {
-            ui::guarded(*selector, [&] { (this->*handler)(); });
-        });
+        QComboBox* const selector = this->*spec.control.member;
+        connect(selector, &QComboBox::editTextChanged, this,
+                [this, selector, handler = spec.control.handler] {
+                    ui::guarded(*selector, [&] { (this->*handler)(); });
+                });
     }
 }
 
@@ -368,18 +351,18 @@ void TTERForm::FormShow() {
 }
 
 void TTERForm::cxComboBox1PropertiesChange() {
-    if (!browser::locateRegion(*DM, cxComboBox1->currentText())) {
+    if (!data::locateRegion(*DM, cxComboBox1->currentText())) {
         return;
     }
     const ui::HourglassThenDefault hourglass;
-    CurRegionId = browser::currentRegionId(*DM);
-    browser::ReopenSelectionDatasets(*DM);
+    CurRegionId = data::currentRegionId(*DM);
+    data::ReopenSelectionDatasets(*DM);
 }
 
 void TTERForm::cxComboBox2PropertiesChange() {
     const ui::HourglassThenDefault hourglass;
     CurPeriod = cxComboBox2->currentText();
-    browser::ReopenSelectionDatasets(*DM);
+    data::ReopenSelectionDatasets(*DM);
 }
 
 void TTERForm::FormCloseQuery(bool& canClose) {
@@ -424,42 +407,45 @@ void TTERForm::closed() {
     FormClose();
 }
 
-void TTERForm::exportTab(const ExportSpec& spec) {
+void TTERForm::exportTab(QPushButton* TTERForm::*button) {
+    const TabSpec& tab = *std::find_if(std::begin(tabs), std::end(tabs), [&](const TabSpec& candidate) {
+        return candidate.button.member == button;
+    });
     const QString selection =
-        spec.ofSelection ? cxComboBox1->currentText() + cxComboBox2->currentText() : QString();
-    browser::exportGrid(this->*spec.grid, base::programFolder(),
-                        cxLabel1->text() + base::toQString(spec.fixedText) + selection);
+        tab.file.ofSelection ? cxComboBox1->currentText() + cxComboBox2->currentText() : QString();
+    browser::exportGrid(this->*tab.shown.member, base::programFolder(),
+                        cxLabel1->text() + base::toQString(tab.file.fixedText) + selection);
     ui::showMessage(QStringLiteral("Выгрузка завершена"));
 }
 
 void TTERForm::Button1Click() {
-    exportTab(exports[0]);
+    exportTab(&TTERForm::Button1);
 }
 
 void TTERForm::Button2Click() {
-    exportTab(exports[1]);
+    exportTab(&TTERForm::Button2);
 }
 
 void TTERForm::Button3Click() {
-    exportTab(exports[2]);
+    exportTab(&TTERForm::Button3);
 }
 
 void TTERForm::Button4Click() {
-    exportTab(exports[3]);
+    exportTab(&TTERForm::Button4);
 }
 
 void TTERForm::Button5Click() {
-    exportTab(exports[4]);
+    exportTab(&TTERForm::Button5);
 }
 
 void TTERForm::Button6Click() {
-    exportTab(exports[5]);
+    exportTab(&TTERForm::Button6);
 }
 
 void TTERForm::Button7Click() {
-    exportTab(exports[6]);
+    exportTab(&TTERForm::Button7);
 }
 
 void TTERForm::Button8Click() {
-    exportTab(exports[7]);
+    exportTab(&TTERForm::Button8);
 }

@@ -110,25 +110,24 @@ protected:
     void closed() override;
 
 private:
-    struct GridPlace;
-    struct TabPlace;
     struct SelectorSpec;
-    struct ExportSpec;
+    struct GridPlace;
+    struct TabSpec;
     static const SelectorSpec selectors[];
-    static const TabPlace tabs[];
-    static const ExportSpec exports[];
+    static const TabSpec tabs[];
 
     explicit TTERForm(browser::BrowserHost& host);
     void createBanner(QVBoxLayout& layout);
     void createSelectors(QVBoxLayout& layout);
     void createBody(QVBoxLayout& layout);
-    void createTab(const TabPlace& place);
+    void createTab(const TabSpec& tab);
     grid::Grid* createGrid(const GridPlace& place, QWidget& sheet, QStackedLayout& stack);
-    QFrame* createButtonPanel(const TabPlace& place, QWidget& sheet);
+    QFrame* createButtonPanel(const TabSpec& tab, QWidget& sheet);
     void createTreeTab();
     /// Moves the focus from a selector to the page that has come into view.
     void leaveSelectors(int page);
-    void exportTab(const ExportSpec& spec);
+    /// Writes the grid of the tab with that button to a workbook.
+    void exportTab(QPushButton* TTERForm::*button);
 
     browser::BrowserHost& host_;
 };

@@ -5,23 +5,57 @@
 
 namespace data {
 
-/// How many datasets read tables of the chosen edition: materials, contents, machines, labour.
-inline constexpr std::size_t editionDataSetCount = 4;
-
-/// A catalog edition and its tables, in the order of TDM::editionDataSets().
+/// A catalog edition: its tables, and the words of the command that opens it. An edition is added by a row of
+/// `editions`: its command, Action followed by the number, is made of that row.
 struct Edition {
-    int number = 0; ///< the value of the open-browser marker while this edition is shown
-    std::array<std::u16string_view, editionDataSetCount> tables;
+    /// What the user reads.
+    struct Words {
+        std::u16string_view caption;       ///< of the command, and in the browser's banner
+        std::u16string_view buttonCaption; ///< "&" marks the Alt accelerator
+        std::u16string_view hint;
+    };
+
+    struct Tables {
+        std::u16string_view materials;
+        std::u16string_view contents;
+        std::u16string_view machines;
+        std::u16string_view labour;
+    };
+
+    /// The value of the open-browser marker while this edition is shown, and the end of its command's name.
+    int number;
+    Words words;
+    Tables tables;
 };
 
 // The database spells "KATOGLAVLENIE" without the second "A" of "KATALOG".
-inline constexpr std::array<Edition, 4> editions{{
-    {1, {u"TERKATALOGKTC_TABLE", u"TERKATOGLAVLENIE_TABLE", u"TERMASH_TABLE", u"TERTRUD_TABLE"}},
-    {4,
-     {u"FER14I2KATALOGKTC_TABLE", u"FER14I2KATOGLAVLENIE_TABLE", u"FER14I2MASH_TABLE", u"FER14I2TRUD_TABLE"}},
-    {7,
-     {u"FER17I5KATALOGKTC_TABLE", u"FER17I5KATOGLAVLENIE_TABLE", u"FER17I5MASH_TABLE", u"FER17I5TRUD_TABLE"}},
-    {8, {u"FER20KATALOGKTC_TABLE", u"FER20KATOGLAVLENIE_TABLE", u"FER20MASH_TABLE", u"FER20TRUD_TABLE"}},
-}};
+inline constexpr std::array editions{
+    Edition{
+        .number = 1,
+        .words = {u"ТЕР", u"ТЕР", u"Тип ТЕР"},
+        .tables = {u"TERKATALOGKTC_TABLE", u"TERKATOGLAVLENIE_TABLE", u"TERMASH_TABLE", u"TERTRUD_TABLE"},
+    },
+    Edition{
+        .number = 4,
+        .words = {u"ФЕР2014И2", u"ФЕР20&14И2", u"Тип ФЕР2014И2"},
+        .tables = {u"FER14I2KATALOGKTC_TABLE", u"FER14I2KATOGLAVLENIE_TABLE", u"FER14I2MASH_TABLE",
+                   u"FER14I2TRUD_TABLE"},
+    },
+    Edition{
+        .number = 7,
+        .words = {u"ФЕР2017И5", u"ФЕР2017И&5", u"Тип ФЕР2017И5"},
+        .tables = {u"FER17I5KATALOGKTC_TABLE", u"FER17I5KATOGLAVLENIE_TABLE", u"FER17I5MASH_TABLE",
+                   u"FER17I5TRUD_TABLE"},
+    },
+    Edition{
+        .number = 8,
+        .words = {u"ФЕР2020", u"ФЕР&2020", u"Тип ФЕР2020"},
+        .tables = {u"FER20KATALOGKTC_TABLE", u"FER20KATOGLAVLENIE_TABLE", u"FER20MASH_TABLE",
+                   u"FER20TRUD_TABLE"},
+    },
+};
+
+/// The edition whose tables the datasets read until one is chosen.
+inline constexpr const Edition& initialEdition = editions[0];
 
 } // namespace data

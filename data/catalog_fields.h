@@ -7,91 +7,103 @@
 /// The declared fields of the ten catalog datasets, in the order of their queries' columns. Kinds follow the
 /// tables of the catalog database. The identifiers of the edition catalogs are declared as decimals without
 /// fraction digits, those of the other tables as 64-bit integers.
+///
+/// The columns of the browser's grids are derived from these lines, hence the design widths, in pixels at 96
+/// per inch: a further column is a further line here.
 namespace data::fields {
 
-using db::FieldSpec;
-using enum db::FieldKind;
-
-inline constexpr bool hidden = false;
-inline constexpr bool shown = true;
-inline constexpr bool left = true;
+using db::bigint;
+using db::decimal;
+using db::integer;
+using db::text;
 
 inline constexpr std::array regions{
-    FieldSpec{u"ID", Integer64, 0, u"", hidden},
-    FieldSpec{u"NAME", String, 255, u"Регион"},
+    bigint(u"ID").hidden(),
+    text(u"NAME", 255, u"Регион"),
 };
 
 inline constexpr std::array periods{
-    FieldSpec{u"PERIOD", String, 6},
+    text(u"PERIOD", 6),
 };
 
 inline constexpr std::array materials{
-    FieldSpec{u"ID", Decimal, 0, u"", hidden},         FieldSpec{u"PER", String, 6, u"", hidden},
-    FieldSpec{u"REGIONID", Decimal, 0, u"", hidden},   FieldSpec{u"KOD", Integer32, 0, u"Код", shown, left},
-    FieldSpec{u"NOMER", String, 50, u"Номер"},         FieldSpec{u"NAME", String, 1000, u"Наименование"},
-    FieldSpec{u"EDIZM", String, 30, u"Ед.изм"},        FieldSpec{u"BRUTTO", String, 30, u"Брутто"},
-    FieldSpec{u"KLASSGR", String, 30, u"Класс груза"}, FieldSpec{u"KODUZLA", String, 30, u"Код узла"},
-    FieldSpec{u"BAZOVAY", Decimal, 2, u"Базовая"},     FieldSpec{u"OPTOVAY", Decimal, 2, u"Оптовая"},
-    FieldSpec{u"CMETNAY", Decimal, 2, u"Сметная"},     FieldSpec{u"INDEKS", Decimal, 2, u"Индекс"},
+    decimal(u"ID", 0).hidden(),
+    text(u"PER", 6).hidden(),
+    decimal(u"REGIONID", 0).hidden(),
+    integer(u"KOD", u"Код").left().wide(64),
+    text(u"NOMER", 50, u"Номер").wide(90),
+    text(u"NAME", 1000, u"Наименование").wide(308),
+    text(u"EDIZM", 30, u"Ед.изм").wide(104),
+    text(u"BRUTTO", 30, u"Брутто").wide(105),
+    text(u"KLASSGR", 30, u"Класс груза").wide(104),
+    text(u"KODUZLA", 30, u"Код узла").wide(101),
+    decimal(u"BAZOVAY", 2, u"Базовая").wide(82),
+    decimal(u"OPTOVAY", 2, u"Оптовая").wide(81),
+    decimal(u"CMETNAY", 2, u"Сметная").wide(82),
+    decimal(u"INDEKS", 2, u"Индекс").wide(81),
 };
 
 inline constexpr std::array contents{
-    FieldSpec{u"ID", Decimal, 0, u"", hidden},
-    FieldSpec{u"PER", String, 6, u"", hidden},
-    FieldSpec{u"REGIONID", Decimal, 0, u"", hidden},
-    FieldSpec{u"KOD", Integer32, 0, u"Код", shown, left},
-    FieldSpec{u"PUNKT", String, 255, u"Пункт оглавления"},
-    FieldSpec{u"KODUZLA", String, 30, u"Код узла"},
+    decimal(u"ID", 0).hidden(),
+    text(u"PER", 6).hidden(),
+    decimal(u"REGIONID", 0).hidden(),
+    integer(u"KOD", u"Код").left().wide(110),
+    text(u"PUNKT", 255, u"Пункт оглавления").wide(785),
+    text(u"KODUZLA", 30, u"Код узла").wide(307),
 };
 
 inline constexpr std::array machines{
-    FieldSpec{u"ID", Decimal, 0, u"", hidden},
-    FieldSpec{u"PER", String, 6, u"", hidden},
-    FieldSpec{u"REGIONID", Decimal, 0, u"", hidden},
-    FieldSpec{u"KOD", Integer32, 0, u"Код", shown, left},
-    FieldSpec{u"OBOSNOV", String, 50, u"Обоснование"},
-    FieldSpec{u"NAME", String, 1000, u"Наименование"},
-    FieldSpec{u"EDIZM", String, 30, u"Ед.изм"},
-    FieldSpec{u"EMM", Decimal, 2, u"ЭММ"},
-    FieldSpec{u"ZMP", Decimal, 2, u"ЗПМ"},
+    decimal(u"ID", 0).hidden(),
+    text(u"PER", 6).hidden(),
+    decimal(u"REGIONID", 0).hidden(),
+    integer(u"KOD", u"Код").left().wide(145),
+    text(u"OBOSNOV", 50, u"Обоснование").wide(217),
+    text(u"NAME", 1000, u"Наименование").wide(294),
+    text(u"EDIZM", 30, u"Ед.изм").wide(93),
+    decimal(u"EMM", 2, u"ЭММ").wide(111),
+    decimal(u"ZMP", 2, u"ЗПМ").wide(342),
 };
 
 inline constexpr std::array labour{
-    FieldSpec{u"ID", Decimal, 0, u"", hidden},         FieldSpec{u"PER", String, 6, u"", hidden},
-    FieldSpec{u"REGIONID", Decimal, 0, u"", hidden},   FieldSpec{u"KOD", Integer32, 0, u"Код", shown, left},
-    FieldSpec{u"OBOSNOV", String, 50, u"Обоснование"}, FieldSpec{u"NAME", String, 1000, u"Наименование"},
-    FieldSpec{u"EDIZM", String, 30, u"Ед.изм"},        FieldSpec{u"OZP", Decimal, 2, u"ОЗП"},
+    decimal(u"ID", 0).hidden(),
+    text(u"PER", 6).hidden(),
+    decimal(u"REGIONID", 0).hidden(),
+    integer(u"KOD", u"Код").left().wide(261),
+    text(u"OBOSNOV", 50, u"Обоснование").wide(199),
+    text(u"NAME", 1000, u"Наименование").wide(375),
+    text(u"EDIZM", 30, u"Ед.изм").wide(217),
+    decimal(u"OZP", 2, u"ОЗП").wide(150),
 };
 
 inline constexpr std::array firms{
-    FieldSpec{u"INN", String, 30, u"ИНН"},
-    FieldSpec{u"FULLNAME", String, 1000, u"Наименование"},
-    FieldSpec{u"URADDRESS", String, 1000, u"Адрес"},
-    FieldSpec{u"WEBSITE", String, 1000, u"ВЕБсайт"},
+    text(u"INN", 30, u"ИНН").wide(92),
+    text(u"FULLNAME", 1000, u"Наименование").wide(370),
+    text(u"URADDRESS", 1000, u"Адрес").wide(370),
+    text(u"WEBSITE", 1000, u"ВЕБсайт").wide(370),
 };
 
 inline constexpr std::array coefficients{
-    FieldSpec{u"NAME", String, 255, u"Регион"},
-    FieldSpec{u"KOEFF", Decimal, 4, u"Коэффициент"},
+    text(u"NAME", 255, u"Регион").wide(300),
+    decimal(u"KOEFF", 4, u"Коэффициент").wide(100),
 };
 
 inline constexpr std::array catalogTree{
-    FieldSpec{u"ID", Integer64, 0, u"", hidden},
-    FieldSpec{u"PARENTID", Integer64, 0, u"", hidden},
-    FieldSpec{u"NAME", String, 1000, u"Наименование"},
-    FieldSpec{u"TREE", String, 30, u"Узел"},
+    bigint(u"ID").hidden().wide(100),
+    bigint(u"PARENTID").hidden().wide(100),
+    text(u"NAME", 1000, u"Наименование").wide(100),
+    text(u"TREE", 30, u"Узел").wide(100),
 };
 
 inline constexpr std::array transport{
-    FieldSpec{u"ID", Integer64, 0, u"", hidden},
-    FieldSpec{u"PER", String, 6, u"", hidden},
-    FieldSpec{u"REGIONID", Integer64, 0, u"", hidden},
-    FieldSpec{u"KOD", Integer32, 0, u"Код", shown, left},
-    FieldSpec{u"OBOSNOV", String, 50, u"Обоснование"},
-    FieldSpec{u"NAME", String, 1000, u"Наименование"},
-    FieldSpec{u"KLASSGR", String, 30, u"Класс"},
-    FieldSpec{u"CMETNAY", Decimal, 2, u"Сметная цена 2001"},
-    FieldSpec{u"TECCENA", Decimal, 2, u"Текущая цена"},
+    bigint(u"ID").hidden(),
+    text(u"PER", 6).hidden(),
+    bigint(u"REGIONID").hidden(),
+    integer(u"KOD", u"Код").left().wide(196),
+    text(u"OBOSNOV", 50, u"Обоснование").wide(294),
+    text(u"NAME", 1000, u"Наименование").wide(351),
+    text(u"KLASSGR", 30, u"Класс").wide(152),
+    decimal(u"CMETNAY", 2, u"Сметная цена 2001").wide(104),
+    decimal(u"TECCENA", 2, u"Текущая цена").wide(105),
 };
 
 } // namespace data::fields

@@ -14,16 +14,16 @@ QStringList columnNames(std::span<const db::FieldSpec> fields) {
     return names;
 }
 
-QStringList tailOf(Selection selection) {
-    switch (selection) {
-    case Selection::OrderedByName:
+QStringList tailOf(QueryRows rows) {
+    switch (rows) {
+    case QueryRows::ByName:
         return {QStringLiteral("Order by name")};
-    case Selection::OrderedByPeriod:
+    case QueryRows::ByPeriod:
         return {QStringLiteral("ORDER BY PERIOD DESC")};
-    case Selection::OfPeriodAndRegion:
+    case QueryRows::OfSelection:
         return {QStringLiteral("where per=:p1 and REGIONID=:p2"), QStringLiteral("order by KOD"),
                 QStringLiteral("    ")};
-    case Selection::Whole:
+    case QueryRows::Whole:
         break;
     }
     return {};
@@ -31,17 +31,16 @@ QStringList tailOf(Selection selection) {
 
 } // namespace
 
-QStringList initialQuery(std::span<const db::FieldSpec> fields, std::u16string_view table,
-                         Selection selection) {
+QStringList initialQuery(std::span<const db::FieldSpec> fields, std::u16string_view table, QueryRows rows) {
     const QString indent = QStringLiteral("    ");
     QStringList lines{QStringLiteral("SELECT")};
     const QStringList names = columnNames(fields);
     for (const QString& name : names) {
         lines += indent + name + (&name == &names.last() ? QString() : QStringLiteral(","));
     }
-    const QString trailing = selection == Selection::Whole ? QStringLiteral(" ") : QString();
+    const QString trailing = rows == QueryRows::Whole ? QStringLiteral(" ") : QString();
     lines << QStringLiteral("FROM") << indent + base::toQString(table) + trailing;
-    return lines + tailOf(selection);
+    return lines + tailOf(rows);
 }
 
 QStringList editionQuery(std::span<const db::FieldSpec> fields, std::u16string_view table) {

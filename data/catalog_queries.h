@@ -10,16 +10,16 @@
 namespace data {
 
 /// Which rows of its table a catalog dataset reads, and in which order.
-enum class Selection {
-    OrderedByName,     ///< all, by NAME ascending
-    OrderedByPeriod,   ///< all, by PERIOD descending
-    OfPeriodAndRegion, ///< those of period :p1 and region :p2, by KOD ascending
-    Whole,             ///< all, in the server's order
+enum class QueryRows {
+    ByName,      ///< all, by NAME ascending
+    ByPeriod,    ///< all, by PERIOD descending
+    OfSelection, ///< those of period :p1 and region :p2, by KOD ascending
+    Whole,       ///< all, in the server's order
 };
 
 /// The query that a dataset starts with, one item a line.
 [[nodiscard]] QStringList initialQuery(std::span<const db::FieldSpec> fields, std::u16string_view table,
-                                       Selection selection);
+                                       QueryRows rows);
 
 /// The two lines that read the same columns of period :p1 and region :p2 from an edition's table.
 [[nodiscard]] QStringList editionQuery(std::span<const db::FieldSpec> fields, std::u16string_view table);

@@ -1,52 +1,82 @@
 #include "data/data_modul.h"
 
-#include "base/text.h"
 #include "data/catalog_fields.h"
 #include "data/catalog_queries.h"
 
-#include <stdexcept>
+#include <algorithm>
+#include <variant>
 
 TDM* DM = nullptr;
-std::int32_t CurRegionId = 0;
-QString CurPeriod;
 
 namespace {
 
-using data::Selection;
+using data::QueryRows;
+using enum QueryRows;
+using Tables = data::Edition::Tables;
+namespace fields = data::fields;
 
-/// What a catalog dataset is made of.
+/// The same in all editions.
+constexpr std::u16string_view transportTable = u"FER20KATALOGPEREVOZKA_TABLE";
+
+/// A catalog dataset, what its query reads, and the data source through which views show it.
 struct DataSetSpec {
-    const char* name;
+    int number; ///< ends both object names
+    db::DataSet TDM::*dataSet;
+    db::DataSource TDM::*source; ///< null where no view shows the dataset
     std::span<const db::FieldSpec> fields;
-    std::u16string_view table;
-    Selection selection;
+    /// Fixed, or one of the edition's.
+    std::variant<std::u16string_view, std::u16string_view Tables::*> table;
+    QueryRows rows;
+
+    [[nodiscard]] bool isOfEdition() const { return table.index() == 1; }
+
+    [[nodiscard]] std::u16string_view tableOf(const data::Edition& edition) const {
+        return isOfEdition() ? edition.tables.*std::get<1>(table) : std::get<0>(table);
+    }
 };
 
-constexpr std::array<DataSetSpec, 10> dataSetSpecs{{
-    {"pFIBDataSet1", data::fields::regions, u"REGION", Selection::OrderedByName},
-    {"pFIBDataSet2", data::fields::periods, u"PERIOD_TABLE", Selection::OrderedByPeriod},
-    {"pFIBDataSet3", data::fields::materials, data::editions[0].tables[0], Selection::OfPeriodAndRegion},
-    {"pFIBDataSet4", data::fields::contents, data::editions[0].tables[1], Selection::OfPeriodAndRegion},
-    {"pFIBDataSet5", data::fields::machines, data::editions[0].tables[2], Selection::OfPeriodAndRegion},
-    {"pFIBDataSet6", data::fields::labour, data::editions[0].tables[3], Selection::OfPeriodAndRegion},
-    {"pFIBDataSet7", data::fields::firms, u"FIRMS", Selection::Whole},
-    {"pFIBDataSet8", data::fields::coefficients, u"OGRANICHENIE", Selection::Whole},
-    {"pFIBDataSet9", data::fields::catalogTree, u"KATALOG", Selection::Whole},
-    {"pFIBDataSet10", data::fields::transport, u"FER20KATALOGPEREVOZKA_TABLE", Selection::OfPeriodAndRegion},
-}};
+constexpr DataSetSpec dataSetSpecs[]{
+    {1, &TDM::pFIBDataSet1, &TDM::DataSource1, fields::regions, u"REGION", ByName},
+    {2, &TDM::pFIBDataSet2, nullptr, fields::periods, u"PERIOD_TABLE", ByPeriod},
+    {3, &TDM::pFIBDataSet3, &TDM::DataSource3, fields::materials, &Tables::materials, OfSelection},
+    {4, &TDM::pFIBDataSet4, &TDM::DataSource4, fields::contents, &Tables::contents, OfSelection},
+    {5, &TDM::pFIBDataSet5, &TDM::DataSource5, fields::machines, &Tables::machines, OfSelection},
+    {6, &TDM::pFIBDataSet6, &TDM::DataSource6, fields::labour, &Tables::labour, OfSelection},
+    {7, &TDM::pFIBDataSet7, &TDM::DataSource7, fields::firms, u"FIRMS", Whole},
+    {8, &TDM::pFIBDataSet8, &TDM::DataSource8, fields::coefficients, u"OGRANICHENIE", Whole},
+    {9, &TDM::pFIBDataSet9, &TDM::DataSource9, fields::catalogTree, u"KATALOG", Whole},
+    {10, &TDM::pFIBDataSet10, &TDM::DataSource10, fields::transport, transportTable, OfSelection},
+};
 
-constexpr std::size_t firstEditionDataSet = 2;
-
-/// Makes the dataset with that number (1 to 10) of `module`.
-db::DataSet makeDataSet(TDM& module, std::size_t number) {
-    const DataSetSpec& spec = dataSetSpecs[number - 1];
-    return db::DataSet(QString::fromLatin1(spec.name), spec.fields,
-                       data::initialQuery(spec.fields, spec.table, spec.selection), module.pFIBDatabase1,
-                       module.RFIBTransaction, &module);
+/// The row that names a member.
+template <typename Component>
+const DataSetSpec& specOf(Component TDM::*DataSetSpec::*part, Component TDM::*member) {
+    return *std::find_if(std::begin(dataSetSpecs), std::end(dataSetSpecs),
+                         [&](const DataSetSpec& spec) { return spec.*part == member; });
 }
 
-db::DataSource makeDataSource(TDM& module, int number, db::DataSet& dataSet) {
-    return db::DataSource(QStringLiteral("DataSource%1").arg(number), dataSet, &module);
+db::DataSet makeDataSet(TDM& module, db::DataSet TDM::*member) {
+    const DataSetSpec& spec = specOf(&DataSetSpec::dataSet, member);
+    return db::DataSet(QStringLiteral("pFIBDataSet%1").arg(spec.number), spec.fields,
+                       data::initialQuery(spec.fields, spec.tableOf(data::initialEdition), spec.rows),
+                       module.pFIBDatabase1, module.RFIBTransaction, &module);
+}
+
+db::DataSource makeDataSource(TDM& module, db::DataSource TDM::*member) {
+    const DataSetSpec& spec = specOf(&DataSetSpec::source, member);
+    return db::DataSource(QStringLiteral("DataSource%1").arg(spec.number), module.*spec.dataSet, &module);
+}
+
+/// The datasets whose rows of the table fulfil a condition, in the table's order.
+template <typename Condition>
+std::vector<db::DataSet*> dataSetsWhere(TDM& module, Condition condition) {
+    std::vector<db::DataSet*> found;
+    for (const DataSetSpec& spec : dataSetSpecs) {
+        if (condition(spec)) {
+            found.push_back(&(module.*spec.dataSet));
+        }
+    }
+    return found;
 }
 
 } // namespace
@@ -54,32 +84,30 @@ db::DataSource makeDataSource(TDM& module, int number, db::DataSet& dataSet) {
 TDM::TDM(QObject* parent)
     : QObject(parent),
       pFIBDatabase1(QStringLiteral("pFIBDatabase1"), databaseNameOn(QString::fromLatin1(localServer)),
-                    {QStringLiteral("password=pinewoods"), QStringLiteral("user_name=SYSDBA"),
-                     QStringLiteral("lc_ctype=WIN1251")},
-                    db::ClientLibrary::defaultNames(), this),
+                    connectionParameters(), db::ClientLibrary::defaultNames(), this),
       RFIBTransaction(QStringLiteral("RFIBTransaction"),
                       {QStringLiteral("read"), QStringLiteral("nowait"), QStringLiteral("rec_version"),
                        QStringLiteral("read_committed")},
                       pFIBDatabase1, this),
-      pFIBDataSet1(makeDataSet(*this, 1)),
-      pFIBDataSet2(makeDataSet(*this, 2)),
-      pFIBDataSet3(makeDataSet(*this, 3)),
-      pFIBDataSet4(makeDataSet(*this, 4)),
-      pFIBDataSet5(makeDataSet(*this, 5)),
-      pFIBDataSet6(makeDataSet(*this, 6)),
-      pFIBDataSet7(makeDataSet(*this, 7)),
-      pFIBDataSet8(makeDataSet(*this, 8)),
-      pFIBDataSet9(makeDataSet(*this, 9)),
-      pFIBDataSet10(makeDataSet(*this, 10)),
-      DataSource1(makeDataSource(*this, 1, pFIBDataSet1)),
-      DataSource3(makeDataSource(*this, 3, pFIBDataSet3)),
-      DataSource4(makeDataSource(*this, 4, pFIBDataSet4)),
-      DataSource5(makeDataSource(*this, 5, pFIBDataSet5)),
-      DataSource6(makeDataSource(*this, 6, pFIBDataSet6)),
-      DataSource7(makeDataSource(*this, 7, pFIBDataSet7)),
-      DataSource8(makeDataSource(*this, 8, pFIBDataSet8)),
-      DataSource9(makeDataSource(*this, 9, pFIBDataSet9)),
-      DataSource10(makeDataSource(*this, 10, pFIBDataSet10)) {
+      pFIBDataSet1(makeDataSet(*this, &TDM::pFIBDataSet1)),
+      pFIBDataSet2(makeDataSet(*this, &TDM::pFIBDataSet2)),
+      pFIBDataSet3(makeDataSet(*this, &TDM::pFIBDataSet3)),
+      pFIBDataSet4(makeDataSet(*this, &TDM::pFIBDataSet4)),
+      pFIBDataSet5(makeDataSet(*this, &TDM::pFIBDataSet5)),
+      pFIBDataSet6(makeDataSet(*this, &TDM::pFIBDataSet6)),
+      pFIBDataSet7(makeDataSet(*this, &TDM::pFIBDataSet7)),
+      pFIBDataSet8(makeDataSet(*this, &TDM::pFIBDataSet8)),
+      pFIBDataSet9(makeDataSet(*this, &TDM::pFIBDataSet9)),
+      pFIBDataSet10(makeDataSet(*this, &TDM::pFIBDataSet10)),
+      DataSource1(makeDataSource(*this, &TDM::DataSource1)),
+      DataSource3(makeDataSource(*this, &TDM::DataSource3)),
+      DataSource4(makeDataSource(*this, &TDM::DataSource4)),
+      DataSource5(makeDataSource(*this, &TDM::DataSource5)),
+      DataSource6(makeDataSource(*this, &TDM::DataSource6)),
+      DataSource7(makeDataSource(*this, &TDM::DataSource7)),
+      DataSource8(makeDataSource(*this, &TDM::DataSource8)),
+      DataSource9(makeDataSource(*this, &TDM::DataSource9)),
+      DataSource10(makeDataSource(*this, &TDM::DataSource10)) {
     setObjectName(QStringLiteral("DM"));
 }
 
@@ -89,38 +117,35 @@ TDM::~TDM() {
     }
 }
 
-std::array<db::DataSet*, 10> TDM::dataSets() {
-    return {&pFIBDataSet1, &pFIBDataSet2, &pFIBDataSet3, &pFIBDataSet4, &pFIBDataSet5,
-            &pFIBDataSet6, &pFIBDataSet7, &pFIBDataSet8, &pFIBDataSet9, &pFIBDataSet10};
+std::vector<db::DataSet*> TDM::dataSets() {
+    return dataSetsWhere(*this, [](const DataSetSpec&) { return true; });
 }
 
-std::array<db::DataSet*, data::editionDataSetCount> TDM::editionDataSets() {
-    return {&pFIBDataSet3, &pFIBDataSet4, &pFIBDataSet5, &pFIBDataSet6};
+std::vector<db::DataSet*> TDM::selectionDataSets() {
+    return dataSetsWhere(*this, [](const DataSetSpec& spec) { return spec.rows == OfSelection; });
 }
 
-std::array<db::DataSet*, 5> TDM::selectionDataSets() {
-    return {&pFIBDataSet3, &pFIBDataSet4, &pFIBDataSet5, &pFIBDataSet6, &pFIBDataSet10};
-}
-
-db::DataSource& TDM::dataSource(std::u16string_view name) {
-    auto* const found = findChild<db::DataSource*>(base::toQString(name));
-    if (found == nullptr) {
-        throw std::logic_error("no data source " + base::toQString(name).toStdString());
-    }
-    return *found;
+void TDM::connectTo(const QString& server) {
+    pFIBDatabase1.setDatabaseName(databaseNameOn(server));
+    pFIBDatabase1.open();
 }
 
 void TDM::chooseEdition(const data::Edition& edition) {
-    const auto chosen = editionDataSets();
-    for (std::size_t index = 0; index < chosen.size(); ++index) {
-        db::DataSet& dataSet = *chosen[index];
-        const DataSetSpec& spec = dataSetSpecs[firstEditionDataSet + index];
-        dataSet.close();
-        dataSet.setSql(data::editionQuery(spec.fields, edition.tables[index]));
-        dataSet.prepare();
+    for (const DataSetSpec& spec : dataSetSpecs) {
+        if (spec.isOfEdition()) {
+            db::DataSet& dataSet = this->*spec.dataSet;
+            dataSet.close();
+            dataSet.setSql(data::editionQuery(spec.fields, spec.tableOf(edition)));
+            dataSet.prepare();
+        }
     }
 }
 
 QString TDM::databaseNameOn(const QString& server) {
     return server + QStringLiteral("/3050:C:\\DATA\\BAZAKATALOG.FDB");
+}
+
+QStringList TDM::connectionParameters() {
+    return {QStringLiteral("password=") + QString::fromLatin1(password),
+            QStringLiteral("user_name=") + QString::fromLatin1(userName), QStringLiteral("lc_ctype=WIN1251")};
 }

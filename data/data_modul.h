@@ -9,8 +9,7 @@
 #include <QObject>
 #include <QString>
 
-#include <array>
-#include <cstdint>
+#include <vector>
 
 /// The data module: the one connection, its one transaction, the ten catalog datasets and what the views bind
 /// to. Created disconnected; lives as long as the program.
@@ -46,24 +45,28 @@ public:
     db::DataSource DataSource10;
 
     /// pFIBDataSet1 to pFIBDataSet10.
-    [[nodiscard]] std::array<db::DataSet*, 10> dataSets();
-
-    /// The datasets that read the chosen edition's tables: pFIBDataSet3 to pFIBDataSet6.
-    [[nodiscard]] std::array<db::DataSet*, data::editionDataSetCount> editionDataSets();
+    [[nodiscard]] std::vector<db::DataSet*> dataSets();
 
     /// The datasets bound to a period and a region, in the order in which they are read:
     /// pFIBDataSet3 to pFIBDataSet6, pFIBDataSet10.
-    [[nodiscard]] std::array<db::DataSet*, 5> selectionDataSets();
+    [[nodiscard]] std::vector<db::DataSet*> selectionDataSets();
 
-    /// The data source of that object name. Throws std::logic_error when there is none.
-    [[nodiscard]] db::DataSource& dataSource(std::u16string_view name);
+    /// Points the connection at the catalog on a server and opens it; changes nothing when it is open there.
+    /// Throws db::DatabaseError, also when it is open elsewhere.
+    void connectTo(const QString& server);
 
-    /// Closes the edition datasets, gives them the queries of the edition and prepares them, one after the
-    /// other. Throws db::DatabaseError; the datasets done so far then keep the new queries.
+    /// Closes pFIBDataSet3 to pFIBDataSet6, gives them the queries of the edition and prepares them, one
+    /// after the other. Throws db::DatabaseError; the datasets done so far then keep the new queries.
     void chooseEdition(const data::Edition& edition);
 
     /// The connection string of the catalog on a server: `server` as the user typed it, port and path.
     [[nodiscard]] static QString databaseNameOn(const QString& server);
+
+    static constexpr auto userName = "SYSDBA";
+    static constexpr auto password = "pinewoods";
+
+    /// The lines with which the program logs in: password, user name, character set.
+    [[nodiscard]] static QStringList connectionParameters();
 };
 
 /// The address that is offered to the user: the local machine.
@@ -71,9 +74,3 @@ inline constexpr auto localServer = "127.0.0.1";
 
 /// The data module of the running program.
 extern TDM* DM;
-
-/// The chosen region's ID as a 32-bit integer, for the parameter p2; outlives every browser window.
-extern std::int32_t CurRegionId;
-
-/// The chosen period as the selector shows it, for the parameter p1; outlives every browser window.
-extern QString CurPeriod;

@@ -1,11 +1,10 @@
 #include "db/connection.h"
 
-#include "db/data_set.h"
+#include "db/connection_client.h"
 #include "db/parameter_block.h"
 #include "db/signal_keeper.h"
-#include "db/transaction.h"
 
-#include <algorithm>
+#include <ranges>
 
 namespace db {
 
@@ -51,8 +50,8 @@ void Connection::close() {
     if (!isConnected()) {
         return;
     }
-    for (DataSet* dataSet : dataSets_) {
-        dataSet->close();
+    for (ConnectionClient* client : clients_) {
+        client->close();
     }
     try {
         detach();
@@ -63,11 +62,8 @@ void Connection::close() {
 }
 
 void Connection::detach() {
-    for (DataSet* dataSet : dataSets_) {
-        dataSet->unprepare();
-    }
-    if (transaction_ != nullptr) {
-        transaction_->end();
+    for (ConnectionClient* client : std::views::reverse(clients_)) {
+        client->releaseHandles();
     }
     library_.run([&](auto* status) { handle_->detach(status); });
     // A successful detach has taken the reference back.
@@ -92,20 +88,17 @@ Firebird::IAttachment& Connection::handle() const {
     return *handle_;
 }
 
-void Connection::add(DataSet& dataSet) {
-    dataSets_.push_back(&dataSet);
+void Connection::add(ConnectionClient& client) {
+    clients_.push_back(&client);
 }
 
-void Connection::remove(DataSet& dataSet) {
-    std::erase(dataSets_, &dataSet);
+void Connection::remove(ConnectionClient& client) {
+    std::erase(clients_, &client);
 }
 
 void Connection::dropHandles() {
-    for (DataSet* dataSet : dataSets_) {
-        dataSet->dropStatement();
-    }
-    if (transaction_ != nullptr) {
-        transaction_->drop();
+    for (ConnectionClient* client : std::views::reverse(clients_)) {
+        client->forgetHandles();
     }
     handle_.reset();
 }

@@ -9,8 +9,7 @@
 
 namespace db {
 
-class DataSet;
-class Transaction;
+class ConnectionClient;
 
 /// A connection to one database of a Firebird server.
 class Connection final : public QObject {
@@ -34,8 +33,8 @@ public:
     /// DatabaseError.
     void open();
 
-    /// Closes every dataset, ends the transaction and detaches. Throws DatabaseError when the server does not
-    /// answer as it should; everything is closed then as well.
+    /// Closes every client, has them release their handles and detaches. Throws DatabaseError when the server
+    /// does not answer as it should; everything is closed then as well.
     void close();
 
     /// Runs one call of the client library. A call that reports the connection as lost leaves the connection
@@ -57,10 +56,10 @@ public:
     /// The attachment; throws DatabaseError when the connection is not open.
     [[nodiscard]] Firebird::IAttachment& handle() const;
 
-    /// Datasets and transactions make themselves known, so that close() reaches them.
-    void add(DataSet& dataSet);
-    void remove(DataSet& dataSet);
-    void setTransaction(Transaction* transaction) { transaction_ = transaction; }
+    /// Makes a client known from its making to its end. Handles are given up in reverse order, since those of
+    /// a later client (a statement) may rest on those of an earlier one (the transaction).
+    void add(ConnectionClient& client);
+    void remove(ConnectionClient& client);
 
 private:
     void detach();
@@ -73,8 +72,7 @@ private:
     QStringList parameters_;
     ClientLibrary library_;
     Handle<Firebird::IAttachment> handle_;
-    Transaction* transaction_ = nullptr;
-    std::vector<DataSet*> dataSets_;
+    std::vector<ConnectionClient*> clients_;
 };
 
 } // namespace db

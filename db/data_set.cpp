@@ -4,77 +4,25 @@
 #include "base/win1251.h"
 #include "db/connection.h"
 #include "db/decimal.h"
-#include "db/named_parameters.h"
 #include "db/transaction.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace db {
 
-namespace {
-
-/// The message that carries a statement's parameters to the server.
-struct InputMessage {
-    Handle<Firebird::IMessageMetadata> metadata;
-    std::vector<unsigned char> bytes;
-};
-
-/// A text that is too long for the column it is compared with equals none of the column's values. The server
-/// would refuse it instead; one SUBSTITUTE character, which equals none either, keeps the result empty.
-QByteArray encodeForColumn(const QString& text, unsigned columnLength) {
-    const QByteArray bytes = base::win1251::encode(text);
-    return bytes.size() <= static_cast<qsizetype>(columnLength) ? bytes : base::win1251::encode(u"\x1A");
-}
-
-void writeText(unsigned char* target, const QByteArray& text) {
-    const auto length = static_cast<std::uint16_t>(text.size());
-    std::memcpy(target, &length, sizeof length);
-    std::memcpy(target + sizeof length, text.constData(), static_cast<std::size_t>(text.size()));
-}
-
-InputMessage makeInputMessage(Connection& connection, Firebird::IStatement& statement,
-                              const std::vector<ParameterValue>& values) {
-    return connection.run([&](auto* status) {
-        const Handle<Firebird::IMessageMetadata> declared(statement.getInputMetadata(status));
-        const Handle<Firebird::IMetadataBuilder> builder(declared->getBuilder(status));
-        std::vector<QByteArray> texts(values.size());
-        for (unsigned index = 0; index < values.size(); ++index) {
-            if (const auto* text = std::get_if<QString>(&values[index])) {
-                texts[index] = encodeForColumn(*text, declared->getLength(status, index));
-                builder->setType(status, index, SQL_VARYING);
-                builder->setLength(status, index, static_cast<unsigned>(texts[index].size()));
-            } else {
-                builder->setType(status, index, SQL_LONG);
-                builder->setLength(status, index, sizeof(std::int32_t));
-                builder->setScale(status, index, 0);
-            }
-        }
-        InputMessage message{Handle<Firebird::IMessageMetadata>(builder->getMetadata(status)), {}};
-        message.bytes.resize(message.metadata->getMessageLength(status));
-        for (unsigned index = 0; index < values.size(); ++index) {
-            unsigned char* const target = message.bytes.data() + message.metadata->getOffset(status, index);
-            if (const auto* number = std::get_if<std::int32_t>(&values[index])) {
-                std::memcpy(target, number, sizeof *number);
-            } else {
-                writeText(target, texts[index]);
-            }
-        }
-        return message;
-    });
-}
-
-} // namespace
-
 DataSet::DataSet(const QString& name, std::span<const FieldSpec> fields, QStringList sql,
                  Connection& connection, Transaction& transaction, QObject* parent)
-    : QObject(parent), connection_(connection), transaction_(transaction), sql_(std::move(sql)) {
+    : QObject(parent),
+      connection_(connection),
+      transaction_(transaction),
+      sql_(std::move(sql)),
+      parameters_(name) {
     setObjectName(name);
     for (const FieldSpec& spec : fields) {
         const auto index = static_cast<int>(fields_.size());
         fields_.push_back(new Field(spec, index, name + base::toQString(spec.column), this));
     }
-    syncParameters();
+    parameters_.setQuery(sql_.join(u'\n'));
     connection_.add(*this);
 }
 
@@ -87,22 +35,9 @@ void DataSet::setSql(QStringList lines) {
         throw DatabaseError(
             QStringLiteral("%1: запрос нельзя изменить, пока набор данных открыт").arg(objectName()));
     }
-    unprepare();
+    releaseHandles();
     sql_ = std::move(lines);
-    syncParameters();
-}
-
-void DataSet::syncParameters() {
-    markNames_ = toPositional(sql_.join(u'\n')).names;
-    std::erase_if(parameters_,
-                  [&](const Parameter& parameter) { return !markNames_.contains(parameter.name()); });
-    for (const QString& name : markNames_) {
-        const bool known = std::any_of(parameters_.begin(), parameters_.end(),
-                                       [&](const Parameter& parameter) { return parameter.name() == name; });
-        if (!known) {
-            parameters_.emplace_back(name);
-        }
-    }
+    parameters_.setQuery(sql_.join(u'\n'));
 }
 
 void DataSet::prepare() {
@@ -110,7 +45,7 @@ void DataSet::prepare() {
         return;
     }
     transaction_.start();
-    const QByteArray sql = base::win1251::encode(toPositional(sql_.join(u'\n')).sql);
+    const QByteArray sql = base::win1251::encode(parameters_.positionalSql());
     Firebird::IAttachment& attachment = connection_.handle();
     Handle<Firebird::IStatement> statement(connection_.run([&](auto* status) {
         return attachment.prepare(status, transaction_.handle(), static_cast<unsigned>(sql.size()),
@@ -120,7 +55,7 @@ void DataSet::prepare() {
     statement_ = std::move(statement);
 }
 
-void DataSet::unprepare() {
+void DataSet::releaseHandles() {
     decoder_.reset();
     if (statement_ == nullptr) {
         return;
@@ -130,7 +65,7 @@ void DataSet::unprepare() {
     static_cast<void>(statement_.release());
 }
 
-void DataSet::dropStatement() {
+void DataSet::forgetHandles() {
     decoder_.reset();
     statement_.reset();
 }
@@ -145,20 +80,12 @@ void DataSet::open() {
 RowStore DataSet::fetchRows() {
     transaction_.start();
     prepare();
-    std::vector<ParameterValue> values;
-    for (const QString& name : std::as_const(markNames_)) {
-        values.push_back(parameter(name).value());
-        if (std::holds_alternative<std::monostate>(values.back())) {
-            throw DatabaseError(
-                QStringLiteral("%1: не задано значение параметра «%2»").arg(objectName(), name));
-        }
-    }
+    ParameterMessage input = parameters_.message(connection_, *statement_);
     if (!decoder_) {
         const Handle<Firebird::IMessageMetadata> output(
             connection_.run([&](auto* status) { return statement_->getOutputMetadata(status); }));
         decoder_.emplace(connection_, *output, fields_, objectName());
     }
-    InputMessage input = makeInputMessage(connection_, *statement_, values);
 
     std::vector<FieldKind> kinds;
     for (const Field* field : fields_) {
@@ -207,15 +134,6 @@ void DataSet::reopenLocate(const QString& column) {
             return;
         }
     }
-}
-
-Parameter& DataSet::parameter(const QString& name) {
-    const auto found = std::find_if(parameters_.begin(), parameters_.end(),
-                                    [&](const Parameter& parameter) { return parameter.name() == name; });
-    if (found == parameters_.end()) {
-        throw DatabaseError(QStringLiteral("%1: в запросе нет параметра «%2»").arg(objectName(), name));
-    }
-    return *found;
 }
 
 const Field* DataSet::findField(const QString& column) const {

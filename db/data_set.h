@@ -1,7 +1,9 @@
 #pragma once
 
 #include "db/client_library.h"
+#include "db/connection_client.h"
 #include "db/field.h"
+#include "db/query_parameters.h"
 #include "db/row_decoder.h"
 #include "db/row_store.h"
 
@@ -10,7 +12,6 @@
 
 #include <optional>
 #include <span>
-#include <variant>
 #include <vector>
 
 namespace db {
@@ -18,30 +19,12 @@ namespace db {
 class Connection;
 class Transaction;
 
-/// What a named parameter is set to; nothing until it is bound.
-using ParameterValue = std::variant<std::monostate, QString, std::int32_t>;
-
-/// A named parameter of a dataset's query.
-class Parameter final {
-public:
-    explicit Parameter(QString name) : name_(std::move(name)) {}
-
-    [[nodiscard]] const QString& name() const { return name_; }
-    [[nodiscard]] const ParameterValue& value() const { return value_; }
-    void setString(const QString& value) { value_ = value; }
-    void setInteger(std::int32_t value) { value_ = value; }
-
-private:
-    QString name_;
-    ParameterValue value_;
-};
-
 /// A query with its parameters, its declared fields, and, while it is open, the rows that it read and one of
 /// them as the current row.
 ///
 /// The rows are read whole when the dataset is opened and kept on this side until it is closed. Values are
 /// reached by row (from 0) and field index; decoding to text happens only on asking.
-class DataSet final : public QObject {
+class DataSet final : public QObject, private ConnectionClient {
     Q_OBJECT
 
 public:
@@ -67,7 +50,7 @@ public:
     void open();
 
     /// Discards the rows.
-    void close();
+    void close() override;
 
     /// Closes and opens; returns to the row whose integer field `column` has the value that the current row
     /// had, or to the first row. Throws as open() does.
@@ -76,7 +59,7 @@ public:
     [[nodiscard]] bool isOpen() const { return rows_.has_value(); }
 
     /// The parameter of that name. Throws DatabaseError when the query has none.
-    [[nodiscard]] Parameter& parameter(const QString& name);
+    [[nodiscard]] Parameter& parameter(const QString& name) { return parameters_.parameter(name); }
 
     /// The declared fields, in their order.
     [[nodiscard]] std::span<Field* const> fields() const { return fields_; }
@@ -107,12 +90,6 @@ public:
     /// tells whether there is one; the current row stays when there is none.
     bool locate(const QString& column, const QString& value);
 
-    /// Frees the compiled query on the server. Throws DatabaseError.
-    void unprepare();
-
-    /// Forgets the server's handle without asking the server, once the connection is lost. Rows stay.
-    void dropStatement();
-
 signals:
     /// The rows are about to be replaced: on opening and on closing.
     void aboutToReset();
@@ -122,15 +99,15 @@ signals:
     void currentRowChanged(int row);
 
 private:
-    void syncParameters();
+    void releaseHandles() override;
+    void forgetHandles() override;
     [[nodiscard]] RowStore fetchRows();
     void replaceRows(std::optional<RowStore> rows);
 
     Connection& connection_;
     Transaction& transaction_;
     QStringList sql_;
-    std::vector<Parameter> parameters_;
-    QStringList markNames_; // the parameter's name at each "?" of the positional statement
+    QueryParameters parameters_;
     std::vector<Field*> fields_;
     Handle<Firebird::IStatement> statement_;
     std::optional<RowDecoder> decoder_;

@@ -13,8 +13,4 @@ Field::Field(const FieldSpec& spec, int index, const QString& name, QObject* par
     setObjectName(name);
 }
 
-Qt::Alignment Field::alignment() const {
-    return (isNumber() && !spec_.leftAligned ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter;
-}
-
 } // namespace db

@@ -16,15 +16,66 @@ enum class FieldKind : std::uint8_t {
     String,    ///< text in the connection's character set
 };
 
-/// One row of the field table of a dataset.
+/// One row of the field table of a dataset: made by text(), integer(), bigint() or decimal(), refined by the
+/// functions that return a changed copy. How a view shows the field is said here too, so that a further field
+/// is one row.
 struct FieldSpec {
     std::u16string_view column; ///< column name in the query's result
     FieldKind kind;
-    int size = 0;                   ///< String: greatest length in characters; Decimal: fraction digits
-    std::u16string_view label = {}; ///< header text; empty means the column name
+    int length = 0;            ///< of a text: greatest length in characters
+    int fractionDigits = 0;    ///< of a decimal
+    std::u16string_view label; ///< header text; empty means the column name
     bool visible = true;
     bool leftAligned = false; ///< a number that is shown at the left
+    int columnWidth = 0;      ///< design width of the field's column in pixels; 0 is the view's default
+
+    /// Read, but not shown.
+    [[nodiscard]] constexpr FieldSpec hidden() const {
+        FieldSpec changed = *this;
+        changed.visible = false;
+        return changed;
+    }
+    /// A number at the left.
+    [[nodiscard]] constexpr FieldSpec left() const {
+        FieldSpec changed = *this;
+        changed.leftAligned = true;
+        return changed;
+    }
+    /// In a column of that design width.
+    [[nodiscard]] constexpr FieldSpec wide(int width) const {
+        FieldSpec changed = *this;
+        changed.columnWidth = width;
+        return changed;
+    }
+
+    [[nodiscard]] constexpr bool isNumber() const { return kind != FieldKind::String; }
+    /// Numbers stand at the right unless they are marked, texts at the left.
+    [[nodiscard]] constexpr Qt::AlignmentFlag alignment() const {
+        return isNumber() && !leftAligned ? Qt::AlignRight : Qt::AlignLeft;
+    }
 };
+
+/// VARCHAR(length).
+[[nodiscard]] constexpr FieldSpec text(std::u16string_view column, int length,
+                                       std::u16string_view label = {}) {
+    return {.column = column, .kind = FieldKind::String, .length = length, .label = label};
+}
+
+/// INTEGER.
+[[nodiscard]] constexpr FieldSpec integer(std::u16string_view column, std::u16string_view label = {}) {
+    return {.column = column, .kind = FieldKind::Integer32, .label = label};
+}
+
+/// BIGINT.
+[[nodiscard]] constexpr FieldSpec bigint(std::u16string_view column, std::u16string_view label = {}) {
+    return {.column = column, .kind = FieldKind::Integer64, .label = label};
+}
+
+/// NUMERIC(18, fractionDigits).
+[[nodiscard]] constexpr FieldSpec decimal(std::u16string_view column, int fractionDigits,
+                                          std::u16string_view label = {}) {
+    return {.column = column, .kind = FieldKind::Decimal, .fractionDigits = fractionDigits, .label = label};
+}
 
 /// A field of a dataset, named after the dataset and its column (such as pFIBDataSet3ID).
 class Field final : public QObject {
@@ -37,15 +88,15 @@ public:
     [[nodiscard]] int index() const { return index_; }
     [[nodiscard]] const QString& column() const { return column_; }
     [[nodiscard]] FieldKind kind() const { return spec_.kind; }
-    [[nodiscard]] int size() const { return spec_.size; }
+    /// Greatest length of a text, in characters.
+    [[nodiscard]] int length() const { return spec_.length; }
     /// The label, or the column name of a field without one.
     [[nodiscard]] const QString& displayLabel() const { return displayLabel_; }
-    [[nodiscard]] bool isVisible() const { return spec_.visible; }
-    [[nodiscard]] bool isNumber() const { return spec_.kind != FieldKind::String; }
+    [[nodiscard]] bool isNumber() const { return spec_.isNumber(); }
     /// Fraction digits of a number; 0 for integers.
-    [[nodiscard]] int fractionDigits() const { return spec_.kind == FieldKind::Decimal ? spec_.size : 0; }
-    /// Numbers stand at the right unless they are marked, texts at the left.
-    [[nodiscard]] Qt::Alignment alignment() const;
+    [[nodiscard]] int fractionDigits() const { return spec_.fractionDigits; }
+    /// Where values stand in their cell.
+    [[nodiscard]] Qt::Alignment alignment() const { return spec_.alignment() | Qt::AlignVCenter; }
 
 private:
     FieldSpec spec_;

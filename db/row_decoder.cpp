@@ -50,7 +50,7 @@ bool canBeRead(const Column& column, const Field& field) {
                (field.fractionDigits() == 0 ? column.type == SQL_INT64 : isExactNumber(column));
     case FieldKind::String:
         return (column.type == SQL_VARYING || column.type == SQL_TEXT) &&
-               column.length <= static_cast<unsigned>(field.size());
+               column.length <= static_cast<unsigned>(field.length());
     }
     return false;
 }
@@ -85,9 +85,9 @@ QString describe(const Field& field) {
     case FieldKind::Integer32:
         return QStringLiteral("INTEGER");
     case FieldKind::Decimal:
-        return QStringLiteral("NUMERIC(18,%1)").arg(field.size());
+        return QStringLiteral("NUMERIC(18,%1)").arg(field.fractionDigits());
     case FieldKind::String:
-        return QStringLiteral("VARCHAR(%1)").arg(field.size());
+        return QStringLiteral("VARCHAR(%1)").arg(field.length());
     }
     return {};
 }

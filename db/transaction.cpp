@@ -8,11 +8,11 @@ namespace db {
 Transaction::Transaction(const QString& name, QStringList parameters, Connection& connection, QObject* parent)
     : QObject(parent), connection_(connection), parameters_(std::move(parameters)) {
     setObjectName(name);
-    connection_.setTransaction(this);
+    connection_.add(*this);
 }
 
 Transaction::~Transaction() {
-    connection_.setTransaction(nullptr);
+    connection_.remove(*this);
 }
 
 void Transaction::start() {
@@ -26,16 +26,17 @@ void Transaction::start() {
     }));
 }
 
-void Transaction::end() {
+void Transaction::releaseHandles() {
     if (!isActive()) {
         return;
     }
+    // It only read: nothing is lost by a rollback.
     connection_.run([&](auto* status) { handle_->rollback(status); });
     // A successful rollback has taken the reference back.
     static_cast<void>(handle_.release());
 }
 
-void Transaction::drop() {
+void Transaction::forgetHandles() {
     handle_.reset();
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "db/client_library.h"
+#include "db/connection_client.h"
 
 #include <QObject>
 #include <QStringList>
@@ -10,7 +11,7 @@ namespace db {
 class Connection;
 
 /// The one transaction of a connection; started by the first dataset that needs it.
-class Transaction final : public QObject {
+class Transaction final : public QObject, private ConnectionClient {
     Q_OBJECT
 
 public:
@@ -23,15 +24,13 @@ public:
     /// Starts the transaction unless it is active. Throws DatabaseError, also when there is no connection.
     void start();
 
-    /// Ends the transaction; it only read, so it is rolled back. Throws DatabaseError.
-    void end();
-
-    /// Forgets the server's handle without asking the server, once the connection is lost.
-    void drop();
-
     [[nodiscard]] Firebird::ITransaction* handle() const { return handle_.get(); }
 
 private:
+    void close() override {}
+    void releaseHandles() override;
+    void forgetHandles() override;
+
     Connection& connection_;
     QStringList parameters_;
     Handle<Firebird::ITransaction> handle_;

@@ -2,6 +2,7 @@
 #include "app/flat_tool_bar.h"
 #include "base/program_place.h"
 #include "browser/ter_form.h"
+#include "data/selection.h"
 #include "grid/table/grid.h"
 #include "grid/table/table_view.h"
 #include "support/catalog_window.h"

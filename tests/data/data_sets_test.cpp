@@ -1,4 +1,5 @@
 #include "data/data_modul.h"
+#include "data/selection.h"
 #include "support/catalog.h"
 #include "support/firebird_server.h"
 #include "support/printing.h"
@@ -9,7 +10,10 @@
 
 namespace {
 
-using namespace test;
+using test::errorOf;
+using test::openAll;
+using test::runSql;
+using test::sqlValue;
 
 /// A row as text: its values separated by "|", NULL as "<null>".
 QString rowText(const db::DataSet& dataSet, int row) {
@@ -38,7 +42,7 @@ QString textWhere(const db::DataSet& dataSet, const QString& column, const QStri
 
 TEST(DataSets, DeliverEveryKindAtItsLimits) {
     TDM module;
-    connectTo(module, test::limitsServer);
+    module.connectTo(test::limitsServer);
     openAll(module, "202403", 1);
 
     const db::DataSet& materials = module.pFIBDataSet3;
@@ -84,7 +88,7 @@ TEST(DataSets, DeliverEveryKindAtItsLimits) {
     EXPECT_EQ(module.pFIBDataSet10.rowCount(), 13);
 
     // 0x98 has no character; it is kept all the same.
-    bind(module.pFIBDataSet3, "202403", 13);
+    data::bindSelection(module.pFIBDataSet3, "202403", 13);
     module.pFIBDataSet3.reopenLocate("ID");
     EXPECT_EQ(materials.text(0, materials.field("NAME")), QString("до") + QChar(0x98) + "после");
 }
@@ -92,7 +96,7 @@ TEST(DataSets, DeliverEveryKindAtItsLimits) {
 TEST(DataSets, SeeWhatOthersCommitWhenTheyAreOpenedAgain) {
     test::FirebirdServer server("127.0.0.4", test::limitsCatalog);
     TDM module;
-    connectTo(module, server.address());
+    module.connectTo(server.address());
     openAll(module, "202403", 1);
     db::DataSet& labour = module.pFIBDataSet6;
     labour.moveTo(5);
@@ -116,9 +120,9 @@ TEST(DataSets, SeeWhatOthersCommitWhenTheyAreOpenedAgain) {
 
 TEST(DataSets, AnswerAnyPeriodWithoutAnError) {
     TDM module;
-    connectTo(module, test::limitsServer);
+    module.connectTo(test::limitsServer);
     const auto rowsOf = [&](const QString& period) {
-        bind(module.pFIBDataSet3, period, 1);
+        data::bindSelection(module.pFIBDataSet3, period, 1);
         module.pFIBDataSet3.reopenLocate("ID");
         return module.pFIBDataSet3.rowCount();
     };
@@ -151,10 +155,10 @@ TEST(DataSets, RefuseTablesThatDoNotFit) {
     for (const Case& change : cases) {
         runSql(server.address(), QString::fromLatin1(change.change) + " commit;");
         TDM module;
-        connectTo(module, server.address());
+        module.connectTo(server.address());
         db::DataSet& dataSet = *module.dataSets()[static_cast<std::size_t>(change.dataSet)];
         if (change.dataSet >= 2 && change.dataSet <= 5) {
-            bind(dataSet, "202403", 1);
+            data::bindSelection(dataSet, "202403", 1);
         }
         const QString error = errorOf([&] { dataSet.open(); });
         if (*change.expected == '\0') {
@@ -165,7 +169,7 @@ TEST(DataSets, RefuseTablesThatDoNotFit) {
         }
     }
     TDM module;
-    connectTo(module, server.address());
+    module.connectTo(server.address());
     EXPECT_TRUE(errorOf([&] { module.chooseEdition(data::editions[1]); }).contains("FER14I2MASH_TABLE"));
     EXPECT_TRUE(module.pFIBDataSet4.sql().join(' ').contains("FER14I2KATOGLAVLENIE_TABLE"));
     EXPECT_TRUE(module.pFIBDataSet6.sql().join(' ').contains("TERTRUD_TABLE")) << "not reached";
@@ -174,19 +178,24 @@ TEST(DataSets, RefuseTablesThatDoNotFit) {
 
 TEST(DataSets, ReadTheTablesOfTheChosenEdition) {
     TDM module;
-    connectTo(module, test::sampleServer);
+    module.connectTo(test::sampleServer);
     for (const data::Edition& edition : data::editions) {
         module.chooseEdition(edition);
         openAll(module, "202403", 11);
-        for (std::size_t index = 0; index < edition.tables.size(); ++index) {
-            const db::DataSet& dataSet = *module.editionDataSets()[index];
-            const QString table = QStringView(edition.tables[index]).toString();
-            const QString rest = QStringLiteral(" from %1 where PER='202403' and REGIONID=11").arg(table);
-            EXPECT_EQ(QString::number(dataSet.rowCount()),
+        const std::pair<db::DataSet*, std::u16string_view> tables[]{
+            {&module.pFIBDataSet3, edition.tables.materials},
+            {&module.pFIBDataSet4, edition.tables.contents},
+            {&module.pFIBDataSet5, edition.tables.machines},
+            {&module.pFIBDataSet6, edition.tables.labour},
+        };
+        for (const auto& [dataSet, table] : tables) {
+            const QString rest =
+                QStringLiteral(" from %1 where PER='202403' and REGIONID=11").arg(QStringView(table));
+            EXPECT_EQ(QString::number(dataSet->rowCount()),
                       sqlValue(test::sampleServer, "select count(*)" + rest));
-            EXPECT_EQ(dataSet.text(0, dataSet.field("ID")),
+            EXPECT_EQ(dataSet->text(0, dataSet->field("ID")),
                       sqlValue(test::sampleServer, "select first 1 ID" + rest + " order by KOD"));
-            EXPECT_THROW(module.editionDataSets()[index]->setSql({}), db::DatabaseError) << "open";
+            EXPECT_THROW(dataSet->setSql({}), db::DatabaseError) << "open";
         }
         for (db::DataSet* dataSet : module.dataSets()) {
             dataSet->close();
@@ -196,7 +205,7 @@ TEST(DataSets, ReadTheTablesOfTheChosenEdition) {
 
 TEST(DataSets, LeaveNothingOnTheServerHoweverOftenTheyAreRead) {
     TDM module;
-    connectTo(module, test::limitsServer);
+    module.connectTo(test::limitsServer);
     const auto statements = [] {
         return sqlValue(
             test::limitsServer,
@@ -208,7 +217,7 @@ TEST(DataSets, LeaveNothingOnTheServerHoweverOftenTheyAreRead) {
         module.chooseEdition(data::editions[static_cast<std::size_t>(number) % 2]);
         for (db::DataSet* dataSet : module.selectionDataSets()) {
             dataSet->close();
-            bind(*dataSet, "202403", number);
+            data::bindSelection(*dataSet, "202403", number);
             dataSet->open();
         }
     };
@@ -222,7 +231,7 @@ TEST(DataSets, LeaveNothingOnTheServerHoweverOftenTheyAreRead) {
 
 TEST(DataSets, TellWhichRowIsCurrent) {
     TDM module;
-    connectTo(module, test::limitsServer);
+    module.connectTo(test::limitsServer);
     db::DataSet& regions = module.pFIBDataSet1;
     QSignalSpy moved(&regions, &db::DataSet::currentRowChanged);
     QSignalSpy reset(&regions, &db::DataSet::reset);

@@ -1,4 +1,5 @@
 #include "data/data_modul.h"
+#include "data/selection.h"
 #include "support/catalog.h"
 #include "support/firebird_server.h"
 #include "support/printing.h"
@@ -13,12 +14,15 @@
 
 namespace {
 
-using namespace test;
+using test::errorOf;
+using test::openAll;
+using test::runSql;
+using test::sqlValue;
 
 TEST(Connection, HasTheSettingsThatTheServerReports) {
     TDM module;
     EXPECT_EQ(module.pFIBDatabase1.databaseName(), "127.0.0.1/3050:C:\\DATA\\BAZAKATALOG.FDB");
-    connectTo(module, test::sampleServer);
+    module.connectTo(test::sampleServer);
     EXPECT_FALSE(module.RFIBTransaction.isActive());
     module.pFIBDataSet1.open();
     EXPECT_TRUE(module.RFIBTransaction.isActive());
@@ -49,7 +53,7 @@ TEST(Connection, HasTheSettingsThatTheServerReports) {
 TEST(Connection, RefusesWhatItCannotReachAndStaysUsable) {
     test::FirebirdServer other("127.0.0.2", "schema");
     TDM module;
-    EXPECT_THROW(connectTo(module, "127.0.0.99"), db::DatabaseError);
+    EXPECT_THROW(module.connectTo("127.0.0.99"), db::DatabaseError);
     EXPECT_FALSE(module.pFIBDatabase1.isConnected());
 
     db::Connection wrongPassword("wrong", TDM::databaseNameOn(test::sampleServer),
@@ -65,14 +69,14 @@ TEST(Connection, RefusesWhatItCannotReachAndStaysUsable) {
     EXPECT_EQ(errorOf([&] { noLibrary.open(); }), "Клиенская библиотека InterBase gds32.dll не обнаружена. "
                                                   "Пожалуйста, установите клиента InterBase!");
 
-    connectTo(module, test::sampleServer);
-    connectTo(module, test::sampleServer);
-    EXPECT_TRUE(errorOf([&] { connectTo(module, other.address()); }).contains("нельзя изменить"));
+    module.connectTo(test::sampleServer);
+    module.connectTo(test::sampleServer);
+    EXPECT_TRUE(errorOf([&] { module.connectTo(other.address()); }).contains("нельзя изменить"));
     EXPECT_EQ(module.pFIBDatabase1.databaseName(), TDM::databaseNameOn(test::sampleServer));
     module.pFIBDataSet1.open();
     EXPECT_GT(module.pFIBDataSet1.rowCount(), 0);
     module.pFIBDatabase1.close();
-    connectTo(module, other.address());
+    module.connectTo(other.address());
     module.pFIBDataSet1.open();
     EXPECT_EQ(module.pFIBDataSet1.rowCount(), 0);
     EXPECT_THROW(module.pFIBDataSet3.open(), db::DatabaseError) << "unbound parameters";
@@ -84,7 +88,7 @@ TEST(ConnectionDeathTest, LeavesItToTheProgramHowSignalsEndIt) {
     EXPECT_EXIT(
         {
             TDM module;
-            connectTo(module, test::sampleServer);
+            module.connectTo(test::sampleServer);
             std::raise(SIGTERM);
         },
         testing::KilledBySignal(SIGTERM), "");
@@ -93,7 +97,7 @@ TEST(ConnectionDeathTest, LeavesItToTheProgramHowSignalsEndIt) {
 TEST(Connection, ThatDiesIsRecognisedAndCanBeOpenedAgain) {
     test::FirebirdServer server("127.0.0.3", test::limitsCatalog);
     TDM module;
-    connectTo(module, server.address());
+    module.connectTo(server.address());
     openAll(module, "202403", 1);
     const int rows = module.pFIBDataSet3.rowCount();
     const auto reopen = [&] { module.pFIBDataSet4.reopenLocate("ID"); };
@@ -118,7 +122,7 @@ TEST(Connection, ThatDiesIsRecognisedAndCanBeOpenedAgain) {
 
     // By the administrator, who ends this connection alone.
     server.start();
-    connectTo(module, server.address());
+    module.connectTo(server.address());
     module.chooseEdition(data::editions[0]);
     reopen();
     runSql(server.address(),
@@ -134,8 +138,8 @@ TEST(Connection, SurvivesAServerThatDiesWhileItAnswers) {
            "insert into TERKATALOGKTC_TABLE (ID, PER, REGIONID, KOD, NAME) "
            "values (1000000 + :I, '209912', 77, :I, 'имя ' || :I); end end^ set term ;^ commit;");
     TDM module;
-    connectTo(module, server.address());
-    bind(module.pFIBDataSet3, "209912", 77);
+    module.connectTo(server.address());
+    data::bindSelection(module.pFIBDataSet3, "209912", 77);
     QString raised;
     {
         const std::jthread killer([&] {
@@ -157,7 +161,7 @@ TEST(Connection, SurvivesAServerThatDiesWhileItAnswers) {
 TEST(Connection, ClosesAllThatHangsOnADeadServer) {
     test::FirebirdServer server("127.0.0.3", test::limitsCatalog);
     TDM module;
-    connectTo(module, server.address());
+    module.connectTo(server.address());
     openAll(module, "202403", 1);
     server.kill();
     // Whether the client notices depends on when the system reports the broken pipe.

@@ -3,6 +3,7 @@
 #include "base/win1251.h"
 #include "browser/grid_export.h"
 #include "data/data_modul.h"
+#include "data/selection.h"
 #include "export/exact_number.h"
 #include "export/export_error.h"
 #include "export/export_file_name.h"
@@ -42,8 +43,7 @@ namespace {
 
 using exporter::ExportError;
 
-constexpr db::FieldSpec rangeFields[]{{u"NUMBER", db::FieldKind::Integer32, 0, u"Число"},
-                                      {u"NAME", db::FieldKind::String, 1000, u"Имя"}};
+constexpr db::FieldSpec rangeFields[]{db::integer(u"NUMBER", u"Число"), db::text(u"NAME", 1000, u"Имя")};
 constexpr grid::ColumnSpec rangeColumns[]{{u"numberColumn", u"NUMBER"}, {u"nameColumn", u"NAME", true, 300}};
 constexpr grid::GridSpec rangeGrid{u"grid", u"level", u"view", rangeColumns, u"NUMBER", u"NAME"};
 
@@ -76,8 +76,7 @@ QJsonObject cell(const QJsonObject& workbook, int row, int column) {
 class Export : public testing::Test {
 protected:
     void SetUp() override {
-        module_.pFIBDatabase1.setDatabaseName(TDM::databaseNameOn(test::limitsServer));
-        module_.pFIBDatabase1.open();
+        module_.connectTo(test::limitsServer);
         ASSERT_TRUE(folder_.isValid());
     }
 
@@ -90,8 +89,7 @@ protected:
     }
 
     void openMaterials() {
-        module_.pFIBDataSet3.parameter("p1").setString("202403");
-        module_.pFIBDataSet3.parameter("p2").setInteger(1);
+        data::bindSelection(module_.pFIBDataSet3, "202403", 1);
         module_.pFIBDataSet3.open();
     }
 

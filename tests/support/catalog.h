@@ -9,12 +9,6 @@
 
 namespace test {
 
-/// Connects to the catalog of a server as the program does. Throws db::DatabaseError.
-void connectTo(TDM& module, const QString& server);
-
-/// Sets period and region of a dataset that depends on the selection.
-void bind(db::DataSet& dataSet, const QString& period, std::int32_t region);
-
 /// Opens the ten datasets, those of the selection with this period and region.
 void openAll(TDM& module, const QString& period, std::int32_t region);
 

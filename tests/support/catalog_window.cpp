@@ -2,7 +2,7 @@
 
 #include "app/error_log.h"
 #include "app/flat_tool_bar.h"
-#include "support/catalog.h"
+#include "data/selection.h"
 
 #include <QAction>
 #include <QLineEdit>
@@ -17,7 +17,7 @@ CatalogWindow::CatalogWindow(const QString& server) {
     CurRegionId = 0;
     CurPeriod.clear();
     QFile::remove(app::ErrorLog::path());
-    connectTo(module_, server);
+    module_.connectTo(server);
     form_.ActionToolBar1->show();
     if (!QTest::qWaitForWindowActive(&form_)) {
         throw std::runtime_error("the main window does not become active");

@@ -1,5 +1,7 @@
 #include "support/firebird_server.h"
 
+#include "data/data_modul.h"
+
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
@@ -72,8 +74,8 @@ QString runSql(const QString& address, const QString& sql) {
     return QString::fromUtf8(
         run(QStringLiteral("isql-fb"),
             {QStringLiteral("-quiet"), QStringLiteral("-bail"), QStringLiteral("-ch"), QStringLiteral("UTF8"),
-             QStringLiteral("-user"), QStringLiteral("SYSDBA"), QStringLiteral("-password"),
-             QStringLiteral("pinewoods"), address + QStringLiteral("/3050:C:\\DATA\\BAZAKATALOG.FDB")},
+             QStringLiteral("-user"), QString::fromLatin1(TDM::userName), QStringLiteral("-password"),
+             QString::fromLatin1(TDM::password), TDM::databaseNameOn(address)},
             sql.toUtf8()));
 }
 

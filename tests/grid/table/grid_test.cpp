@@ -1,4 +1,5 @@
 #include "base/win1251.h"
+#include "data/data_modul.h"
 #include "db/connection.h"
 #include "db/data_set.h"
 #include "db/data_source.h"
@@ -35,10 +36,10 @@ namespace {
 using namespace grid;
 
 constexpr std::array fields{
-    db::FieldSpec{u"ID", db::FieldKind::Integer64, 0, u"", false},
-    db::FieldSpec{u"KOD", db::FieldKind::Integer32, 0, u"Код", true, true},
-    db::FieldSpec{u"NAME", db::FieldKind::String, 1000, u"Наименование"},
-    db::FieldSpec{u"PRICE", db::FieldKind::Decimal, 2, u"Цена"},
+    db::bigint(u"ID").hidden(),
+    db::integer(u"KOD", u"Код").left(),
+    db::text(u"NAME", 1000, u"Наименование"),
+    db::decimal(u"PRICE", 2, u"Цена"),
 };
 
 constexpr std::array columns{
@@ -123,12 +124,8 @@ protected:
     }
 
 private:
-    db::Connection connection_{QStringLiteral("connection"),
-                               QString::fromLatin1(test::sampleServer) +
-                                   QStringLiteral("/3050:C:\\DATA\\BAZAKATALOG.FDB"),
-                               {"password=pinewoods", "user_name=SYSDBA", "lc_ctype=WIN1251"},
-                               db::ClientLibrary::defaultNames(),
-                               nullptr};
+    db::Connection connection_{QStringLiteral("connection"), TDM::databaseNameOn(test::sampleServer),
+                               TDM::connectionParameters(), db::ClientLibrary::defaultNames(), nullptr};
     db::Transaction transaction_{QStringLiteral("transaction"),
                                  {"read", "nowait", "rec_version", "read_committed"},
                                  connection_,

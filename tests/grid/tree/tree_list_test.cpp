@@ -1,3 +1,4 @@
+#include "data/data_modul.h"
 #include "db/connection.h"
 #include "db/data_set.h"
 #include "db/data_source.h"
@@ -26,12 +27,12 @@
 
 namespace {
 
-constexpr std::array<db::FieldSpec, 4> fields = {{
-    {u"ID", db::FieldKind::Integer64},
-    {u"PARENTID", db::FieldKind::Integer64},
-    {u"NAME", db::FieldKind::String, 1000, u"Наименование"},
-    {u"TREE", db::FieldKind::String, 30, u"Узел"},
-}};
+constexpr std::array fields{
+    db::bigint(u"ID"),
+    db::bigint(u"PARENTID"),
+    db::text(u"NAME", 1000, u"Наименование"),
+    db::text(u"TREE", 30, u"Узел"),
+};
 
 constexpr std::array<grid::ColumnSpec, 4> columns = {{
     {u"cxDBTreeList1ID", u"ID", false, 100},
@@ -114,13 +115,8 @@ protected:
                           {header.sectionViewportPosition(column) + 20, header.height() / 2});
     }
 
-    db::Connection connection_{QStringLiteral("connection"),
-                               QString::fromUtf8(test::sampleServer) +
-                                   QStringLiteral("/3050:C:\\DATA\\BAZAKATALOG.FDB"),
-                               {QStringLiteral("user_name=SYSDBA"), QStringLiteral("password=pinewoods"),
-                                QStringLiteral("lc_ctype=WIN1251")},
-                               db::ClientLibrary::defaultNames(),
-                               nullptr};
+    db::Connection connection_{QStringLiteral("connection"), TDM::databaseNameOn(test::sampleServer),
+                               TDM::connectionParameters(), db::ClientLibrary::defaultNames(), nullptr};
     db::Transaction transaction_{
         QStringLiteral("transaction"),
         {QStringLiteral("read"), QStringLiteral("read_committed"), QStringLiteral("rec_version")},

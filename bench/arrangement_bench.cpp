@@ -1,4 +1,3 @@
-#include "base/win1251.h"
 #include "bench/bare_text.h"
 #include "bench/catalog_window.h"
 #include "bench/rows.h"
@@ -15,10 +14,25 @@ namespace bench {
 
 namespace {
 
-constexpr int rounds = 9;
+constexpr int rounds = 15;
 
+std::string textKey(const db::RowStore& rows, int row, int field) {
+    return folded(rows.string(row, field));
+}
+
+std::int64_t numberKey(const db::RowStore& rows, int row, int field) {
+    return rows.integer(row, field);
+}
+
+/// The rows in the order of their keys, which are made ready first.
 template <typename Key>
-std::vector<int> orderBy(const std::vector<Key>& keys) {
+std::vector<int> orderBy(const db::RowStore& rows, int field,
+                         Key (*keyOf)(const db::RowStore& rows, int row, int field)) {
+    std::vector<Key> keys;
+    keys.reserve(static_cast<std::size_t>(rows.rowCount()));
+    for (int row = 0; row < rows.rowCount(); ++row) {
+        keys.push_back(keyOf(rows, row, field));
+    }
     std::vector<int> order(keys.size());
     std::iota(order.begin(), order.end(), 0);
     std::stable_sort(order.begin(), order.end(), [&](int first, int second) {
@@ -27,28 +41,10 @@ std::vector<int> orderBy(const std::vector<Key>& keys) {
     return order;
 }
 
-std::vector<int> orderByText(const db::RowStore& rows, int field) {
-    std::vector<std::string> keys;
-    keys.reserve(static_cast<std::size_t>(rows.rowCount()));
-    for (int row = 0; row < rows.rowCount(); ++row) {
-        keys.push_back(folded(rows.string(row, field)));
-    }
-    return orderBy(keys);
-}
-
-std::vector<int> orderByNumber(const db::RowStore& rows, int field) {
-    std::vector<std::int64_t> keys;
-    keys.reserve(static_cast<std::size_t>(rows.rowCount()));
-    for (int row = 0; row < rows.rowCount(); ++row) {
-        keys.push_back(rows.integer(row, field));
-    }
-    return orderBy(keys);
-}
-
-using BareOrder = std::vector<int> (*)(const db::RowStore& rows, int field);
-
 /// Sorts the materials on screen by a column, from the unsorted table on, until they are painted.
-Medians compareSorting(const Surroundings& surroundings, const QString& field, BareOrder bareOrder) {
+template <typename Key>
+Medians compareSorting(const Surroundings& surroundings, const QString& field,
+                       Key (*keyOf)(const db::RowStore& rows, int row, int field)) {
     CatalogWindow window(surroundings.server);
     window.choose(threeHundredThousand);
     grid::TableView& view = TERForm->cxGrid1->view();
@@ -65,30 +61,22 @@ Medians compareSorting(const Surroundings& surroundings, const QString& field, B
         },
         [&](int) {
             std::vector<int> order;
-            const double taken = timeOf([&] { order = bareOrder(dataSet.rows(), fieldIndex); });
+            const double taken = timeOf([&] { order = orderBy(dataSet.rows(), fieldIndex, keyOf); });
             requireSame("rows", model.rowCount(), static_cast<long long>(order.size()));
             return taken;
         });
 }
 
-int countContaining(const db::RowStore& rows, int field, const std::string& text) {
-    int count = 0;
-    for (int row = 0; row < rows.rowCount(); ++row) {
-        count += folded(rows.string(row, field)).find(text) != std::string::npos ? 1 : 0;
-    }
-    return count;
-}
-
 } // namespace
 
 std::vector<Result> measureSortByName(const Surroundings& surroundings) {
-    const Medians medians = compareSorting(surroundings, QStringLiteral("NAME"), orderByText);
+    const Medians medians = compareSorting(surroundings, QStringLiteral("NAME"), textKey);
     return {{QStringLiteral("sort-name"), QStringLiteral("sort 300,000 rows by name, until painted"),
-             medians.ours, medians.bare, QStringLiteral("ms"), LimitOf::Value, 600}};
+             medians.ours, medians.bare, QStringLiteral("ms"), LimitOf::Ratio, 0.9}};
 }
 
 std::vector<Result> measureSortByNumber(const Surroundings& surroundings) {
-    const Medians medians = compareSorting(surroundings, QStringLiteral("BAZOVAY"), orderByNumber);
+    const Medians medians = compareSorting(surroundings, QStringLiteral("BAZOVAY"), numberKey);
     return {{QStringLiteral("sort-number"), QStringLiteral("sort 300,000 rows by price, until painted"),
              medians.ours, medians.bare, QStringLiteral("ms"), LimitOf::Value, 60}};
 }
@@ -102,7 +90,6 @@ std::vector<Result> measureFilter(const Surroundings& surroundings) {
     const db::DataSet& dataSet = window.module().pFIBDataSet3;
     const int fieldIndex = dataSet.field(QStringLiteral("NAME")).index();
     const QString text = QStringLiteral("Бетон");
-    const std::string foldedText = folded(base::win1251::encode(text).toStdString());
 
     const Medians medians = alternate(
         rounds,
@@ -112,15 +99,14 @@ std::vector<Result> measureFilter(const Surroundings& surroundings) {
         },
         [&](int) {
             int count = 0;
-            const double taken =
-                timeOf([&] { count = countContaining(dataSet.rows(), fieldIndex, foldedText); });
+            const double taken = timeOf([&] { count = countContaining(dataSet.rows(), fieldIndex, text); });
             if (!model.filters().empty()) {
                 requireSame("rows", model.rowCount(), count);
             }
             return taken;
         });
     return {{QStringLiteral("filter"), QStringLiteral("filter 300,000 rows for a text, until painted"),
-             medians.ours, medians.bare, QStringLiteral("ms"), LimitOf::Value, 100}};
+             medians.ours, medians.bare, QStringLiteral("ms"), LimitOf::Ratio, 2}};
 }
 
 } // namespace bench

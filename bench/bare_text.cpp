@@ -24,4 +24,13 @@ std::string folded(std::string_view bytes) {
     return text;
 }
 
+int countContaining(const db::RowStore& rows, int field, const QString& text) {
+    const std::string sought = folded(base::win1251::encode(text).toStdString());
+    int count = 0;
+    for (int row = 0; row < rows.rowCount(); ++row) {
+        count += folded(rows.string(row, field)).find(sought) != std::string::npos ? 1 : 0;
+    }
+    return count;
+}
+
 } // namespace bench

@@ -75,7 +75,7 @@ std::vector<Result> measureMemory(const Surroundings& surroundings) {
     openMaterials(module, threeHundredThousand);
     const double held = residentMegabytes() - before;
     return {{QStringLiteral("memory"), QStringLiteral("hold 300,000 materials"), held,
-             valueBytes(module.pFIBDataSet3) / bytesPerMegabyte, QStringLiteral("MB"), LimitOf::Ratio, 1.25}};
+             valueBytes(module.pFIBDataSet3) / bytesPerMegabyte, QStringLiteral("MB"), LimitOf::Ratio, 1.18}};
 }
 
 } // namespace bench

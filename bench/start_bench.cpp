@@ -40,7 +40,7 @@ std::vector<Result> measureStart(const Surroundings&) {
         rounds, [](int) { return startOf(TARVELO_PROGRAM); },
         [](int) { return startOf(TARVELO_BARE_WINDOW); });
     return {{QStringLiteral("start"), QStringLiteral("start until the main window is painted"), medians.ours,
-             medians.bare, QStringLiteral("ms"), LimitOf::Ratio, 1.25}};
+             medians.bare, QStringLiteral("ms"), LimitOf::Ratio, 1.15}};
 }
 
 } // namespace bench

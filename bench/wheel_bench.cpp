@@ -91,7 +91,7 @@ std::vector<Result> measureWheel(const Surroundings& surroundings) {
     const QString ms = QStringLiteral("ms");
     return {
         {QStringLiteral("wheel"), QStringLiteral("wheel step at 1,000,000 rows (bare: at 1,000)"), ours, bare,
-         ms, LimitOf::Ratio, 1.5},
+         ms, LimitOf::Ratio, 1.25},
         {QStringLiteral("wheel-step"), QStringLiteral("the same step"), ours, bare, ms, LimitOf::Value, 8}};
 }
 

@@ -1,3 +1,4 @@
+#include "support/waiting.h"
 #include "ui/application.h"
 #include "ui/fonts.h"
 
@@ -9,6 +10,7 @@ int main(int argc, char** argv) {
     // A test closes many main windows; none of them ends the run.
     ui::Application::setQuitOnLastWindowClosed(false);
     ui::installFontSubstitutes();
+    const test::DialogWatch watch;
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();
 }

@@ -7,12 +7,13 @@ from pathlib import Path
 from gi.repository import GLib
 
 from tour.catalog import DatabaseError
-from tour.desktop import TourError, screenshot
+from tour.desktop import TourError, screenshot, set_keyboard_layouts
 from tour.steps import STEPS, Tour
 
 
 def main(executable, folder, scale):
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(128 + signal.SIGTERM))
+    set_keyboard_layouts("us", "ru")
     began = time.monotonic()
     tour = Tour(Path(executable), Path(folder), float(scale))
     try:

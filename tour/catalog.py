@@ -6,6 +6,7 @@ from typing import NamedTuple
 
 SERVER = "127.0.0.1"  # the program offers it
 DATABASE = SERVER + r"/3050:C:\DATA\BAZAKATALOG.FDB"
+PASSWORD = "pinewoods"
 
 # Control characters that no text of the catalog holds.
 NULL, END_OF_VALUE, END_OF_ROW = "\2", "\x1f", "\x1e"
@@ -104,7 +105,7 @@ def query(fields, rest):
     # A FIREBIRD of the caller could name a folder without a client configuration.
     environment = {name: value for name, value in os.environ.items() if name != "FIREBIRD"}
     outcome = subprocess.run(
-        ["isql-fb", "-quiet", "-bail", "-ch", "UTF8", "-user", "SYSDBA", "-password", "pinewoods", DATABASE],
+        ["isql-fb", "-quiet", "-bail", "-ch", "UTF8", "-user", "SYSDBA", "-password", PASSWORD, DATABASE],
         input=script.encode(), capture_output=True, env=environment, check=False)
     if outcome.returncode != 0 or outcome.stderr:
         raise DatabaseError(f"isql-fb has failed: {outcome.stderr.decode(errors='replace')}{script}")

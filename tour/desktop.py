@@ -262,6 +262,10 @@ class Program:
         self._log.close()
 
 
+def set_keyboard_layouts(*layouts):
+    subprocess.run(["setxkbmap", "-layout", ",".join(layouts)], check=True)
+
+
 def _xdotool(*arguments):
     subprocess.run(["xdotool", *map(str, arguments)], check=True)
 

@@ -26,9 +26,7 @@
 
 namespace {
 
-using test::acceptNextMessage;
-using test::onNextDialog;
-using test::sqlValue;
+using test::NextMessage;
 
 class MainFormTest : public testing::Test {
 protected:
@@ -41,7 +39,7 @@ protected:
 
     /// Runs the menu command and answers its input box by OK, or by Cancel where `server` is null.
     void connectTo(const QString& server) {
-        onNextDialog([&](QDialog& dialog) {
+        const test::NextDialog inputBox([&](QDialog& dialog) {
             caption_ = dialog.windowTitle();
             prompt_ = qobject_cast<QInputDialog*>(&dialog)->labelText();
             auto* const edit = dialog.findChild<QLineEdit*>();
@@ -124,11 +122,10 @@ TEST_F(MainFormTest, ClosesTheConnectionWithTheWindow) {
 }
 
 TEST_F(MainFormTest, LogsOneLineForAnErrorAndShowsIt) {
-    QString shown;
-    acceptNextMessage(shown);
+    const NextMessage first;
     ui::application().handleException(*form_.Panel1, db::DatabaseError("первая"));
-    EXPECT_EQ(shown, "первая");
-    acceptNextMessage(shown);
+    EXPECT_EQ(first.text(), "первая");
+    const NextMessage second;
     ui::application().handleException(ui::application(), std::runtime_error("вторая\r\nв две строки\n"));
 
     const QStringList lines = logLines();
@@ -151,10 +148,10 @@ TEST_F(MainFormTest, LogsOneLineForAnErrorAndShowsIt) {
 
 TEST_F(MainFormTest, ShowsThatTheLogCannotBeWritten) {
     ASSERT_TRUE(QDir().mkdir(app::ErrorLog::path()));
-    QString shown;
-    acceptNextMessage(shown);
+    const NextMessage shown;
     ui::application().handleException(form_, base::Error("скрытая"));
-    EXPECT_TRUE(shown.contains(app::ErrorLog::path()) && !shown.contains("скрытая")) << shown.toStdString();
+    EXPECT_TRUE(shown.text().contains(app::ErrorLog::path()) && !shown.text().contains("скрытая"))
+        << shown.text().toStdString();
     QDir().rmdir(app::ErrorLog::path());
 }
 
@@ -162,11 +159,10 @@ TEST_F(MainFormTest, ReportsALostServerAndConnectsAnew) {
     const test::FirebirdServer server("127.0.0.6", test::limitsCatalog);
     connectTo(server.address());
     form_.Action1Execute(form_);
-    QString shown;
     server.kill();
-    acceptNextMessage(shown);
+    const NextMessage shown;
     form_.findChild<QAction*>("Action4")->trigger();
-    EXPECT_NE(shown, "");
+    EXPECT_NE(shown.text(), "");
     ASSERT_EQ(logLines().size(), 2);
     EXPECT_TRUE(logLines()[0].contains(":DatabaseError:") &&
                 logLines()[0].endsWith(" Компонент ActionToolBar1"));

@@ -5,6 +5,7 @@
 #include "data/selection.h"
 
 #include <QAction>
+#include <QLineEdit>
 #include <QTest>
 
 #include <stdexcept>
@@ -30,6 +31,18 @@ CatalogWindow::~CatalogWindow() {
 void CatalogWindow::choose(const QString& action) {
     form_.findChild<QAction*>(action)->trigger();
     QCoreApplication::processEvents();
+}
+
+void type(QComboBox& selector, const QString& text) {
+    selector.lineEdit()->setFocus();
+    selector.lineEdit()->selectAll();
+    if (text.isEmpty()) {
+        QTest::keyClick(selector.lineEdit(), Qt::Key_Delete);
+    }
+    for (const QChar character : text) {
+        QTest::sendKeyEvent(QTest::Click, selector.lineEdit(), Qt::Key_unknown, QString(character),
+                            Qt::NoModifier);
+    }
 }
 
 } // namespace test

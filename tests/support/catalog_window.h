@@ -3,6 +3,8 @@
 #include "app/main_form.h"
 #include "data/data_modul.h"
 
+#include <QComboBox>
+
 namespace test {
 
 /// The program's data module and main window, shown and connected to a server, as after the menu command.
@@ -21,5 +23,8 @@ private:
     TDM module_;
     TMainForm form_;
 };
+
+/// Replaces the selector's text by typing.
+void type(QComboBox& selector, const QString& text);
 
 } // namespace test

@@ -2,10 +2,13 @@
 
 #include "data/data_modul.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QThread>
 
+#include <chrono>
 #include <csignal>
 #include <stdexcept>
 
@@ -49,18 +52,21 @@ void FirebirdServer::start() const {
          QStringLiteral("--lifetime"), QStringLiteral("600"), QStringLiteral("--catalog"), catalog_});
 }
 
-void FirebirdServer::kill() const {
-    QFile file(root_ + QStringLiteral("/server.pid"));
-    if (!file.open(QIODevice::ReadOnly)) {
-        throw std::runtime_error("no server.pid");
-    }
-    const int pid = file.readAll().trimmed().toInt();
+void killServer(const QString& root) {
+    QFile file(root + QStringLiteral("/server.pid"));
+    const int pid = file.open(QIODevice::ReadOnly) ? file.readAll().trimmed().toInt() : 0;
     if (pid <= 1) {
-        throw std::runtime_error("server.pid holds no process");
+        throw std::runtime_error("server.pid names no process");
     }
     ::kill(pid, SIGKILL);
-    while (::kill(pid, 0) == 0 && QFile::exists(QStringLiteral("/proc/%1/exe").arg(pid)) &&
-           !QFile(QStringLiteral("/proc/%1/exe").arg(pid)).symLinkTarget().isEmpty()) {
+    // A process that has ended keeps its number until it is waited for, but not its executable.
+    const QString executable = QStringLiteral("/proc/%1/exe").arg(pid);
+    const QDeadlineTimer deadline(std::chrono::seconds(10));
+    while (!QFile::symLinkTarget(executable).isEmpty()) {
+        if (deadline.hasExpired()) {
+            throw std::runtime_error("the server outlives SIGKILL");
+        }
+        QThread::msleep(1);
     }
 }
 

@@ -11,6 +11,10 @@ inline constexpr auto limitsServer = "127.0.0.12";
 /// Values at their limits in every column.
 inline constexpr auto limitsCatalog = TARVELO_SOURCE_DIR "/tests/support/limits.sql";
 
+/// Ends the server of a root folder at once, as a power cut would. Throws std::runtime_error when there is
+/// none.
+void killServer(const QString& root);
+
 /// A private server of one test, stopped when the object goes.
 class FirebirdServer {
 public:
@@ -21,8 +25,7 @@ public:
     FirebirdServer& operator=(const FirebirdServer&) = delete;
 
     [[nodiscard]] const QString& address() const { return address_; }
-    /// Ends the server at once, as a power cut would.
-    void kill() const;
+    void kill() const { killServer(root_); }
     /// Starts it again with the same catalog.
     void start() const;
 

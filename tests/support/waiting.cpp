@@ -2,27 +2,63 @@
 
 #include <QApplication>
 #include <QMessageBox>
-#include <QTimer>
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <utility>
 
 namespace test {
 
-void onNextDialog(const std::function<void(QDialog& dialog)>& act) {
-    auto* const timer = new QTimer(qApp);
-    QObject::connect(timer, &QTimer::timeout, timer, [timer, act] {
-        if (auto* const dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
-            timer->stop();
-            timer->deleteLater();
-            act(*dialog);
-        }
-    });
-    timer->start(5);
+namespace {
+
+using namespace std::chrono_literals;
+
+QDialog* openDialog() {
+    return qobject_cast<QDialog*>(QApplication::activeModalWidget());
 }
 
-void acceptNextMessage(QString& text) {
-    onNextDialog([&text](QDialog& dialog) {
-        text = qobject_cast<QMessageBox*>(&dialog)->text();
-        dialog.accept();
-    });
+QString textOf(const QDialog& dialog) {
+    const auto* const message = qobject_cast<const QMessageBox*>(&dialog);
+    return message != nullptr ? message->text() : dialog.windowTitle();
+}
+
+} // namespace
+
+NextDialog::NextDialog(std::function<void(QDialog& dialog)> act) : act_(std::move(act)) {
+    timer_.callOnTimeout([this] { look(); });
+    timer_.start(5ms);
+}
+
+NextDialog::~NextDialog() {
+    EXPECT_FALSE(timer_.isActive()) << "no dialog has been shown";
+}
+
+void NextDialog::look() {
+    if (QDialog* const dialog = openDialog()) {
+        timer_.stop();
+        act_(*dialog);
+    }
+}
+
+NextMessage::NextMessage()
+    : dialog_([this](QDialog& dialog) {
+          text_ = textOf(dialog);
+          dialog.accept();
+      }) {}
+
+DialogWatch::DialogWatch() {
+    timer_.callOnTimeout([this] { look(); });
+    timer_.start(10s);
+}
+
+void DialogWatch::look() {
+    QDialog* const dialog = openDialog();
+    if (dialog != nullptr && dialog == seen_) {
+        ADD_FAILURE() << "a dialog stays open: " << textOf(*dialog).toStdString();
+        dialog->reject();
+    }
+    seen_ = dialog;
 }
 
 } // namespace test

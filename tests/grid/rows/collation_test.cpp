@@ -2,7 +2,6 @@
 #include "grid/rows/collation.h"
 #include "support/printing.h"
 
-#include <QCollator>
 #include <QString>
 
 #include <gtest/gtest.h>
@@ -52,18 +51,6 @@ TEST(Collation, OnlyTheCasesOfALetterShareAPlace) {
                 << left << ' ' << right;
         }
     }
-}
-
-TEST(Collation, AgreesWithTheSystemOnRussianLetters) {
-    QCollator russian(QLocale(QLocale::Russian, QLocale::Russia));
-    russian.setCaseSensitivity(Qt::CaseInsensitive);
-    // The system puts the Cyrillic letters before the Latin ones.
-    const QString cyrillic = alphabet.sliced(alphabet.indexOf(QStringLiteral("А")));
-    QString collated = cyrillic;
-    std::shuffle(collated.begin(), collated.end(), std::mt19937(1));
-    std::sort(collated.begin(), collated.end(),
-              [&](QChar left, QChar right) { return russian.compare(QString(left), QString(right)) < 0; });
-    EXPECT_EQ(collated.toStdString(), cyrillic.toStdString());
 }
 
 TEST(Needle, FindsWhatAComparisonAtEveryPlaceFinds) {

@@ -1,22 +1,10 @@
-#include "db/decimal.h"
 #include "db/row_store.h"
-#include "support/printing.h"
 
 #include <gtest/gtest.h>
 
 #include <limits>
 
 namespace {
-
-TEST(Decimal, ShowsEveryDigit) {
-    using Limits = std::numeric_limits<std::int64_t>;
-    EXPECT_EQ(db::decimalText(Limits::max(), 2, u','), "92233720368547758,07");
-    EXPECT_EQ(db::decimalText(Limits::min(), 2, u','), "-92233720368547758,08");
-    EXPECT_EQ(db::decimalText(Limits::min(), 0, u','), "-9223372036854775808");
-    EXPECT_EQ(db::decimalText(-1, 4, u'.'), "-0.0001");
-    EXPECT_EQ(db::decimalText(0, 2, u','), "0,00");
-    EXPECT_EQ(db::decimalText(-5, 1, u','), "-0,5");
-}
 
 TEST(RowStore, GivesBackWhatWasPutAcrossStretches) {
     using enum db::FieldKind;

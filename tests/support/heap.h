@@ -1,0 +1,10 @@
+#pragma once
+
+#include <cstddef>
+
+namespace test {
+
+/// Bytes that the program has allocated and not yet freed.
+[[nodiscard]] std::size_t allocatedBytes();
+
+} // namespace test

@@ -3,9 +3,9 @@
 #include <QAction>
 #include <QApplication>
 #include <QKeyEvent>
+#include <QLayout>
 #include <QPainter>
 #include <QStyleOptionToolButton>
-#include <QToolBar>
 #include <QToolButton>
 
 namespace app {
@@ -46,6 +46,15 @@ protected:
 
 } // namespace
 
+FlatToolBar::FlatToolBar(QWidget* parent) : QToolBar(parent) {
+    layout()->setContentsMargins(0, 0, 0, 0);
+    layout()->setSpacing(0);
+}
+
+void FlatToolBar::paintEvent(QPaintEvent*) {
+    QPainter(this).fillRect(rect(), palette().color(QPalette::Window));
+}
+
 ActionManager::ActionManager(const QString& name, QToolBar& toolBar, QObject* parent)
     : QObject(parent), toolBar_(toolBar) {
     setObjectName(name);
@@ -61,10 +70,6 @@ void ActionManager::addButton(QAction& action, const QString& caption) {
     button->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
     connect(button, &QToolButton::clicked, &action, &QAction::trigger);
     toolBar_.addWidget(button);
-}
-
-void ActionManager::addSeparator() {
-    toolBar_.addSeparator();
 }
 
 } // namespace app

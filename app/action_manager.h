@@ -1,11 +1,24 @@
 #pragma once
 
-#include <QObject>
+#include <QToolBar>
 
 class QAction;
-class QToolBar;
 
 namespace app {
+
+/// A tool bar in the plain colour of its palette, its buttons side by side.
+class FlatToolBar final : public QToolBar {
+    Q_OBJECT
+
+public:
+    explicit FlatToolBar(QWidget* parent);
+
+    /// Room for all buttons.
+    [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+};
 
 /// Fills a tool bar with buttons for commands; a button may be captioned otherwise than its command.
 class ActionManager final : public QObject {
@@ -16,7 +29,6 @@ public:
 
     /// `caption`: "&" marks the button's Alt accelerator.
     void addButton(QAction& action, const QString& caption);
-    void addSeparator();
 
 private:
     QToolBar& toolBar_;

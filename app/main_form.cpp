@@ -2,7 +2,6 @@
 
 #include "app/action_manager.h"
 #include "app/error_log.h"
-#include "app/flat_tool_bar.h"
 #include "app/input_box.h"
 #include "base/text.h"
 #include "browser/ter_form.h"
@@ -11,6 +10,7 @@
 #include "ui/application_events.h"
 #include "ui/fonts.h"
 #include "ui/screen_cursor.h"
+#include "ui/tight_layout.h"
 
 #include <QActionGroup>
 #include <QCloseEvent>
@@ -56,11 +56,6 @@ bool connectToCatalog(const QString& server) {
     } catch (const std::exception&) {
         return false;
     }
-}
-
-const data::Edition& editionOf(int number) {
-    return *std::find_if(data::editions.begin(), data::editions.end(),
-                         [number](const data::Edition& edition) { return edition.number == number; });
 }
 
 } // namespace
@@ -151,7 +146,7 @@ void TMainForm::createCommands() {
     for (const data::Edition& edition : data::editions) {
         createCommand(edition.number, edition.words, [this, &edition](QObject&) { openEdition(edition); });
     }
-    ActionManager1->addSeparator();
+    ActionToolBar1->addSeparator();
     createCommand(closeCommand, {u"Закрыть", u"Закрыть", u""}, {});
 }
 
@@ -191,21 +186,11 @@ void TMainForm::createStatusBar() {
 }
 
 void TMainForm::layOut() {
-    auto* const layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
+    auto* const layout = ui::makeTightLayout<QVBoxLayout>(this);
     layout->setMenuBar(MainMenu1);
     layout->addWidget(ActionToolBar1);
     layout->addWidget(Panel1, 1);
     layout->addWidget(dxStatusBar1);
-}
-
-QWidget& TMainForm::clientPanel() {
-    return *Panel1;
-}
-
-void TMainForm::clearOpenBrowserMarker() {
-    Tag = 0;
 }
 
 void TMainForm::N1Click(QObject&) {
@@ -221,22 +206,6 @@ void TMainForm::N1Click(QObject&) {
     }
 }
 
-void TMainForm::Action1Execute(QObject&) {
-    openEdition(editionOf(1));
-}
-
-void TMainForm::Action4Execute(QObject&) {
-    openEdition(editionOf(4));
-}
-
-void TMainForm::Action7Execute(QObject&) {
-    openEdition(editionOf(7));
-}
-
-void TMainForm::Action8Execute(QObject&) {
-    openEdition(editionOf(8));
-}
-
 void TMainForm::openEdition(const data::Edition& edition) {
     if (Tag != 0 && Tag != edition.number) {
         // Called rather than triggered, so that a browser that fails to close ends this command too.
@@ -248,9 +217,10 @@ void TMainForm::openEdition(const data::Edition& edition) {
         Tag = edition.number;
         DM->chooseEdition(edition);
         TTERForm::create(*this);
-        TERForm->setBanner(QStringLiteral("   ") + base::toQString(edition.words.caption));
+        TERForm->cxLabel1->setText(QStringLiteral("   ") + base::toQString(edition.words.caption));
     }
-    TERForm->showForm();
+    TERForm->show();
+    TERForm->raise();
 }
 
 void TMainForm::Action9Execute(QObject&) {

@@ -56,10 +56,10 @@ public:
     void N1Click(QObject& sender);
     /// The edition commands: close the browser of another edition, open or show that of their own. Throw what
     /// the database raises.
-    void Action1Execute(QObject& sender);
-    void Action4Execute(QObject& sender);
-    void Action7Execute(QObject& sender);
-    void Action8Execute(QObject& sender);
+    void Action1Execute(QObject&) { openEdition(data::editionOf(1)); }
+    void Action4Execute(QObject&) { openEdition(data::editionOf(4)); }
+    void Action7Execute(QObject&) { openEdition(data::editionOf(7)); }
+    void Action8Execute(QObject&) { openEdition(data::editionOf(8)); }
     /// Closes the browser; without one, the program.
     void Action9Execute(QObject& sender);
     /// Shows the application's hint in the status bar.
@@ -70,8 +70,8 @@ public:
     /// Closes the connection with the window. Throws db::DatabaseError.
     void FormClose();
 
-    [[nodiscard]] QWidget& clientPanel() override;
-    void clearOpenBrowserMarker() override;
+    [[nodiscard]] QWidget& clientPanel() override { return *Panel1; }
+    void clearOpenBrowserMarker() override { Tag = 0; }
 
 protected:
     bool event(QEvent* event) override;

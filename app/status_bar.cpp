@@ -1,6 +1,7 @@
 #include "app/status_bar.h"
 
 #include "app/keyboard_state.h"
+#include "ui/tight_layout.h"
 
 #include <QCoreApplication>
 #include <QHBoxLayout>
@@ -32,9 +33,7 @@ StatusBar::StatusBar(const QString& name, int height, std::span<const TextPanelS
     QPalette colors = this->palette();
     colors.setColor(QPalette::WindowText, fontColor);
     setPalette(colors);
-    auto* const layout = new QHBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
+    auto* const layout = ui::makeTightLayout<QHBoxLayout>(this);
     for (const TextPanelSpec& panel : panels) {
         QLabel* const label = addLabel(QString::fromLatin1(panel.name), panel.fontColor);
         if (panel.width > 0) {

@@ -43,7 +43,7 @@ void exportGrid(grid::Grid* grid, const QString& folder, const QString& name, co
     if (!grid) {
         return;
     }
-    const ui::NestedHourglass hourglass;
+    const ui::Hourglass hourglass;
     const SuspendedGrid suspended(*grid);
     const grid::TableView& view = grid->view();
     exporter::exportTable({view.tableModel(), view.visibleColumns(), view.footerColumn(), pageHeader}, folder,

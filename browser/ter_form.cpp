@@ -22,6 +22,7 @@
 #include <QDir>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QShowEvent>
 #include <QStackedLayout>
 #include <QTabBar>
@@ -320,15 +321,6 @@ void TTERForm::leaveSelectors(int page) {
     }
 }
 
-void TTERForm::setBanner(const QString& text) {
-    cxLabel1->setText(text);
-}
-
-void TTERForm::showForm() {
-    show();
-    raise();
-}
-
 void TTERForm::FormCreate() {
     host_.clientPanel().layout()->addWidget(this);
     browser::fillRegionSelector(*DM, *cxComboBox1);
@@ -354,13 +346,13 @@ void TTERForm::cxComboBox1PropertiesChange() {
     if (!data::locateRegion(*DM, cxComboBox1->currentText())) {
         return;
     }
-    const ui::HourglassThenDefault hourglass;
+    const ui::Hourglass hourglass(ui::ScreenCursor::Default);
     CurRegionId = data::currentRegionId(*DM);
     data::ReopenSelectionDatasets(*DM);
 }
 
 void TTERForm::cxComboBox2PropertiesChange() {
-    const ui::HourglassThenDefault hourglass;
+    const ui::Hourglass hourglass(ui::ScreenCursor::Default);
     CurPeriod = cxComboBox2->currentText();
     data::ReopenSelectionDatasets(*DM);
 }
@@ -374,15 +366,11 @@ void TTERForm::FormCloseQuery(bool& canClose) {
 }
 
 void TTERForm::FormClose() {
-    /// Whatever fails on the way, no browser is open afterwards.
-    struct Release {
-        browser::BrowserHost& host;
-        ~Release() {
-            TERForm = nullptr;
-            host.clearOpenBrowserMarker();
-        }
-    };
-    const Release release{host_};
+    // Whatever fails on the way, no browser is open afterwards.
+    const auto release = qScopeGuard([this] {
+        TERForm = nullptr;
+        host_.clearOpenBrowserMarker();
+    });
     hide();
     ui::setScreenCursor(ui::ScreenCursor::Default);
     for (db::DataSet* dataSet : DM->dataSets()) {
@@ -395,16 +383,6 @@ void TTERForm::showEvent(QShowEvent* event) {
     if (!event->spontaneous()) {
         ui::guarded(*this, [this] { FormShow(); });
     }
-}
-
-bool TTERForm::closeQuery() {
-    bool canClose = true;
-    FormCloseQuery(canClose);
-    return canClose;
-}
-
-void TTERForm::closed() {
-    FormClose();
 }
 
 /// What stands above the printed pages of an export: the edition, the tab, and what was chosen.
@@ -426,36 +404,4 @@ void TTERForm::exportTab(QPushButton* TTERForm::*button) {
                         cxLabel1->text() + base::toQString(tab.file.fixedText) + selection,
                         printedHeader(tab));
     ui::showMessage(QStringLiteral("Выгрузка завершена"));
-}
-
-void TTERForm::Button1Click() {
-    exportTab(&TTERForm::Button1);
-}
-
-void TTERForm::Button2Click() {
-    exportTab(&TTERForm::Button2);
-}
-
-void TTERForm::Button3Click() {
-    exportTab(&TTERForm::Button3);
-}
-
-void TTERForm::Button4Click() {
-    exportTab(&TTERForm::Button4);
-}
-
-void TTERForm::Button5Click() {
-    exportTab(&TTERForm::Button5);
-}
-
-void TTERForm::Button6Click() {
-    exportTab(&TTERForm::Button6);
-}
-
-void TTERForm::Button7Click() {
-    exportTab(&TTERForm::Button7);
-}
-
-void TTERForm::Button8Click() {
-    exportTab(&TTERForm::Button8);
 }

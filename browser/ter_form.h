@@ -5,14 +5,11 @@
 
 class QComboBox;
 class QFrame;
+class QLabel;
 class QPushButton;
 class QStackedLayout;
 class QTabWidget;
 class QVBoxLayout;
-
-namespace browser {
-class Banner;
-}
 
 namespace grid {
 class Grid;
@@ -30,13 +27,7 @@ public:
     static void create(browser::BrowserHost& host);
     ~TTERForm() override;
 
-    /// The text of the banner, exactly as it is to be shown.
-    void setBanner(const QString& text);
-
-    /// Shows the window and brings it to the front.
-    void showForm();
-
-    browser::Banner* cxLabel1 = nullptr;
+    QLabel* cxLabel1 = nullptr;
     QFrame* Panel2 = nullptr;
     QComboBox* cxComboBox1 = nullptr;
     QFrame* Panel3 = nullptr;
@@ -93,21 +84,19 @@ public:
     void FormShow();
     void cxComboBox1PropertiesChange();
     void cxComboBox2PropertiesChange();
-    void FormCloseQuery(bool& canClose);
-    void FormClose();
-    void Button1Click();
-    void Button2Click();
-    void Button3Click();
-    void Button4Click();
-    void Button5Click();
-    void Button6Click();
-    void Button7Click();
-    void Button8Click();
+    void FormCloseQuery(bool& canClose) override;
+    void FormClose() override;
+    void Button1Click() { exportTab(&TTERForm::Button1); }
+    void Button2Click() { exportTab(&TTERForm::Button2); }
+    void Button3Click() { exportTab(&TTERForm::Button3); }
+    void Button4Click() { exportTab(&TTERForm::Button4); }
+    void Button5Click() { exportTab(&TTERForm::Button5); }
+    void Button6Click() { exportTab(&TTERForm::Button6); }
+    void Button7Click() { exportTab(&TTERForm::Button7); }
+    void Button8Click() { exportTab(&TTERForm::Button8); }
 
 protected:
     void showEvent(QShowEvent* event) override;
-    bool closeQuery() override;
-    void closed() override;
 
 private:
     struct SelectorSpec;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <string_view>
 
@@ -54,6 +55,11 @@ inline constexpr std::array editions{
                    u"FER20TRUD_TABLE"},
     },
 };
+
+/// The edition of that number, which must exist.
+[[nodiscard]] constexpr const Edition& editionOf(int number) {
+    return *std::ranges::find(editions, number, &Edition::number);
+}
 
 /// The edition whose tables the datasets read until one is chosen.
 inline constexpr const Edition& initialEdition = editions[0];

@@ -12,12 +12,13 @@ Form::~Form() {
 }
 
 void Form::closeForm() {
-    if (!closeQuery()) {
-        return;
+    bool canClose = true;
+    FormCloseQuery(canClose);
+    if (canClose) {
+        // Freed by the event queue, so never before FormClose() has returned.
+        deleteLater();
+        FormClose();
     }
-    // Freed by the event queue, so never before closed() has returned.
-    deleteLater();
-    closed();
 }
 
 std::vector<Form*> Form::all() {

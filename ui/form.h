@@ -14,18 +14,18 @@ public:
     explicit Form(const QString& name);
     ~Form() override;
 
-    /// Asks closeQuery(), runs closed() and has the window freed once the running handler has returned.
-    /// Exceptions of closeQuery() leave the window open; those of closed() do not keep it from being freed.
+    /// Asks FormCloseQuery(), runs FormClose() and has the window freed once the running handler has
+    /// returned. Exceptions of FormCloseQuery() leave the window open; those of FormClose() do not keep it
+    /// from being freed.
     void closeForm();
 
     /// All forms, in the order of their creation.
     [[nodiscard]] static std::vector<Form*> all();
 
-protected:
-    /// Whether the window may be closed.
-    virtual bool closeQuery() = 0;
+    /// Asks whether the window may be closed.
+    virtual void FormCloseQuery(bool& canClose) = 0;
     /// The window is closing.
-    virtual void closed() = 0;
+    virtual void FormClose() = 0;
 
 private:
     static inline std::vector<Form*> forms_;

@@ -20,17 +20,4 @@ ScreenCursor screenCursor() {
     return QGuiApplication::overrideCursor() == nullptr ? ScreenCursor::Default : ScreenCursor::Hourglass;
 }
 
-NestedHourglass::NestedHourglass() {
-    if (count_++ == 0) {
-        saved_ = screenCursor();
-        setScreenCursor(ScreenCursor::Hourglass);
-    }
-}
-
-NestedHourglass::~NestedHourglass() {
-    if (--count_ == 0) {
-        setScreenCursor(saved_);
-    }
-}
-
 } // namespace ui

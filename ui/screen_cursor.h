@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtGlobal>
+
 namespace ui {
 
 enum class ScreenCursor { Default, Hourglass };
@@ -8,26 +10,18 @@ enum class ScreenCursor { Default, Hourglass };
 void setScreenCursor(ScreenCursor cursor);
 [[nodiscard]] ScreenCursor screenCursor();
 
-/// Shows the hourglass while at least one such object exists; then the cursor from before comes back.
-class NestedHourglass final {
+/// Shows the hourglass and, when it goes, another cursor: the one from before unless it is told which. Such
+/// objects may live within each other.
+class Hourglass final {
 public:
-    NestedHourglass();
-    ~NestedHourglass();
-    NestedHourglass(const NestedHourglass&) = delete;
-    NestedHourglass& operator=(const NestedHourglass&) = delete;
+    explicit Hourglass(ScreenCursor afterwards = screenCursor()) : afterwards_(afterwards) {
+        setScreenCursor(ScreenCursor::Hourglass);
+    }
+    ~Hourglass() { setScreenCursor(afterwards_); }
+    Q_DISABLE_COPY_MOVE(Hourglass)
 
 private:
-    static inline int count_ = 0;
-    static inline ScreenCursor saved_ = ScreenCursor::Default;
-};
-
-/// Shows the hourglass and, when it goes, the default cursor, whatever was shown before.
-class HourglassThenDefault final {
-public:
-    HourglassThenDefault() { setScreenCursor(ScreenCursor::Hourglass); }
-    ~HourglassThenDefault() { setScreenCursor(ScreenCursor::Default); }
-    HourglassThenDefault(const HourglassThenDefault&) = delete;
-    HourglassThenDefault& operator=(const HourglassThenDefault&) = delete;
+    ScreenCursor afterwards_;
 };
 
 } // namespace ui

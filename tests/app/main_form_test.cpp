@@ -1,6 +1,6 @@
+#include "app/action_manager.h"
 #include "app/cursor_table.h"
 #include "app/error_log.h"
-#include "app/flat_tool_bar.h"
 #include "app/main_form.h"
 #include "base/error.h"
 #include "browser/ter_form.h"

@@ -1,5 +1,5 @@
+#include "app/action_manager.h"
 #include "app/error_log.h"
-#include "app/flat_tool_bar.h"
 #include "base/program_place.h"
 #include "browser/ter_form.h"
 #include "data/selection.h"

@@ -1,7 +1,7 @@
 #include "support/catalog_window.h"
 
+#include "app/action_manager.h"
 #include "app/error_log.h"
-#include "app/flat_tool_bar.h"
 #include "data/selection.h"
 
 #include <QAction>

@@ -10,7 +10,10 @@ class OpenDialog final : public QObject {
     Q_OBJECT
 
 public:
-    OpenDialog(const QString& name, const QString& title, const QString& fileName, QObject* parent);
+    OpenDialog(const QString& name, const QString& title, const QString& fileName, QObject* parent)
+        : QObject(parent), title_(title), fileName_(fileName) {
+        setObjectName(name);
+    }
 
     [[nodiscard]] const QString& title() const { return title_; }
     [[nodiscard]] const QString& fileName() const { return fileName_; }

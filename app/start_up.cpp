@@ -1,6 +1,5 @@
 #include "app/start_up.h"
 
-#include "app/cursor_table.h"
 #include "app/main_form.h"
 #include "app/xpm_resource.h"
 #include "data/data_modul.h"
@@ -8,6 +7,7 @@
 #include "ui/fonts.h"
 #include "ui/style.h"
 
+#include <QCursor>
 #include <QIcon>
 #include <QPixmap>
 
@@ -15,6 +15,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <exception>
+#include <map>
 
 #ifndef Q_OS_WIN
 #include <langinfo.h>
@@ -42,16 +43,20 @@ void useUtf8() {
 
 constexpr int dragCopyCursor = -23;
 
+QPixmap imageOf(const QString& resource) {
+    return QPixmap::fromImage(readXpmResource(resource));
+}
+
 /// Everything that the running program consists of, from the style to the end of the message loop.
 int runWindows() {
-    ui::Application::setWindowIcon(
-        QPixmap::fromImage(app::readXpmResource(QStringLiteral(":/icon/tarvelo"))));
+    ui::Application::setWindowIcon(imageOf(QStringLiteral(":/icon/tarvelo")));
     ui::installFontSubstitutes();
     // Without its style the program looks plainer, no more; the failure has been shown.
     static_cast<void>(ui::trySetStyle(QStringLiteral("SLATECLASSICO")));
 
-    app::CursorTable cursors;
-    const app::RegisteredCursor dragCopy(cursors, dragCopyCursor, QStringLiteral(":/cursor/CAT_DRAG_COPY"));
+    // The program's own cursors by their numbers, the hot spot at the upper left.
+    const std::map<int, QCursor> cursors{
+        {dragCopyCursor, QCursor(imageOf(QStringLiteral(":/cursor/CAT_DRAG_COPY")), 0, 0)}};
 
     TDM dataModule;
     DM = &dataModule;

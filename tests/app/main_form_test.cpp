@@ -1,7 +1,7 @@
 #include "app/action_manager.h"
-#include "app/cursor_table.h"
 #include "app/error_log.h"
 #include "app/main_form.h"
+#include "app/xpm_resource.h"
 #include "base/error.h"
 #include "browser/ter_form.h"
 #include "data/data_modul.h"
@@ -78,14 +78,9 @@ protected:
     QString caption_, prompt_, preset_;
 };
 
-TEST(CursorTable, HoldsACursorWhileItIsRegistered) {
-    app::CursorTable table;
-    {
-        const app::RegisteredCursor registered(table, -23, ":/cursor/CAT_DRAG_COPY");
-        EXPECT_EQ(table.cursor(-23).shape(), Qt::BitmapCursor);
-    }
-    EXPECT_EQ(table.cursor(-23).shape(), Qt::ArrowCursor);
-    EXPECT_THROW(app::RegisteredCursor(table, -23, ":/cursor/NONE"), base::ResourceError);
+TEST(XpmResource, IsReadOrRefused) {
+    EXPECT_FALSE(app::readXpmResource(":/cursor/CAT_DRAG_COPY").isNull());
+    EXPECT_THROW(static_cast<void>(app::readXpmResource(":/cursor/NONE")), base::ResourceError);
 }
 
 TEST_F(MainFormTest, ConnectsAndReportsTheOutcomeOnly) {

@@ -3,6 +3,7 @@
 #include "base/error.h"
 #include "ui/application.h"
 
+#include <QMetaEnum>
 #include <QPalette>
 #include <QProxyStyle>
 #include <QSettings>
@@ -48,29 +49,25 @@ public:
     }
 };
 
-struct RoleName {
-    const char* name;
-    QPalette::ColorRole role;
+/// What a style must colour.
+constexpr std::array styledRoles{
+    QPalette::Window,
+    QPalette::WindowText,
+    QPalette::Base,
+    QPalette::AlternateBase,
+    QPalette::ToolTipBase,
+    QPalette::ToolTipText,
+    QPalette::PlaceholderText,
+    QPalette::Text,
+    QPalette::Button,
+    QPalette::ButtonText,
+    QPalette::Light,
+    QPalette::Midlight,
+    QPalette::Mid,
+    QPalette::Dark,
+    QPalette::Highlight,
+    QPalette::HighlightedText,
 };
-
-constexpr std::array<RoleName, 16> roleNames{{
-    {"window", QPalette::Window},
-    {"windowText", QPalette::WindowText},
-    {"base", QPalette::Base},
-    {"alternateBase", QPalette::AlternateBase},
-    {"toolTipBase", QPalette::ToolTipBase},
-    {"toolTipText", QPalette::ToolTipText},
-    {"placeholderText", QPalette::PlaceholderText},
-    {"text", QPalette::Text},
-    {"button", QPalette::Button},
-    {"buttonText", QPalette::ButtonText},
-    {"light", QPalette::Light},
-    {"midlight", QPalette::Midlight},
-    {"mid", QPalette::Mid},
-    {"dark", QPalette::Dark},
-    {"highlight", QPalette::Highlight},
-    {"highlightedText", QPalette::HighlightedText},
-}};
 
 QColor requiredColor(const QSettings& file, const QString& key) {
     const QColor color(file.value(key).toString());
@@ -83,13 +80,14 @@ QColor requiredColor(const QSettings& file, const QString& key) {
 QPalette loadPalette(const QString& resource) {
     const QSettings file(resource, QSettings::IniFormat);
     QPalette palette;
-    for (const RoleName& entry : roleNames) {
-        palette.setColor(entry.role,
-                         requiredColor(file, QStringLiteral("colors/") + QLatin1StringView(entry.name)));
+    const auto names = QMetaEnum::fromType<QPalette::ColorRole>();
+    for (const QPalette::ColorRole role : styledRoles) {
+        const QLatin1StringView name(names.valueToKey(role));
+        palette.setColor(role, requiredColor(file, QStringLiteral("colors/") + name));
     }
     for (const QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
         palette.setColor(QPalette::Disabled, role,
-                         requiredColor(file, QStringLiteral("colors/disabledText")));
+                         requiredColor(file, QStringLiteral("colors/DisabledText")));
     }
     return palette;
 }

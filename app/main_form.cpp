@@ -3,7 +3,6 @@
 #include "app/action_manager.h"
 #include "app/error_log.h"
 #include "app/input_box.h"
-#include "base/text.h"
 #include "browser/ter_form.h"
 #include "data/data_modul.h"
 #include "ui/application.h"
@@ -152,9 +151,9 @@ void TMainForm::createCommands() {
 
 void TMainForm::createCommand(int number, const data::Edition::Words& words,
                               std::function<void(QObject& sender)> run) {
-    auto* const action = new QAction(base::toQString(words.caption), ActionList1);
+    auto* const action = new QAction(words.caption.toString(), ActionList1);
     action->setObjectName(QStringLiteral("Action%1").arg(number));
-    action->setStatusTip(base::toQString(words.hint));
+    action->setStatusTip(words.hint.toString());
     const auto* const named = std::find_if(std::begin(namedCommands), std::end(namedCommands),
                                            [&](const NamedCommand& row) { return row.number == number; });
     if (named != std::end(namedCommands)) {
@@ -163,7 +162,7 @@ void TMainForm::createCommand(int number, const data::Edition::Words& words,
     }
     connect(action, &QAction::triggered, this,
             [this, action, run] { ui::guarded(*ActionToolBar1, [&] { run(*action); }); });
-    ActionManager1->addButton(*action, base::toQString(words.buttonCaption));
+    ActionManager1->addButton(*action, words.buttonCaption.toString());
 }
 
 void TMainForm::createClientPanel() {
@@ -217,7 +216,7 @@ void TMainForm::openEdition(const data::Edition& edition) {
         Tag = edition.number;
         DM->chooseEdition(edition);
         TTERForm::create(*this);
-        TERForm->cxLabel1->setText(QStringLiteral("   ") + base::toQString(edition.words.caption));
+        TERForm->cxLabel1->setText(QStringLiteral("   ") + edition.words.caption.toString());
     }
     TERForm->show();
     TERForm->raise();

@@ -14,12 +14,12 @@ namespace browser {
 template <std::size_t count>
 class ColumnTable final {
 public:
-    constexpr ColumnTable(std::u16string_view view, const std::array<db::FieldSpec, count>& fields)
-        : view_(view) {
+    constexpr ColumnTable(QStringView view, const std::array<db::FieldSpec, count>& fields) : view_(view) {
         for (std::size_t index = 0; index < count; ++index) {
             const db::FieldSpec& field = fields[index];
             char16_t* const name = names_[index].data();
-            std::copy(field.column.begin(), field.column.end(), std::copy(view.begin(), view.end(), name));
+            std::copy_n(field.column.utf16(), field.column.size(),
+                        std::copy_n(view.utf16(), view.size(), name));
             columns_[index] = {
                 .name = {name, view.size() + field.column.size()},
                 .field = field.column,
@@ -34,14 +34,14 @@ public:
     ColumnTable& operator=(const ColumnTable&) = delete;
 
     /// Object name of the view.
-    [[nodiscard]] constexpr std::u16string_view view() const { return view_; }
+    [[nodiscard]] constexpr QStringView view() const { return view_; }
     /// The columns; they live as long as the table.
     [[nodiscard]] constexpr std::span<const grid::ColumnSpec> columns() const { return columns_; }
 
 private:
     static constexpr std::size_t longestName = 40;
 
-    std::u16string_view view_;
+    QStringView view_;
     std::array<std::array<char16_t, longestName>, count> names_{};
     std::array<grid::ColumnSpec, count> columns_{};
 };

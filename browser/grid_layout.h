@@ -39,9 +39,8 @@ inline constexpr std::array coveredColumns{
 
 /// A grid with the columns of a table.
 template <std::size_t count>
-consteval grid::GridSpec gridOf(std::u16string_view grid, std::u16string_view level,
-                                const ColumnTable<count>& table, std::u16string_view keyField,
-                                std::u16string_view footerField) {
+consteval grid::GridSpec gridOf(QStringView grid, QStringView level, const ColumnTable<count>& table,
+                                QStringView keyField, QStringView footerField) {
     return {grid, level, table.view(), table.columns(), keyField, footerField};
 }
 

@@ -2,7 +2,6 @@
 
 #include "base/error.h"
 #include "base/program_place.h"
-#include "base/text.h"
 #include "browser/banner.h"
 #include "browser/grid_export.h"
 #include "browser/grid_layout.h"
@@ -72,8 +71,8 @@ struct TTERForm::SelectorSpec {
     };
 
     Control control;
-    std::u16string_view initialText;
-    std::u16string_view hint;
+    QStringView initialText;
+    QStringView hint;
 };
 
 const TTERForm::SelectorSpec TTERForm::selectors[]{
@@ -101,7 +100,7 @@ struct TTERForm::TabSpec {
     struct Sheet {
         QWidget* TTERForm::*member;
         const char* name;
-        std::u16string_view caption;
+        QStringView caption;
     };
 
     struct Panel {
@@ -117,7 +116,7 @@ struct TTERForm::TabSpec {
 
     /// How the tab's workbook is called after the banner.
     struct FileName {
-        std::u16string_view fixedText;
+        QStringView fixedText;
         bool ofSelection; ///< followed by region and period
     };
 
@@ -229,12 +228,12 @@ void TTERForm::createSelectors(QVBoxLayout& layout) {
         QPalette colors = selector->palette();
         colors.setColor(QPalette::Base, selectorBackground);
         selector->setPalette(colors);
-        const QString hint = base::toQString(spec.hint);
+        const QString hint = spec.hint.toString();
         selector->setToolTip(hint);
         selector->setStatusTip(hint);
         selector->setAccessibleName(hint);
         selector->lineEdit()->setPlaceholderText(hint);
-        selector->setEditText(base::toQString(spec.initialText));
+        selector->setEditText(spec.initialText.toString());
         bar->addWidget(selector);
         if (spec.control.member == &TTERForm::cxComboBox1) {
             Panel3 = makePanel(Panel2, "Panel3", QFrame::NoFrame);
@@ -264,7 +263,7 @@ void TTERForm::createBody(QVBoxLayout& layout) {
 void TTERForm::createTab(const TabSpec& tab) {
     QWidget* const sheet = named(new QWidget, tab.sheet.name);
     this->*tab.sheet.member = sheet;
-    cxPageControl1->addTab(sheet, base::toQString(tab.sheet.caption));
+    cxPageControl1->addTab(sheet, tab.sheet.caption.toString());
     // Created in the order of the keyboard: the grids, then the button above them.
     auto* const grids = new QStackedLayout;
     grids->setStackingMode(QStackedLayout::StackAll);
@@ -387,7 +386,7 @@ void TTERForm::showEvent(QShowEvent* event) {
 
 /// What stands above the printed pages of an export: the edition, the tab, and what was chosen.
 QString TTERForm::printedHeader(const TabSpec& tab) const {
-    QStringList parts{cxLabel1->text().trimmed(), base::toQString(tab.sheet.caption)};
+    QStringList parts{cxLabel1->text().trimmed(), tab.sheet.caption.toString()};
     if (tab.file.ofSelection) {
         parts += {cxComboBox1->currentText(), cxComboBox2->currentText()};
     }
@@ -401,7 +400,6 @@ void TTERForm::exportTab(QPushButton* TTERForm::*button) {
     const QString selection =
         tab.file.ofSelection ? cxComboBox1->currentText() + cxComboBox2->currentText() : QString();
     browser::exportGrid(this->*tab.shown.member, base::programFolder(),
-                        cxLabel1->text() + base::toQString(tab.file.fixedText) + selection,
-                        printedHeader(tab));
+                        cxLabel1->text() + tab.file.fixedText.toString() + selection, printedHeader(tab));
     ui::showMessage(QStringLiteral("Выгрузка завершена"));
 }

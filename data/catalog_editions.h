@@ -1,8 +1,9 @@
 #pragma once
 
+#include <QStringView>
+
 #include <algorithm>
 #include <array>
-#include <string_view>
 
 namespace data {
 
@@ -11,16 +12,16 @@ namespace data {
 struct Edition {
     /// What the user reads.
     struct Words {
-        std::u16string_view caption;       ///< of the command, and in the browser's banner
-        std::u16string_view buttonCaption; ///< "&" marks the Alt accelerator
-        std::u16string_view hint;
+        QStringView caption;       ///< of the command, and in the browser's banner
+        QStringView buttonCaption; ///< "&" marks the Alt accelerator
+        QStringView hint;
     };
 
     struct Tables {
-        std::u16string_view materials;
-        std::u16string_view contents;
-        std::u16string_view machines;
-        std::u16string_view labour;
+        QStringView materials;
+        QStringView contents;
+        QStringView machines;
+        QStringView labour;
     };
 
     /// The value of the open-browser marker while this edition is shown, and the end of its command's name.

@@ -1,7 +1,5 @@
 #include "data/catalog_queries.h"
 
-#include "base/text.h"
-
 namespace data {
 
 namespace {
@@ -9,7 +7,7 @@ namespace {
 QStringList columnNames(std::span<const db::FieldSpec> fields) {
     QStringList names;
     for (const db::FieldSpec& field : fields) {
-        names += base::toQString(field.column);
+        names += field.column.toString();
     }
     return names;
 }
@@ -31,7 +29,7 @@ QStringList tailOf(QueryRows rows) {
 
 } // namespace
 
-QStringList initialQuery(std::span<const db::FieldSpec> fields, std::u16string_view table, QueryRows rows) {
+QStringList initialQuery(std::span<const db::FieldSpec> fields, QStringView table, QueryRows rows) {
     const QString indent = QStringLiteral("    ");
     QStringList lines{QStringLiteral("SELECT")};
     const QStringList names = columnNames(fields);
@@ -39,11 +37,11 @@ QStringList initialQuery(std::span<const db::FieldSpec> fields, std::u16string_v
         lines += indent + name + (&name == &names.last() ? QString() : QStringLiteral(","));
     }
     const QString trailing = rows == QueryRows::Whole ? QStringLiteral(" ") : QString();
-    lines << QStringLiteral("FROM") << indent + base::toQString(table) + trailing;
+    lines << QStringLiteral("FROM") << indent + table.toString() + trailing;
     return lines + tailOf(rows);
 }
 
-QStringList editionQuery(std::span<const db::FieldSpec> fields, std::u16string_view table) {
+QStringList editionQuery(std::span<const db::FieldSpec> fields, QStringView table) {
     return {QStringLiteral("SELECT ") + columnNames(fields).join(u','),
             QStringLiteral("FROM %1 where per=:p1 and REGIONID=:p2 order by KOD").arg(QStringView(table))};
 }

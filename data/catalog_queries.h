@@ -5,7 +5,6 @@
 #include <QStringList>
 
 #include <span>
-#include <string_view>
 
 namespace data {
 
@@ -18,10 +17,10 @@ enum class QueryRows {
 };
 
 /// The query that a dataset starts with, one item a line.
-[[nodiscard]] QStringList initialQuery(std::span<const db::FieldSpec> fields, std::u16string_view table,
+[[nodiscard]] QStringList initialQuery(std::span<const db::FieldSpec> fields, QStringView table,
                                        QueryRows rows);
 
 /// The two lines that read the same columns of period :p1 and region :p2 from an edition's table.
-[[nodiscard]] QStringList editionQuery(std::span<const db::FieldSpec> fields, std::u16string_view table);
+[[nodiscard]] QStringList editionQuery(std::span<const db::FieldSpec> fields, QStringView table);
 
 } // namespace data

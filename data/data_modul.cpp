@@ -16,7 +16,7 @@ using Tables = data::Edition::Tables;
 namespace fields = data::fields;
 
 /// The same in all editions.
-constexpr std::u16string_view transportTable = u"FER20KATALOGPEREVOZKA_TABLE";
+constexpr QStringView transportTable = u"FER20KATALOGPEREVOZKA_TABLE";
 
 /// A catalog dataset, what its query reads, and the data source through which views show it.
 struct DataSetSpec {
@@ -25,12 +25,12 @@ struct DataSetSpec {
     db::DataSource TDM::*source; ///< null where no view shows the dataset
     std::span<const db::FieldSpec> fields;
     /// Fixed, or one of the edition's.
-    std::variant<std::u16string_view, std::u16string_view Tables::*> table;
+    std::variant<QStringView, QStringView Tables::*> table;
     QueryRows rows;
 
     [[nodiscard]] bool isOfEdition() const { return table.index() == 1; }
 
-    [[nodiscard]] std::u16string_view tableOf(const data::Edition& edition) const {
+    [[nodiscard]] QStringView tableOf(const data::Edition& edition) const {
         return isOfEdition() ? edition.tables.*std::get<1>(table) : std::get<0>(table);
     }
 };

@@ -1,6 +1,5 @@
 #include "db/data_set.h"
 
-#include "base/text.h"
 #include "base/win1251.h"
 #include "db/connection.h"
 #include "db/decimal.h"
@@ -20,7 +19,7 @@ DataSet::DataSet(const QString& name, std::span<const FieldSpec> fields, QString
     setObjectName(name);
     for (const FieldSpec& spec : fields) {
         const auto index = static_cast<int>(fields_.size());
-        fields_.push_back(new Field(spec, index, name + base::toQString(spec.column), this));
+        fields_.push_back(new Field(spec, index, name + spec.column.toString(), this));
     }
     parameters_.setQuery(sql_.join(u'\n'));
     connection_.add(*this);

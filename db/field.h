@@ -4,7 +4,6 @@
 #include <QString>
 
 #include <cstdint>
-#include <string_view>
 
 namespace db {
 
@@ -20,11 +19,11 @@ enum class FieldKind : std::uint8_t {
 /// functions that return a changed copy. How a view shows the field is said here too, so that a further field
 /// is one row.
 struct FieldSpec {
-    std::u16string_view column; ///< column name in the query's result
+    QStringView column; ///< column name in the query's result
     FieldKind kind;
-    int length = 0;            ///< of a text: greatest length in characters
-    int fractionDigits = 0;    ///< of a decimal
-    std::u16string_view label; ///< header text; empty means the column name
+    int length = 0;         ///< of a text: greatest length in characters
+    int fractionDigits = 0; ///< of a decimal
+    QStringView label;      ///< header text; empty means the column name
     bool visible = true;
     bool leftAligned = false; ///< a number that is shown at the left
     int columnWidth = 0;      ///< design width of the field's column in pixels; 0 is the view's default
@@ -56,24 +55,22 @@ struct FieldSpec {
 };
 
 /// VARCHAR(length).
-[[nodiscard]] constexpr FieldSpec text(std::u16string_view column, int length,
-                                       std::u16string_view label = {}) {
+[[nodiscard]] constexpr FieldSpec text(QStringView column, int length, QStringView label = {}) {
     return {.column = column, .kind = FieldKind::String, .length = length, .label = label};
 }
 
 /// INTEGER.
-[[nodiscard]] constexpr FieldSpec integer(std::u16string_view column, std::u16string_view label = {}) {
+[[nodiscard]] constexpr FieldSpec integer(QStringView column, QStringView label = {}) {
     return {.column = column, .kind = FieldKind::Integer32, .label = label};
 }
 
 /// BIGINT.
-[[nodiscard]] constexpr FieldSpec bigint(std::u16string_view column, std::u16string_view label = {}) {
+[[nodiscard]] constexpr FieldSpec bigint(QStringView column, QStringView label = {}) {
     return {.column = column, .kind = FieldKind::Integer64, .label = label};
 }
 
 /// NUMERIC(18, fractionDigits).
-[[nodiscard]] constexpr FieldSpec decimal(std::u16string_view column, int fractionDigits,
-                                          std::u16string_view label = {}) {
+[[nodiscard]] constexpr FieldSpec decimal(QStringView column, int fractionDigits, QStringView label = {}) {
     return {.column = column, .kind = FieldKind::Decimal, .fractionDigits = fractionDigits, .label = label};
 }
 

@@ -1,6 +1,5 @@
 #include "grid/rows/column.h"
 
-#include "base/text.h"
 #include "db/data_set.h"
 
 namespace grid {
@@ -8,11 +7,11 @@ namespace grid {
 Column::Column(const ColumnSpec& spec, const db::DataSet& dataSet, QObject* parent)
     : QObject(parent),
       spec_(spec),
-      fieldName_(base::toQString(spec.field)),
+      fieldName_(spec.field.toString()),
       field_(dataSet.findField(fieldName_)),
       headerText_(field_ ? field_->displayLabel() : fieldName_),
       width_(designWidth()) {
-    setObjectName(base::toQString(spec.name));
+    setObjectName(spec.name.toString());
 }
 
 Qt::Alignment Column::alignment() const {

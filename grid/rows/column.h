@@ -3,8 +3,6 @@
 #include <QObject>
 #include <QString>
 
-#include <string_view>
-
 namespace db {
 class DataSet;
 class Field;
@@ -17,8 +15,8 @@ inline constexpr int defaultColumnWidth = 64;
 
 /// One row of the column table of a grid or a tree list.
 struct ColumnSpec {
-    std::u16string_view name;  ///< object name of the column
-    std::u16string_view field; ///< column name of the dataset's field
+    QStringView name;  ///< object name of the column
+    QStringView field; ///< column name of the dataset's field
     bool visible = true;
     int width = 0; ///< design width in pixels, relative to the other columns; 0 means defaultColumnWidth
     Qt::AlignmentFlag headerAlignment = Qt::AlignLeft;

@@ -1,6 +1,5 @@
 #include "grid/table/grid.h"
 
-#include "base/text.h"
 #include "grid/table/filter_bar.h"
 #include "grid/table/table_find_bar.h"
 #include "grid/table/table_view.h"
@@ -12,7 +11,7 @@
 namespace grid {
 
 Level::Level(const GridSpec& spec, db::DataSource& dataSource, QWidget* parent) : QWidget(parent) {
-    setObjectName(base::toQString(spec.level));
+    setObjectName(spec.level.toString());
     view_ = new TableView(spec, dataSource, this);
     findBar_ = new TableFindBar(*view_, this);
     setFocusProxy(view_);
@@ -23,7 +22,7 @@ Level::Level(const GridSpec& spec, db::DataSource& dataSource, QWidget* parent) 
 }
 
 Grid::Grid(const GridSpec& spec, db::DataSource& dataSource, QWidget* parent) : QFrame(parent) {
-    setObjectName(base::toQString(spec.grid));
+    setObjectName(spec.grid.toString());
     setFrameShape(NoFrame);
     setBackgroundRole(QPalette::Base);
     setAutoFillBackground(true);

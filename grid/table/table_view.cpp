@@ -1,6 +1,5 @@
 #include "grid/table/table_view.h"
 
-#include "base/text.h"
 #include "db/data_set.h"
 #include "db/data_source.h"
 #include "grid/rows/column.h"
@@ -31,7 +30,7 @@ QColor mixed(const QColor& first, const QColor& second, double share) {
 
 TableView::TableView(const GridSpec& spec, db::DataSource& dataSource, QWidget* parent) : RowView(parent) {
     installTableAccessibility();
-    setObjectName(base::toQString(spec.view));
+    setObjectName(spec.view.toString());
     setAccessibleName(objectName());
 
     db::DataSet& dataSet = dataSource.dataSet();

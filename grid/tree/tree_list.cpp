@@ -1,6 +1,5 @@
 #include "grid/tree/tree_list.h"
 
-#include "base/text.h"
 #include "db/data_source.h"
 #include "grid/rows/column.h"
 #include "grid/rows/tree_model.h"
@@ -27,11 +26,11 @@ std::vector<Column*> makeColumns(std::span<const ColumnSpec> specs, const db::Da
 } // namespace
 
 TreeList::TreeList(const TreeListSpec& spec, db::DataSource& dataSource, QWidget* parent)
-    : QFrame(parent), findPanel_(new TreeFindPanel(base::toQString(spec.findPrompt), this)) {
-    setObjectName(base::toQString(spec.name));
+    : QFrame(parent), findPanel_(new TreeFindPanel(spec.findPrompt.toString(), this)) {
+    setObjectName(spec.name.toString());
     auto* const model =
         new TreeModel(dataSource.dataSet(), makeColumns(spec.columns, dataSource.dataSet(), this),
-                      base::toQString(spec.keyField), base::toQString(spec.parentField), this);
+                      spec.keyField.toString(), spec.parentField.toString(), this);
     view_ = new TreeView(*model, this);
 
     auto* const layout = new QVBoxLayout(this);

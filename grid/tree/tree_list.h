@@ -17,11 +17,11 @@ class TreeView;
 
 /// The table of a tree list.
 struct TreeListSpec {
-    std::u16string_view name;            ///< object name of the control
+    QStringView name;                    ///< object name of the control
     std::span<const ColumnSpec> columns; ///< must outlive the tree list
-    std::u16string_view keyField;        ///< integer field that tells the nodes apart
-    std::u16string_view parentField;     ///< integer field with the parent's key; NULL at the top level
-    std::u16string_view findPrompt;      ///< stands in the empty find panel
+    QStringView keyField;                ///< integer field that tells the nodes apart
+    QStringView parentField;             ///< integer field with the parent's key; NULL at the top level
+    QStringView findPrompt;              ///< stands in the empty find panel
 };
 
 /// A tree of a dataset's rows under a panel that narrows it to the nodes with a text. Its columns are its

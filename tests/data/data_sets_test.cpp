@@ -182,7 +182,7 @@ TEST(DataSets, ReadTheTablesOfTheChosenEdition) {
     for (const data::Edition& edition : data::editions) {
         module.chooseEdition(edition);
         openAll(module, "202403", 11);
-        const std::pair<db::DataSet*, std::u16string_view> tables[]{
+        const std::pair<db::DataSet*, QStringView> tables[]{
             {&module.pFIBDataSet3, edition.tables.materials},
             {&module.pFIBDataSet4, edition.tables.contents},
             {&module.pFIBDataSet5, edition.tables.machines},

@@ -23,26 +23,27 @@ public:
     db::Connection pFIBDatabase1;
     db::Transaction RFIBTransaction;
 
-    db::DataSet pFIBDataSet1;  ///< regions
-    db::DataSet pFIBDataSet2;  ///< periods
-    db::DataSet pFIBDataSet3;  ///< materials of an edition
-    db::DataSet pFIBDataSet4;  ///< table of contents of the materials
-    db::DataSet pFIBDataSet5;  ///< machines of an edition
-    db::DataSet pFIBDataSet6;  ///< labour of an edition
-    db::DataSet pFIBDataSet7;  ///< firms
-    db::DataSet pFIBDataSet8;  ///< regional coefficients
-    db::DataSet pFIBDataSet9;  ///< catalog tree
-    db::DataSet pFIBDataSet10; ///< transport catalog, the same in all editions
+    db::DataSet pFIBDataSet1 = makeDataSet(&TDM::pFIBDataSet1); ///< regions
+    db::DataSet pFIBDataSet2 = makeDataSet(&TDM::pFIBDataSet2); ///< periods
+    db::DataSet pFIBDataSet3 = makeDataSet(&TDM::pFIBDataSet3); ///< materials of an edition
+    db::DataSet pFIBDataSet4 = makeDataSet(&TDM::pFIBDataSet4); ///< table of contents of the materials
+    db::DataSet pFIBDataSet5 = makeDataSet(&TDM::pFIBDataSet5); ///< machines of an edition
+    db::DataSet pFIBDataSet6 = makeDataSet(&TDM::pFIBDataSet6); ///< labour of an edition
+    db::DataSet pFIBDataSet7 = makeDataSet(&TDM::pFIBDataSet7); ///< firms
+    db::DataSet pFIBDataSet8 = makeDataSet(&TDM::pFIBDataSet8); ///< regional coefficients
+    db::DataSet pFIBDataSet9 = makeDataSet(&TDM::pFIBDataSet9); ///< catalog tree
+    db::DataSet pFIBDataSet10 =
+        makeDataSet(&TDM::pFIBDataSet10); ///< transport catalog, the same in all editions
 
-    db::DataSource DataSource1;
-    db::DataSource DataSource3;
-    db::DataSource DataSource4;
-    db::DataSource DataSource5;
-    db::DataSource DataSource6;
-    db::DataSource DataSource7;
-    db::DataSource DataSource8;
-    db::DataSource DataSource9;
-    db::DataSource DataSource10;
+    db::DataSource DataSource1{QStringLiteral("DataSource1"), pFIBDataSet1, this};
+    db::DataSource DataSource3{QStringLiteral("DataSource3"), pFIBDataSet3, this};
+    db::DataSource DataSource4{QStringLiteral("DataSource4"), pFIBDataSet4, this};
+    db::DataSource DataSource5{QStringLiteral("DataSource5"), pFIBDataSet5, this};
+    db::DataSource DataSource6{QStringLiteral("DataSource6"), pFIBDataSet6, this};
+    db::DataSource DataSource7{QStringLiteral("DataSource7"), pFIBDataSet7, this};
+    db::DataSource DataSource8{QStringLiteral("DataSource8"), pFIBDataSet8, this};
+    db::DataSource DataSource9{QStringLiteral("DataSource9"), pFIBDataSet9, this};
+    db::DataSource DataSource10{QStringLiteral("DataSource10"), pFIBDataSet10, this};
 
     /// pFIBDataSet1 to pFIBDataSet10.
     [[nodiscard]] std::vector<db::DataSet*> dataSets();
@@ -67,6 +68,10 @@ public:
 
     /// The lines with which the program logs in: password, user name, character set.
     [[nodiscard]] static QStringList connectionParameters();
+
+private:
+    /// The dataset that is to be that member.
+    [[nodiscard]] db::DataSet makeDataSet(db::DataSet TDM::*member);
 };
 
 /// The address that is offered to the user: the local machine.

@@ -14,8 +14,8 @@ const QString idColumn = QStringLiteral("ID");
 } // namespace
 
 void bindSelection(db::DataSet& dataSet, const QString& period, std::int32_t region) {
-    dataSet.parameter(QStringLiteral("p1")).setString(period);
-    dataSet.parameter(QStringLiteral("p2")).setInteger(region);
+    dataSet.parameter(QStringLiteral("p1")) = period;
+    dataSet.parameter(QStringLiteral("p2")) = region;
 }
 
 void openCatalogs(TDM& module) {

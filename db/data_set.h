@@ -58,8 +58,8 @@ public:
 
     [[nodiscard]] bool isOpen() const { return rows_.has_value(); }
 
-    /// The parameter of that name. Throws DatabaseError when the query has none.
-    [[nodiscard]] Parameter& parameter(const QString& name) { return parameters_.parameter(name); }
+    /// The value of the parameter of that name. Throws DatabaseError when the query has none.
+    [[nodiscard]] ParameterValue& parameter(const QString& name) { return parameters_.parameter(name); }
 
     /// The declared fields, in their order.
     [[nodiscard]] std::span<Field* const> fields() const { return fields_; }

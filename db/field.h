@@ -29,28 +29,23 @@ struct FieldSpec {
     int columnWidth = 0;      ///< design width of the field's column in pixels; 0 is the view's default
 
     /// Read, but not shown.
-    [[nodiscard]] constexpr FieldSpec hidden() const {
-        FieldSpec changed = *this;
-        changed.visible = false;
-        return changed;
-    }
+    [[nodiscard]] constexpr FieldSpec hidden() const { return with(&FieldSpec::visible, false); }
     /// A number at the left.
-    [[nodiscard]] constexpr FieldSpec left() const {
-        FieldSpec changed = *this;
-        changed.leftAligned = true;
-        return changed;
-    }
+    [[nodiscard]] constexpr FieldSpec left() const { return with(&FieldSpec::leftAligned, true); }
     /// In a column of that design width.
-    [[nodiscard]] constexpr FieldSpec wide(int width) const {
-        FieldSpec changed = *this;
-        changed.columnWidth = width;
-        return changed;
-    }
+    [[nodiscard]] constexpr FieldSpec wide(int width) const { return with(&FieldSpec::columnWidth, width); }
 
     [[nodiscard]] constexpr bool isNumber() const { return kind != FieldKind::String; }
     /// Numbers stand at the right unless they are marked, texts at the left.
     [[nodiscard]] constexpr Qt::AlignmentFlag alignment() const {
         return isNumber() && !leftAligned ? Qt::AlignRight : Qt::AlignLeft;
+    }
+    /// The same with another part.
+    template <typename Value>
+    [[nodiscard]] constexpr FieldSpec with(Value FieldSpec::*part, Value value) const {
+        FieldSpec changed = *this;
+        changed.*part = value;
+        return changed;
     }
 };
 

@@ -2,9 +2,7 @@
 
 #include "base/win1251.h"
 #include "db/connection.h"
-#include "db/named_parameters.h"
 
-#include <algorithm>
 #include <cstring>
 
 namespace db {
@@ -45,24 +43,19 @@ void write(const EncodedValue& value, unsigned char* target) {
 } // namespace
 
 void QueryParameters::setQuery(const QString& sql) {
-    const PositionalStatement statement = toPositional(sql);
-    positionalSql_ = statement.sql;
-    markNames_ = statement.names;
-    std::erase_if(parameters_,
-                  [&](const Parameter& parameter) { return !markNames_.contains(parameter.name()); });
-    for (const QString& name : statement.names) {
-        if (find(name) == parameters_.end()) {
-            parameters_.emplace_back(name);
-        }
+    statement_ = toPositional(sql);
+    std::erase_if(values_, [&](const auto& named) { return !statement_.names.contains(named.first); });
+    for (const QString& name : statement_.names) {
+        values_.try_emplace(name);
     }
 }
 
-Parameter& QueryParameters::parameter(const QString& name) {
-    const auto found = find(name);
-    if (found == parameters_.end()) {
+ParameterValue& QueryParameters::parameter(const QString& name) {
+    const auto found = values_.find(name);
+    if (found == values_.end()) {
         throw DatabaseError(QStringLiteral("%1: в запросе нет параметра «%2»").arg(dataSetName_, name));
     }
-    return parameters_[static_cast<std::size_t>(found - parameters_.begin())];
+    return found->second;
 }
 
 ParameterMessage QueryParameters::message(Connection& connection, Firebird::IStatement& statement) const {
@@ -88,15 +81,10 @@ ParameterMessage QueryParameters::message(Connection& connection, Firebird::ISta
     });
 }
 
-std::vector<Parameter>::const_iterator QueryParameters::find(const QString& name) const {
-    return std::find_if(parameters_.begin(), parameters_.end(),
-                        [&](const Parameter& parameter) { return parameter.name() == name; });
-}
-
 std::vector<ParameterValue> QueryParameters::valuesAtMarks() const {
     std::vector<ParameterValue> values;
-    for (const QString& name : markNames_) {
-        values.push_back(find(name)->value());
+    for (const QString& name : statement_.names) {
+        values.push_back(values_.at(name));
         if (std::holds_alternative<std::monostate>(values.back())) {
             throw DatabaseError(
                 QStringLiteral("%1: не задано значение параметра «%2»").arg(dataSetName_, name));

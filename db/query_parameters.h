@@ -1,11 +1,12 @@
 #pragma once
 
 #include "db/client_library.h"
+#include "db/named_parameters.h"
 
 #include <QString>
-#include <QStringList>
 
 #include <cstdint>
+#include <map>
 #include <variant>
 #include <vector>
 
@@ -13,23 +14,8 @@ namespace db {
 
 class Connection;
 
-/// What a named parameter is set to; nothing until it is bound.
+/// What a named parameter is bound to; nothing at first.
 using ParameterValue = std::variant<std::monostate, QString, std::int32_t>;
-
-/// A named parameter of a query.
-class Parameter final {
-public:
-    explicit Parameter(QString name) : name_(std::move(name)) {}
-
-    [[nodiscard]] const QString& name() const { return name_; }
-    [[nodiscard]] const ParameterValue& value() const { return value_; }
-    void setString(const QString& value) { value_ = value; }
-    void setInteger(std::int32_t value) { value_ = value; }
-
-private:
-    QString name_;
-    ParameterValue value_;
-};
 
 /// The message that carries a statement's parameters to the server.
 struct ParameterMessage {
@@ -47,22 +33,20 @@ public:
     void setQuery(const QString& sql);
 
     /// The query as the server knows it, with a mark in place of every name.
-    [[nodiscard]] const QString& positionalSql() const { return positionalSql_; }
+    [[nodiscard]] const QString& positionalSql() const { return statement_.sql; }
 
-    /// The parameter of that name. Throws DatabaseError when the query has none.
-    [[nodiscard]] Parameter& parameter(const QString& name);
+    /// The value of the parameter of that name. Throws DatabaseError when the query has none.
+    [[nodiscard]] ParameterValue& parameter(const QString& name);
 
     /// The values as the compiled query takes them. Throws DatabaseError, also when a value is not set.
     [[nodiscard]] ParameterMessage message(Connection& connection, Firebird::IStatement& statement) const;
 
 private:
-    [[nodiscard]] std::vector<Parameter>::const_iterator find(const QString& name) const;
     [[nodiscard]] std::vector<ParameterValue> valuesAtMarks() const;
 
     QString dataSetName_;
-    QString positionalSql_;
-    std::vector<Parameter> parameters_; // one for each name
-    QStringList markNames_;             // the name at each mark
+    PositionalStatement statement_;
+    std::map<QString, ParameterValue> values_; // one for each name
 };
 
 } // namespace db

@@ -40,13 +40,7 @@ CellValue toValue(const CellView& view) {
 }
 
 CellView toView(const CellValue& value) {
-    if (const auto* text = std::get_if<std::string>(&value)) {
-        return std::string_view(*text);
-    }
-    if (const auto* number = std::get_if<std::int64_t>(&value)) {
-        return *number;
-    }
-    return {};
+    return std::visit([](const auto& held) { return CellView(held); }, value);
 }
 
 bool standsBefore(const CellValue& left, const CellValue& right) {

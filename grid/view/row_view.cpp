@@ -2,7 +2,6 @@
 
 #include "db/data_set.h"
 #include "db/field.h"
-#include "grid/rows/clipboard_text.h"
 #include "grid/rows/column.h"
 #include "grid/view/cell_text.h"
 #include "grid/view/fitted_header.h"
@@ -16,6 +15,24 @@
 #include <algorithm>
 
 namespace grid {
+
+namespace {
+
+/// A row's cells as a line of text that spreadsheets paste: tabs stand between the cells, and a cell that
+/// holds tabs, quotes or line breaks is quoted.
+QString clipboardLine(QStringList cells) {
+    for (QString& cell : cells) {
+        const bool isPlain = std::ranges::none_of(cell, [](QChar character) {
+            return character == u'\t' || character == u'"' || character == u'\n' || character == u'\r';
+        });
+        if (!isPlain) {
+            cell = u'"' + cell.replace(u'"', QStringLiteral("\"\"")) + u'"';
+        }
+    }
+    return cells.join(u'\t') + u'\n';
+}
+
+} // namespace
 
 RowView::RowView(QWidget* parent)
     : QAbstractItemView(parent), layout_([this](int row) { return measureRow(row); }) {

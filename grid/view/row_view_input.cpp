@@ -1,4 +1,4 @@
-#include "grid/view/cut_text_tip.h"
+#include "grid/view/cell_text.h"
 #include "grid/view/fitted_header.h"
 #include "grid/view/row_view.h"
 
@@ -6,6 +6,7 @@
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QToolTip>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -15,6 +16,19 @@ namespace {
 
 /// Milliseconds between two rows while a selection is drawn beyond the edge of the view.
 constexpr int dragScrollInterval = 50;
+
+/// Shows the whole text of the cell under the pointer in a tool tip where the cell is too narrow for one of
+/// its words. `cell` is where the text is drawn, in `viewport`; the tip goes when the pointer leaves it.
+void showCutTextTip(const QHelpEvent& event, QWidget& viewport, const QRect& cell, const QString& text) {
+    if (isCellTextCut(text, cell.width(), viewport.font())) {
+        // Rich text, as only that wraps in a tool tip; escaped, as the data is no markup.
+        QString lines = text.toHtmlEscaped();
+        lines.replace(u'\n', QStringLiteral("<br>"));
+        QToolTip::showText(event.globalPos(), QStringLiteral("<p>%1</p>").arg(lines), &viewport, cell);
+    } else {
+        QToolTip::hideText();
+    }
+}
 
 } // namespace
 
@@ -184,16 +198,6 @@ bool RowView::viewportEvent(QEvent* event) {
     showCutTextTip(help, *viewport(), shown ? textRect(*shown, index.column()) : QRect(),
                    shown ? textOf(shown->row, index.column()) : QString());
     return true;
-}
-
-void RowView::focusInEvent(QFocusEvent* event) {
-    QAbstractItemView::focusInEvent(event);
-    viewport()->update();
-}
-
-void RowView::focusOutEvent(QFocusEvent* event) {
-    QAbstractItemView::focusOutEvent(event);
-    viewport()->update();
 }
 
 } // namespace grid

@@ -177,8 +177,8 @@ TEST(Selection, LeavesWhatWasReadWhenADataSetFails) {
     const QStringList before = countedRows("202403", 1);
     const QStringList after = countedRows("202403", 5);
     EXPECT_EQ(rowCounts(window.module()), QStringList({after[0], after[1], "-", before[3], before[4]}));
-    EXPECT_EQ(std::get<std::int32_t>(window.module().pFIBDataSet4.parameter("p2").value()), 5);
-    EXPECT_EQ(std::get<std::int32_t>(window.module().pFIBDataSet6.parameter("p2").value()), 1);
+    EXPECT_EQ(std::get<std::int32_t>(window.module().pFIBDataSet4.parameter("p2")), 5);
+    EXPECT_EQ(std::get<std::int32_t>(window.module().pFIBDataSet6.parameter("p2")), 1);
     EXPECT_EQ(TERForm->cxGrid4->view().footerCount(), 0);
     EXPECT_EQ(ui::screenCursor(), ui::ScreenCursor::Default);
     QFile log(app::ErrorLog::path());

@@ -3,6 +3,9 @@
 #include <QObject>
 #include <QString>
 
+#include <span>
+#include <vector>
+
 namespace db {
 class DataSet;
 class Field;
@@ -15,8 +18,8 @@ inline constexpr int defaultColumnWidth = 64;
 
 /// One row of the column table of a grid or a tree list.
 struct ColumnSpec {
-    QStringView name;  ///< object name of the column
-    QStringView field; ///< column name of the dataset's field
+    QStringView name = {}; ///< object name of the column; empty: the view's, followed by the field
+    QStringView field;     ///< column name of the dataset's field
     bool visible = true;
     int width = 0; ///< design width in pixels, relative to the other columns; 0 means defaultColumnWidth
     Qt::AlignmentFlag headerAlignment = Qt::AlignLeft;
@@ -28,7 +31,7 @@ class Column final : public QObject {
 
 public:
     /// Binds to the field of `dataSet` that the spec names.
-    Column(const ColumnSpec& spec, const db::DataSet& dataSet, QObject* parent);
+    Column(const ColumnSpec& spec, const db::DataSet& dataSet, QObject* view);
 
     /// Column name of the field, whether or not the dataset has it.
     [[nodiscard]] const QString& fieldName() const { return fieldName_; }
@@ -55,5 +58,9 @@ private:
     QString headerText_;
     int width_;
 };
+
+/// The columns of a view, its children, in the order of their specs.
+[[nodiscard]] std::vector<Column*> makeColumns(std::span<const ColumnSpec> specs, const db::DataSet& dataSet,
+                                               QObject* view);
 
 } // namespace grid

@@ -35,29 +35,13 @@ int TableModel::columnCount(const QModelIndex& parent) const {
 }
 
 QVariant TableModel::data(const QModelIndex& index, int role) const {
-    if (!checkIndex(index, CheckIndexOption::IndexIsValid)) {
-        return {};
-    }
-    if (role == Qt::DisplayRole) {
-        return text(index.row(), index.column());
-    }
-    if (role == Qt::TextAlignmentRole) {
-        return QVariant::fromValue(column(index.column()).alignment());
-    }
-    return {};
+    const bool exists = checkIndex(index, CheckIndexOption::IndexIsValid);
+    return exists && role == Qt::DisplayRole ? text(index.row(), index.column()) : QVariant();
 }
 
 QVariant TableModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (orientation != Qt::Horizontal || section < 0 || section >= columnCount()) {
-        return {};
-    }
-    if (role == Qt::DisplayRole) {
-        return column(section).headerText();
-    }
-    if (role == Qt::TextAlignmentRole) {
-        return QVariant::fromValue(column(section).headerAlignment());
-    }
-    return {};
+    const bool exists = orientation == Qt::Horizontal && section >= 0 && section < columnCount();
+    return exists && role == Qt::DisplayRole ? column(section).headerText() : QVariant();
 }
 
 QString TableModel::text(int row, int columnIndex) const {

@@ -104,31 +104,12 @@ int TreeModel::columnCount(const QModelIndex&) const {
 }
 
 QVariant TreeModel::data(const QModelIndex& index, int role) const {
-    if (!index.isValid()) {
-        return {};
-    }
-    switch (role) {
-    case Qt::DisplayRole:
-        return text(node(index), index.column());
-    case Qt::TextAlignmentRole:
-        return QVariant::fromValue(column(index.column()).alignment());
-    default:
-        return {};
-    }
+    return index.isValid() && role == Qt::DisplayRole ? text(node(index), index.column()) : QVariant();
 }
 
 QVariant TreeModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (orientation != Qt::Horizontal || section < 0 || section >= columnCount()) {
-        return {};
-    }
-    switch (role) {
-    case Qt::DisplayRole:
-        return column(section).headerText();
-    case Qt::TextAlignmentRole:
-        return QVariant::fromValue(column(section).headerAlignment());
-    default:
-        return {};
-    }
+    const bool exists = orientation == Qt::Horizontal && section >= 0 && section < columnCount();
+    return exists && role == Qt::DisplayRole ? column(section).headerText() : QVariant();
 }
 
 void TreeModel::sort(int column, Qt::SortOrder order) {

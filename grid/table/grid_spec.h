@@ -12,7 +12,6 @@ struct GridSpec {
     QStringView level;                   ///< object name of its page
     QStringView view;                    ///< object name of the table view on the page
     std::span<const ColumnSpec> columns; ///< must outlive the grid
-    QStringView keyField;                ///< the field that tells the rows apart
     QStringView footerField;             ///< the column that the count of rows stands under; empty for none
 };
 

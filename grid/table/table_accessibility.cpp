@@ -29,15 +29,6 @@ public:
     [[nodiscard]] QAccessible::Role role() const override {
         return row_ == headerRow ? QAccessible::ColumnHeader : QAccessible::Cell;
     }
-    [[nodiscard]] QRect rect() const override {
-        if (row_ != headerRow || !isValid()) {
-            return AccessiblePart::rect();
-        }
-        const FittedHeader& header = tableView().header();
-        const QRect section(header.sectionViewportPosition(column_), 0, header.sectionSize(column_),
-                            header.height());
-        return section.translated(header.mapToGlobal(QPoint()));
-    }
     [[nodiscard]] QString text(QAccessible::Text kind) const override {
         if (kind != QAccessible::Name || !isValid()) {
             return {};
@@ -65,7 +56,13 @@ public:
 
 protected:
     [[nodiscard]] QModelIndex index() const override { return tableView().tableModel().index(row_, column_); }
-    [[nodiscard]] QRect area() const override { return tableView().visualRect(index()); }
+    [[nodiscard]] QRect area() const override {
+        const FittedHeader& header = tableView().header();
+        // The header lies above the viewport.
+        return row_ != headerRow ? tableView().visualRect(index())
+                                 : QRect(header.sectionViewportPosition(column_), -header.height(),
+                                         header.sectionSize(column_), header.height());
+    }
 
 private:
     [[nodiscard]] TableView& tableView() const { return static_cast<TableView&>(*view()); }

@@ -3,7 +3,6 @@
 #include "db/data_set.h"
 #include "db/data_source.h"
 #include "grid/rows/column.h"
-#include "grid/rows/table_model.h"
 #include "grid/table/filter_popup.h"
 #include "grid/table/table_accessibility.h"
 #include "grid/table/table_footer.h"
@@ -34,17 +33,11 @@ TableView::TableView(const GridSpec& spec, db::DataSource& dataSource, QWidget* 
     setAccessibleName(objectName());
 
     db::DataSet& dataSet = dataSource.dataSet();
-    std::vector<Column*> columns;
-    int footerColumn = -1;
-    for (const ColumnSpec& column : spec.columns) {
-        if (!spec.footerField.empty() && column.field == spec.footerField) {
-            footerColumn = static_cast<int>(columns.size());
-        }
-        columns.push_back(new Column(column, dataSet, this));
-    }
-    model_ = new TableModel(dataSet, std::move(columns), this);
+    model_ = new TableModel(dataSet, makeColumns(spec.columns, dataSet, this), this);
+    const auto footer = std::ranges::find(spec.columns, spec.footerField, &ColumnSpec::field);
+    const auto place = static_cast<int>(footer - spec.columns.begin());
     auto* const header = new TableHeader(*model_, this);
-    footer_ = new TableFooter(*model_, *header, footerColumn, this);
+    footer_ = new TableFooter(*model_, *header, footer == spec.columns.end() ? -1 : place, this);
     header->setObjectName(objectName() + QStringLiteral("Header"));
     footer_->setObjectName(objectName() + QStringLiteral("Footer"));
 
@@ -58,28 +51,8 @@ TableView::TableView(const GridSpec& spec, db::DataSource& dataSource, QWidget* 
     connect(header, &TableHeader::filterRequested, this, &TableView::openFilter);
 }
 
-int TableView::rowCount() const {
-    return model_->rowCount();
-}
-
-QModelIndex TableView::indexOf(int row, int column) const {
-    return model_->index(row, column);
-}
-
-int TableView::dataSetRow(int row) const {
-    return model_->dataSetRow(row);
-}
-
-int TableView::bringIn(int dataSetRow) {
-    return model_->rowOfDataSetRow(dataSetRow);
-}
-
 QItemSelection TableView::selectionOf(int first, int last) const {
     return {indexOf(first, 0), indexOf(last, model_->columnCount() - 1)};
-}
-
-QString TableView::textOf(int row, int column) const {
-    return model_->text(row, column);
 }
 
 TextRange TableView::markIn(int row, int column) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "grid/rows/table_model.h"
 #include "grid/rows/text_matcher.h"
 #include "grid/table/grid_spec.h"
 #include "grid/view/row_view.h"
@@ -14,7 +15,6 @@ class DataSource;
 namespace grid {
 
 class TableFooter;
-class TableModel;
 
 /// A table of a dataset's rows with header and footer.
 class TableView final : public RowView {
@@ -44,13 +44,15 @@ public:
     void openFilter(int column);
 
 protected:
-    [[nodiscard]] int rowCount() const override;
-    [[nodiscard]] QModelIndex indexOf(int row, int column) const override;
+    [[nodiscard]] int rowCount() const override { return model_->rowCount(); }
+    [[nodiscard]] QModelIndex indexOf(int row, int column) const override {
+        return model_->index(row, column);
+    }
     [[nodiscard]] int rowOf(const QModelIndex& index) const override { return index.row(); }
-    [[nodiscard]] int dataSetRow(int row) const override;
-    [[nodiscard]] int bringIn(int dataSetRow) override;
+    [[nodiscard]] int dataSetRow(int row) const override { return model_->dataSetRow(row); }
+    [[nodiscard]] int bringIn(int dataSetRow) override { return model_->rowOfDataSetRow(dataSetRow); }
     [[nodiscard]] QItemSelection selectionOf(int first, int last) const override;
-    [[nodiscard]] QString textOf(int row, int column) const override;
+    [[nodiscard]] QString textOf(int row, int column) const override { return model_->text(row, column); }
     [[nodiscard]] TextRange markIn(int row, int column) const override;
     [[nodiscard]] RowColors rowColors(int row) const override;
     void keyPressEvent(QKeyEvent* event) override;

@@ -7,9 +7,9 @@
 
 namespace grid {
 
-TreeFindPanel::TreeFindPanel(const QString& prompt, QWidget* parent)
+TreeFindPanel::TreeFindPanel(QWidget* parent)
     : QWidget(parent), text_(new QLineEdit(this)), clear_(new QToolButton(this)) {
-    text_->setPlaceholderText(prompt);
+    text_->setPlaceholderText(QStringLiteral("Введите текст для поиска"));
     text_->setAccessibleName(QStringLiteral("Поиск в дереве"));
     text_->installEventFilter(this);
     clear_->setText(QStringLiteral("Очистить"));

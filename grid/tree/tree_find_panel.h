@@ -12,8 +12,7 @@ class TreeFindPanel final : public QWidget {
     Q_OBJECT
 
 public:
-    /// `prompt` stands in the empty line.
-    TreeFindPanel(const QString& prompt, QWidget* parent);
+    explicit TreeFindPanel(QWidget* parent);
 
     /// Puts the cursor into the line and selects its text.
     void open();

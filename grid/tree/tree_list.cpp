@@ -5,50 +5,31 @@
 #include "grid/rows/tree_model.h"
 #include "grid/tree/tree_find_panel.h"
 #include "grid/tree/tree_view.h"
+#include "ui/tight_layout.h"
 
 #include <QShortcut>
 #include <QVBoxLayout>
 
 namespace grid {
 
-namespace {
-
-std::vector<Column*> makeColumns(std::span<const ColumnSpec> specs, const db::DataSet& dataSet,
-                                 QObject* parent) {
-    std::vector<Column*> columns;
-    columns.reserve(specs.size());
-    for (const ColumnSpec& spec : specs) {
-        columns.push_back(new Column(spec, dataSet, parent));
-    }
-    return columns;
-}
-
-} // namespace
-
 TreeList::TreeList(const TreeListSpec& spec, db::DataSource& dataSource, QWidget* parent)
-    : QFrame(parent), findPanel_(new TreeFindPanel(spec.findPrompt.toString(), this)) {
+    : QFrame(parent), findPanel_(new TreeFindPanel(this)) {
     setObjectName(spec.name.toString());
     auto* const model =
         new TreeModel(dataSource.dataSet(), makeColumns(spec.columns, dataSource.dataSet(), this),
                       spec.keyField.toString(), spec.parentField.toString(), this);
     view_ = new TreeView(*model, this);
 
-    auto* const layout = new QVBoxLayout(this);
-    layout->setContentsMargins(0, 0, 0, 0);
-    layout->setSpacing(0);
+    auto* const layout = ui::makeTightLayout<QVBoxLayout>(this);
     layout->addWidget(findPanel_);
     layout->addWidget(view_);
     setFocusProxy(view_);
 
     connect(findPanel_, &TreeFindPanel::textChanged, view_, &TreeView::setSearch);
-    connect(findPanel_, &TreeFindPanel::left, this, &TreeList::goToFound);
+    connect(findPanel_, &TreeFindPanel::left, view_, &TreeView::goToFound);
     auto* const find = new QShortcut(QKeySequence::Find, this);
     find->setContext(Qt::WidgetWithChildrenShortcut);
     connect(find, &QShortcut::activated, findPanel_, &TreeFindPanel::open);
-}
-
-void TreeList::goToFound() {
-    view_->goToFound();
 }
 
 } // namespace grid

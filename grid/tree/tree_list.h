@@ -21,7 +21,6 @@ struct TreeListSpec {
     std::span<const ColumnSpec> columns; ///< must outlive the tree list
     QStringView keyField;                ///< integer field that tells the nodes apart
     QStringView parentField;             ///< integer field with the parent's key; NULL at the top level
-    QStringView findPrompt;              ///< stands in the empty find panel
 };
 
 /// A tree of a dataset's rows under a panel that narrows it to the nodes with a text. Its columns are its
@@ -39,8 +38,6 @@ public:
     [[nodiscard]] TreeFindPanel& findPanel() const { return *findPanel_; }
 
 private:
-    void goToFound();
-
     TreeFindPanel* findPanel_;
     TreeView* view_;
 };

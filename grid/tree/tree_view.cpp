@@ -2,7 +2,6 @@
 
 #include "db/data_set.h"
 #include "grid/rows/column.h"
-#include "grid/rows/tree_model.h"
 #include "grid/tree/tree_accessibility.h"
 #include "grid/tree/tree_header.h"
 
@@ -40,14 +39,6 @@ void TreeView::reset() {
     scrollToPosition({});
 }
 
-QModelIndex TreeView::indexOf(int row, int column) const {
-    return model_.indexOf(rows_.at(row).node, column);
-}
-
-int TreeView::rowOf(const QModelIndex& index) const {
-    return rows_.rowOf(TreeModel::node(index));
-}
-
 int TreeView::bringIn(int dataSetRow) {
     if (dataSetRow == TreeStructure::root || !model_.structure().isShown(dataSetRow)) {
         return -1;
@@ -76,10 +67,6 @@ QItemSelection TreeView::selectionOf(int first, int last) const {
                                              model_.indexOf(siblings.last, model_.columnCount() - 1)));
     }
     return selection;
-}
-
-QString TreeView::textOf(int row, int column) const {
-    return model_.text(rows_.at(row).node, column);
 }
 
 int TreeView::treeColumn() const {

@@ -1,13 +1,12 @@
 #pragma once
 
+#include "grid/rows/tree_model.h"
 #include "grid/rows/tree_rows.h"
 #include "grid/view/row_view.h"
 
 #include <QBasicTimer>
 
 namespace grid {
-
-class TreeModel;
 
 /// A tree of a dataset's rows with columns; the first one holds the branches.
 class TreeView final : public RowView {
@@ -38,12 +37,18 @@ public:
 
 protected:
     [[nodiscard]] int rowCount() const override { return rows_.count(); }
-    [[nodiscard]] QModelIndex indexOf(int row, int column) const override;
-    [[nodiscard]] int rowOf(const QModelIndex& index) const override;
+    [[nodiscard]] QModelIndex indexOf(int row, int column) const override {
+        return model_.indexOf(rows_.at(row).node, column);
+    }
+    [[nodiscard]] int rowOf(const QModelIndex& index) const override {
+        return rows_.rowOf(TreeModel::node(index));
+    }
     [[nodiscard]] int dataSetRow(int row) const override { return rows_.at(row).node; }
     [[nodiscard]] int bringIn(int dataSetRow) override;
     [[nodiscard]] QItemSelection selectionOf(int first, int last) const override;
-    [[nodiscard]] QString textOf(int row, int column) const override;
+    [[nodiscard]] QString textOf(int row, int column) const override {
+        return model_.text(rows_.at(row).node, column);
+    }
     [[nodiscard]] int indentation(int row, int column) const override;
     [[nodiscard]] TextRange markIn(int row, int column) const override;
     [[nodiscard]] RowColors rowColors(int row) const override;

@@ -1,4 +1,3 @@
-#include "grid/rows/tree_model.h"
 #include "grid/tree/tree_view.h"
 #include "grid/view/cell_text.h"
 

@@ -63,7 +63,7 @@ QString describeColumns(const std::vector<grid::Column*>& columns) {
 
 QString describeGrid(const grid::Grid& control) {
     const grid::TableView& view = control.view();
-    QString text = "    " + control.objectName() + " > " + control.level().objectName() + " > " +
+    QString text = "    " + control.objectName() + " > " + view.parentWidget()->objectName() + " > " +
                    view.objectName() + ": " + view.tableModel().dataSet().objectName() + ", count under " +
                    (view.footerColumn() == nullptr ? "nothing" : view.footerColumn()->fieldName()) + '\n';
     return text + describeColumns(view.tableModel().columns());

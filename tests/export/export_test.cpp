@@ -43,16 +43,16 @@ using exporter::ExportError;
 
 constexpr db::FieldSpec rangeFields[]{db::integer(u"NUMBER", u"Число"), db::text(u"NAME", 1000, u"Имя")};
 constexpr grid::ColumnSpec rangeColumns[]{{u"numberColumn", u"NUMBER"}, {u"nameColumn", u"NAME", true, 300}};
-constexpr grid::GridSpec rangeGrid{u"grid", u"level", u"view", rangeColumns, u"NUMBER", u"NAME"};
+constexpr grid::GridSpec rangeGrid{u"grid", u"level", u"view", rangeColumns, u"NAME"};
 
 constexpr grid::ColumnSpec materialColumns[]{
     {u"idColumn", u"ID", false},           {u"kodColumn", u"KOD", true, 100},
     {u"nomerColumn", u"NOMER", true, 100}, {u"nameColumn", u"NAME", true, 300},
     {u"missingColumn", u"NO_SUCH_FIELD"},  {u"priceColumn", u"BAZOVAY", true, 100, Qt::AlignRight}};
-constexpr grid::GridSpec materialGrid{u"grid", u"level", u"view", materialColumns, u"ID", u"KOD"};
+constexpr grid::GridSpec materialGrid{u"grid", u"level", u"view", materialColumns, u"KOD"};
 
 constexpr grid::ColumnSpec coefficientColumns[]{{u"nameColumn", u"NAME"}, {u"koeffColumn", u"KOEFF"}};
-constexpr grid::GridSpec coefficientGrid{u"grid", u"level", u"view", coefficientColumns, u"NAME", u"NAME"};
+constexpr grid::GridSpec coefficientGrid{u"grid", u"level", u"view", coefficientColumns, u"NAME"};
 
 QJsonObject readWorkbook(const QString& path) {
     QProcess reader;

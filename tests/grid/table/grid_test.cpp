@@ -54,7 +54,7 @@ constexpr int name = 2;
 constexpr int price = 3;
 constexpr int absent = 4;
 
-constexpr GridSpec gridSpec{u"Grid", u"Level", u"View", columns, u"ID", u"KOD"};
+constexpr GridSpec gridSpec{u"Grid", u"Level", u"View", columns, u"KOD"};
 
 const QString fewRows = QStringLiteral(
     "select cast(ID as bigint) ID, cast(KOD as integer) KOD, cast(trim(NAME) as varchar(1000)) NAME, "

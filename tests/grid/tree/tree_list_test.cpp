@@ -41,8 +41,7 @@ constexpr std::array<grid::ColumnSpec, 4> columns = {{
     {u"cxDBTreeList1TREE", u"TREE", true, 100},
 }};
 
-constexpr grid::TreeListSpec spec = {u"cxDBTreeList1", columns, u"ID", u"PARENTID",
-                                     u"Введите текст для поиска"};
+constexpr grid::TreeListSpec spec = {u"cxDBTreeList1", columns, u"ID", u"PARENTID"};
 
 struct Node {
     const char* id;

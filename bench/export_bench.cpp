@@ -7,7 +7,6 @@
 #include "grid/rows/column.h"
 #include "grid/table/grid.h"
 #include "grid/table/table_view.h"
-#include "xlsx/deflater.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -161,11 +160,20 @@ public:
     }
 
     void pack() const {
-        xlsx::Deflater deflater;
-        qsizetype packed = 0;
-        deflater.pack(bytes_, true, [&packed](QByteArrayView ready) { packed += ready.size(); });
-        if (packed == 0) {
-            throw std::runtime_error("nothing was packed");
+        std::vector<unsigned char> packed(static_cast<std::size_t>(bytes_.size()));
+        std::vector<unsigned char> workspace(ISAL_DEF_LVL1_DEFAULT);
+        isal_zstream stream;
+        isal_deflate_init(&stream);
+        stream.level = 1; // as the exporter packs
+        stream.level_buf = workspace.data();
+        stream.level_buf_size = static_cast<std::uint32_t>(workspace.size());
+        stream.end_of_stream = 1;
+        stream.next_in = reinterpret_cast<unsigned char*>(const_cast<char*>(bytes_.data()));
+        stream.avail_in = static_cast<std::uint32_t>(bytes_.size());
+        stream.next_out = packed.data();
+        stream.avail_out = static_cast<std::uint32_t>(packed.size());
+        if (isal_deflate(&stream) != COMP_OK || stream.avail_in != 0) {
+            throw std::runtime_error("the bytes of the exported workbook cannot be packed");
         }
     }
 
@@ -202,8 +210,7 @@ public:
         QFile::remove(ours_);
         QFile::remove(bare_);
     }
-    Workbooks(const Workbooks&) = delete;
-    Workbooks& operator=(const Workbooks&) = delete;
+    Q_DISABLE_COPY_MOVE(Workbooks)
 
     void writeOurs() const { browser::exportGrid(TERForm->cxGrid1, folder_, QStringLiteral("ours"), {}); }
     void writeBare() const { sheet_->write(bare_); }

@@ -8,7 +8,8 @@ namespace exporter {
 class ExportError : public base::Error {
 public:
     /// `reason` is the system's or the workbook writer's text.
-    ExportError(const QString& fileName, const QString& reason);
+    ExportError(const QString& fileName, const QString& reason)
+        : base::Error(QStringLiteral("Не удалось выгрузить таблицу в файл «%1»: %2").arg(fileName, reason)) {}
 };
 
 } // namespace exporter

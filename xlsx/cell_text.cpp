@@ -6,7 +6,7 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
+#include <charconv>
 #include <cstring>
 
 namespace xlsx {
@@ -21,6 +21,8 @@ struct Encoded {
 static_assert(sizeof(Encoded) == longestCharacter);
 
 constexpr char16_t escapeStart = u'_';
+
+constexpr std::int64_t firstTooLong = 1'000'000'000'000'000; // for a spreadsheet's numbers
 
 QByteArray escaped(char16_t unit) {
     return "_x" + QByteArray::number(unit, 16).rightJustified(4, '0').toUpper() + "_";
@@ -52,17 +54,11 @@ Encoded encoded(const QByteArray& bytes) {
     return result;
 }
 
-using EncodingTable = std::array<Encoded, 256>;
-
-EncodingTable makeTable() {
-    EncodingTable table;
-    std::transform(base::win1251::characters.begin(), base::win1251::characters.end(), table.begin(),
-                   [](char16_t unit) { return encoded(encodedUnit(unit)); });
+std::array<Encoded, 256> makeTable() {
+    std::array<Encoded, 256> table;
+    std::ranges::transform(base::win1251::characters, table.begin(),
+                           [](char16_t unit) { return encoded(encodedUnit(unit)); });
     return table;
-}
-
-bool isHexDigit(QChar unit) {
-    return QStringView(u"0123456789ABCDEFabcdef").contains(unit);
 }
 
 /// Whether a reader would take the beginning of `text`, which is a "_", for an escaped character. What is
@@ -71,9 +67,10 @@ bool looksEscaped(QStringView text) {
     if (text.size() <= 6 || text[1] != u'x') {
         return false;
     }
-    const QStringView digits = text.sliced(2, 4);
-    return std::all_of(digits.begin(), digits.end(), isHexDigit) &&
-           (text[6] == u'_' || needsEscape(text[6].unicode()));
+    const bool hex = std::ranges::all_of(text.sliced(2, 4), [](QChar digit) {
+        return QStringView(u"0123456789ABCDEFabcdef").contains(digit);
+    });
+    return hex && (text[6] == u'_' || needsEscape(text[6].unicode()));
 }
 
 bool looksEscaped(std::string_view text) {
@@ -83,7 +80,7 @@ bool looksEscaped(std::string_view text) {
 } // namespace
 
 char* writeText(char* out, std::string_view win1251) {
-    static const EncodingTable table = makeTable();
+    static const std::array<Encoded, 256> table = makeTable();
     static const Encoded start = encoded(escaped(escapeStart));
     for (std::size_t i = 0; i < win1251.size(); ++i) {
         const bool plain = win1251[i] != '_' || !looksEscaped(win1251.substr(i));
@@ -109,6 +106,43 @@ QByteArray textOf(QStringView text) {
         }
     }
     return result;
+}
+
+char* writeNumber(char* out, std::int64_t units, int fractionDigits) {
+    auto magnitude = static_cast<std::uint64_t>(units);
+    if (units < 0) {
+        *out++ = '-';
+        // Defined for the smallest value too.
+        magnitude = 0 - magnitude;
+    }
+    std::array<char, 20> digits;
+    const char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), magnitude).ptr;
+    const auto count = static_cast<int>(end - digits.data());
+    const int whole = count - fractionDigits;
+    if (whole <= 0) {
+        *out++ = '0';
+    } else {
+        out = std::copy_n(digits.data(), whole, out);
+    }
+    if (fractionDigits > 0) {
+        *out++ = '.';
+        for (int zeros = whole; zeros < 0; ++zeros) {
+            *out++ = '0';
+        }
+        const int shown = std::min(count, fractionDigits);
+        out = std::copy_n(end - shown, shown, out);
+    }
+    return out;
+}
+
+bool isExactInSpreadsheet(std::int64_t units) {
+    while (units <= -firstTooLong || units >= firstTooLong) {
+        if (units % 10 != 0) {
+            return false;
+        }
+        units /= 10;
+    }
+    return true;
 }
 
 } // namespace xlsx

@@ -5,8 +5,7 @@
 #include "data/data_modul.h"
 #include "data/selection.h"
 #include "export/export_error.h"
-#include "export/export_file_name.h"
-#include "export/sheet_name.h"
+#include "export/export_names.h"
 #include "grid/rows/column.h"
 #include "grid/rows/table_model.h"
 #include "grid/table/grid.h"
@@ -329,8 +328,7 @@ public:
         setrlimit(RLIMIT_FSIZE, &saved_);
         static_cast<void>(std::signal(SIGXFSZ, signal_));
     }
-    FileSizeLimit(const FileSizeLimit&) = delete;
-    FileSizeLimit& operator=(const FileSizeLimit&) = delete;
+    Q_DISABLE_COPY_MOVE(FileSizeLimit)
 
 private:
     rlimit saved_{};

@@ -9,12 +9,8 @@
 #include <cerrno>
 #include <filesystem>
 
-#ifdef Q_OS_WIN
-#include <io.h>
-#else
 #include <fcntl.h>
 #include <unistd.h>
-#endif
 
 namespace exporter {
 
@@ -61,24 +57,14 @@ bool isReadOnly(const QFileInfo& file) {
     return file.exists() && !(hasWriter && file.isWritable());
 }
 
-int flush(int handle) {
-#ifdef Q_OS_WIN
-    return _commit(handle);
-#else
-    return fsync(handle);
-#endif
-}
-
 /// Only then is a new name sure to outlive a power cut. By now the file is whole under it, so that a file
 /// system which does not offer this is no failure.
-void flushFolder([[maybe_unused]] const QString& folder) {
-#ifndef Q_OS_WIN
+void flushFolder(const QString& folder) {
     const int handle = open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (handle >= 0) {
         fsync(handle);
         close(handle);
     }
-#endif
 }
 
 } // namespace
@@ -121,9 +107,9 @@ void ReplacementFile::lock() {
     }
     if (lock_.error() == QLockFile::LockFailedError) {
         // A lock that a power cut left unreadable stays for good; the user must know what to remove.
-        throw base::Error(
-            QStringLiteral("этот файл сейчас записывает другая программа; если это не так, удалите «%1»")
-                .arg(lock_.fileName()));
+        throw base::Error(QStringLiteral("этот файл сейчас записывает другая программа; если это не так, "
+                                         "удалите «%1»")
+                              .arg(lock_.fileName()));
     }
     // The lock does not tell the reason, but a file in the same place does.
     if (!file_.open(QIODevice::WriteOnly)) {
@@ -134,19 +120,12 @@ void ReplacementFile::lock() {
     throw base::Error(qt_error_string(ENOSPC));
 }
 
-void ReplacementFile::flushToDisk() {
+void ReplacementFile::commit() {
     // A network drive may report only now that it has no room.
-    if (flush(file_.handle()) != 0) {
+    if (fsync(file_.handle()) != 0) {
         throw base::Error(qt_error_string(errno));
     }
     file_.close();
-    if (file_.error() != QFile::NoError) {
-        throw base::Error(file_.errorString());
-    }
-}
-
-void ReplacementFile::commit() {
-    flushToDisk();
     std::error_code error;
     std::filesystem::rename(systemPath(file_.fileName()), systemPath(place_), error);
     if (error) {

@@ -29,7 +29,6 @@ public:
 private:
     void checkUse(const QString& target) const;
     void lock();
-    void flushToDisk();
 
     QString place_; ///< of the target itself, behind all links
     QLockFile lock_;

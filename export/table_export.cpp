@@ -1,7 +1,6 @@
 #include "export/table_export.h"
 
 #include "db/data_set.h"
-#include "export/export_error.h"
 #include "export/export_names.h"
 #include "export/replacement_file.h"
 #include "grid/rows/column.h"

@@ -13,16 +13,18 @@ namespace xlsx {
 
 namespace {
 
+constexpr std::int64_t firstTooLong = 1'000'000'000'000'000; // for a spreadsheet's numbers
+
 /// What stands for one byte.
 struct Encoded {
     std::array<char, longestCharacter - 1> bytes{};
     std::uint8_t length = 0;
+
+    Encoded() = default;
+    explicit Encoded(const QByteArray& text) : length(static_cast<std::uint8_t>(text.size())) {
+        std::ranges::copy(text, bytes.begin());
+    }
 };
-static_assert(sizeof(Encoded) == longestCharacter);
-
-constexpr char16_t escapeStart = u'_';
-
-constexpr std::int64_t firstTooLong = 1'000'000'000'000'000; // for a spreadsheet's numbers
 
 QByteArray escaped(char16_t unit) {
     return "_x" + QByteArray::number(unit, 16).rightJustified(4, '0').toUpper() + "_";
@@ -47,17 +49,10 @@ QByteArray encodedUnit(char16_t unit) {
     }
 }
 
-Encoded encoded(const QByteArray& bytes) {
-    Encoded result;
-    std::copy(bytes.begin(), bytes.end(), result.bytes.begin());
-    result.length = static_cast<std::uint8_t>(bytes.size());
-    return result;
-}
-
 std::array<Encoded, 256> makeTable() {
     std::array<Encoded, 256> table;
     std::ranges::transform(base::win1251::characters, table.begin(),
-                           [](char16_t unit) { return encoded(encodedUnit(unit)); });
+                           [](char16_t unit) { return Encoded(encodedUnit(unit)); });
     return table;
 }
 
@@ -73,17 +68,13 @@ bool looksEscaped(QStringView text) {
     return hex && (text[6] == u'_' || needsEscape(text[6].unicode()));
 }
 
-bool looksEscaped(std::string_view text) {
-    return text.size() > 6 && text[1] == 'x' && looksEscaped(base::win1251::decode(text.substr(0, 7)));
-}
-
 } // namespace
 
 char* writeText(char* out, std::string_view win1251) {
     static const std::array<Encoded, 256> table = makeTable();
-    static const Encoded start = encoded(escaped(escapeStart));
+    static const Encoded start(escaped(u'_'));
     for (std::size_t i = 0; i < win1251.size(); ++i) {
-        const bool plain = win1251[i] != '_' || !looksEscaped(win1251.substr(i));
+        const bool plain = win1251[i] != '_' || !looksEscaped(base::win1251::decode(win1251.substr(i, 7)));
         const Encoded& entry = plain ? table[static_cast<unsigned char>(win1251[i])] : start;
         // A copy of fixed size is the fastest; `length` bytes of it count.
         std::memcpy(out, entry.bytes.data(), entry.bytes.size());
@@ -109,30 +100,25 @@ QByteArray textOf(QStringView text) {
 }
 
 char* writeNumber(char* out, std::int64_t units, int fractionDigits) {
-    auto magnitude = static_cast<std::uint64_t>(units);
+    auto rest = static_cast<std::uint64_t>(units);
     if (units < 0) {
         *out++ = '-';
         // Defined for the smallest value too.
-        magnitude = 0 - magnitude;
+        rest = 0 - rest;
     }
-    std::array<char, 20> digits;
-    const char* const end = std::to_chars(digits.data(), digits.data() + digits.size(), magnitude).ptr;
-    const auto count = static_cast<int>(end - digits.data());
-    const int whole = count - fractionDigits;
-    if (whole <= 0) {
-        *out++ = '0';
-    } else {
-        out = std::copy_n(digits.data(), whole, out);
+    std::uint64_t one = 1;
+    for (int i = 0; i < fractionDigits; ++i) {
+        one *= 10;
     }
-    if (fractionDigits > 0) {
-        *out++ = '.';
-        for (int zeros = whole; zeros < 0; ++zeros) {
-            *out++ = '0';
-        }
-        const int shown = std::min(count, fractionDigits);
-        out = std::copy_n(end - shown, shown, out);
+    out = std::to_chars(out, out + longestNumber, rest / one).ptr;
+    if (fractionDigits == 0) {
+        return out;
     }
-    return out;
+    *out = '.';
+    for (int i = fractionDigits; i > 0; --i, rest /= 10) {
+        out[i] = static_cast<char>('0' + rest % 10);
+    }
+    return out + fractionDigits + 1;
 }
 
 bool isExactInSpreadsheet(std::int64_t units) {

@@ -2,6 +2,7 @@
 
 #include "base/win1251.h"
 #include "xlsx/cell_text.h"
+#include "xlsx/line_breaking.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -74,8 +75,7 @@ void SheetWriter::writeHeader() {
         char* const out = startCell(CellKind::Header, text.size());
         endCell(append(append(out, keptTextStart), text), textEnd);
         // Room beside or below the caption for the button of the filter, which covers a cell's lower right.
-        needLines(base::win1251::encode(column.header).toStdString(), fontUnits(filterButtonPixels),
-                  boldWidths);
+        needLines(base::win1251::encode(column.header).toStdString(), fontUnits(filterButtonPixels), bold_);
     }
     endRow();
 }
@@ -92,7 +92,7 @@ void SheetWriter::text(std::string_view win1251) {
     char* const out = startCell(CellKind::Value, (win1251.size() + 1) * longestCharacter);
     const bool kept = isBlank(win1251.front()) || isBlank(win1251.back());
     endCell(writeText(append(out, kept ? keptTextStart : textStart), win1251), textEnd);
-    needLines(win1251, 0, regularWidths);
+    needLines(win1251, 0, regular_);
 }
 
 void SheetWriter::number(std::int64_t units) {
@@ -107,7 +107,7 @@ void SheetWriter::number(std::int64_t units) {
     char* const end = writeNumber(value, units, digits);
     std::replace(value, end, '.', page_.decimalPoint.toLatin1());
     endCell(end, textEnd);
-    needLines({value, end}, 0, regularWidths);
+    needLines({value, end}, 0, regular_);
 }
 
 void SheetWriter::blank() {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "xlsx/line_breaking.h"
+#include "xlsx/resources.h"
 #include "xlsx/workbook_parts.h"
 #include "xlsx/zip_archive.h"
 
@@ -51,6 +51,8 @@ private:
     void closeRow();
     void flush();
 
+    const FontWidths regular_ = fontWidths(QStringLiteral("regular"));
+    const FontWidths bold_ = fontWidths(QStringLiteral("bold"));
     ZipArchive archive_;
     Page page_;
     std::vector<Column> columns_;

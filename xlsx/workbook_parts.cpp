@@ -1,10 +1,9 @@
 #include "xlsx/workbook_parts.h"
 
-#include "base/error.h"
 #include "xlsx/cell_text.h"
+#include "xlsx/resources.h"
 
 #include <QDateTime>
-#include <QFile>
 
 #include <algorithm>
 
@@ -36,14 +35,6 @@ QByteArray filled(QByteArray xml, std::initializer_list<Entity> entities) {
         xml.replace(entity.name, entity.value);
     }
     return xml;
-}
-
-QByteArray resource(const QString& name) {
-    QFile file(QStringLiteral(":/xlsx/") + name);
-    if (!file.open(QIODevice::ReadOnly)) {
-        throw base::ResourceError(file.fileName(), file.errorString());
-    }
-    return file.readAll();
 }
 
 QByteArray now() {

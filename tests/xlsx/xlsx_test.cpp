@@ -74,8 +74,9 @@ TEST(CellText, EscapesWhatAReaderWouldTakeForAnEscape) {
 
 TEST(LineBreaking, BreaksAtBlanksAndHyphens) {
     // A cell of five digits.
-    const auto lines = [](const QString& shown) {
-        return xlsx::linesOf(text(shown), 5 * 1038, xlsx::regularWidths);
+    const xlsx::FontWidths widths = xlsx::fontWidths("regular");
+    const auto lines = [&widths](const QString& shown) {
+        return xlsx::linesOf(text(shown), 5 * 1038, widths);
     };
     EXPECT_EQ(lines(""), 1);
     EXPECT_EQ(lines("11111"), 1);

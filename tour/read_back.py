@@ -96,12 +96,12 @@ def read_by_libreoffice(books, folder):
 
 
 def read_by_gnumeric(books, folder):
-    """Gnumeric leaves escaped characters as they are."""
+    """Gnumeric leaves escaped characters as they are and shows the minus of a formatted number as a printer sets it."""
     found = {}
     for book in books:
         text = folder / f"{book.stem}.txt"
         run("ssconvert", "-T", "Gnumeric_stf:stf_assistant", "-O", "separator=, format=preserve", book, text)
-        found[book] = [[unescape(value) for value in row] for row in rows_of(text)]
+        found[book] = [[unescape(value.replace("\N{MINUS SIGN}", "-")) for value in row] for row in rows_of(text)]
     return found
 
 

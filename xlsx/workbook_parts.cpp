@@ -37,25 +37,15 @@ QByteArray filled(QByteArray xml, std::initializer_list<Entity> entities) {
     return xml;
 }
 
-QByteArray now() {
-    return QDateTime::currentDateTimeUtc().toString(Qt::ISODate).toLatin1();
-}
-
 int numberFormat(const Column& column, CellKind kind) {
-    switch (kind) {
-    case CellKind::Header:
+    if (kind == CellKind::Header) {
         return generalFormat;
-    case CellKind::Footer:
-        return integerFormat;
-    case CellKind::Value:
-        if (column.fractionDigits) {
-            return *column.fractionDigits == 0 ? integerFormat : firstOwnFormat + *column.fractionDigits;
-        }
-        break;
-    case CellKind::NumberAsText:
-        break;
     }
-    return textFormat;
+    if (kind == CellKind::NumberAsText || (kind == CellKind::Value && !column.fractionDigits)) {
+        return textFormat;
+    }
+    const int digits = kind == CellKind::Footer ? 0 : *column.fractionDigits;
+    return digits == 0 ? integerFormat : firstOwnFormat + digits;
 }
 
 QByteArray cellStyle(const Column& column, CellKind kind) {
@@ -144,9 +134,10 @@ std::vector<int> sheetWidths(std::span<const Column> columns) {
 
 std::vector<Part> partsBesideSheet(const Page& page, std::span<const Column> columns, int lastRow) {
     const QByteArray core = resource(QStringLiteral("core"));
+    const QByteArray now = QDateTime::currentDateTimeUtc().toString(Qt::ISODate).toLatin1();
     return {{"[Content_Types].xml", resource(QStringLiteral("content_types"))},
             {"_rels/.rels", resource(QStringLiteral("package_relations"))},
-            {"docProps/core.xml", filled(core, {{"&now;", now()}, {"&title;", textOf(page.title)}})},
+            {"docProps/core.xml", filled(core, {{"&now;", now}, {"&title;", textOf(page.title)}})},
             {"xl/_rels/workbook.xml.rels", resource(QStringLiteral("workbook_relations"))},
             {"xl/workbook.xml", workbook(page, columns.size(), lastRow)},
             {"xl/styles.xml", styles(columns)}};

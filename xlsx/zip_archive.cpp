@@ -127,10 +127,6 @@ void ZipArchive::beginPart(std::string_view name) {
     stream_->level_buf_size = static_cast<std::uint32_t>(workspace_.size());
 }
 
-void ZipArchive::write(QByteArrayView bytes) {
-    pack(bytes, false);
-}
-
 void ZipArchive::endPart() {
     pack({}, true);
     const ZipPart& part = parts_.back();

@@ -34,7 +34,7 @@ public:
 
     /// `name` is plain ASCII with "/" between folders.
     void beginPart(std::string_view name);
-    void write(QByteArrayView bytes);
+    void write(QByteArrayView bytes) { pack(bytes, false); }
     void endPart();
 
     void writePart(std::string_view name, QByteArrayView bytes);

@@ -23,8 +23,8 @@ constexpr int padding = 560; // both sides of a cell, 0.35 mm each, and a reserv
 constexpr int filterButtonPixels = 20;
 
 // After the number of a cell's row.
-constexpr std::string_view textStart = R"(" t="inlineStr"><is><t>)";
-constexpr std::string_view keptTextStart = R"(" t="inlineStr"><is><t xml:space="preserve">)";
+constexpr std::string_view textStart = R"("><is><t>)";
+constexpr std::string_view keptTextStart = R"("><is><t xml:space="preserve">)";
 constexpr std::string_view numberStart = R"("><v>)";
 constexpr std::string_view blankEnd = R"("/>)";
 constexpr std::string_view textEnd = "</t></is></c>";
@@ -59,9 +59,10 @@ SheetWriter::SheetWriter(QIODevice& device, Page page, std::vector<Column> colum
         Cells& cells = cells_.emplace_back();
         cells.wrapWidth = fontUnits(widths[i]) - padding;
         for (int kind = 0; kind < cellKinds; ++kind) {
-            const int style = styleOf(i, static_cast<CellKind>(kind));
-            cells.starts[static_cast<std::size_t>(kind)] =
-                "<c s=\"" + std::to_string(style) + "\" r=\"" + columnLetters(i).toStdString();
+            const std::string start = "<c s=\"" + std::to_string(styleOf(i, static_cast<CellKind>(kind)));
+            const std::string name = "\" r=\"" + columnLetters(i).toStdString();
+            cells.texts[static_cast<std::size_t>(kind)] = start + "\" t=\"inlineStr" + name;
+            cells.others[static_cast<std::size_t>(kind)] = start + name;
         }
     }
     archive_.beginPart(sheetPartName);
@@ -72,7 +73,7 @@ SheetWriter::SheetWriter(QIODevice& device, Page page, std::vector<Column> colum
 void SheetWriter::writeHeader() {
     for (const Column& column : columns_) {
         const std::string text = textOf(column.header).toStdString();
-        char* const out = startCell(CellKind::Header, text.size());
+        char* const out = startText(CellKind::Header, text.size());
         endCell(append(append(out, keptTextStart), text), textEnd);
         // Room beside or below the caption for the button of the filter, which covers a cell's lower right.
         needLines(base::win1251::encode(column.header).toStdString(), fontUnits(filterButtonPixels), bold_);
@@ -89,7 +90,7 @@ void SheetWriter::text(std::string_view win1251) {
         throw std::length_error("a cell cannot hold a text of " + std::to_string(win1251.size()) +
                                 " characters");
     }
-    char* const out = startCell(CellKind::Value, (win1251.size() + 1) * longestCharacter);
+    char* const out = startText(CellKind::Value, (win1251.size() + 1) * longestCharacter);
     const bool kept = isBlank(win1251.front()) || isBlank(win1251.back());
     endCell(writeText(append(out, kept ? keptTextStart : textStart), win1251), textEnd);
     needLines(win1251, 0, regular_);
@@ -97,7 +98,7 @@ void SheetWriter::text(std::string_view win1251) {
 
 void SheetWriter::number(std::int64_t units) {
     const bool exact = isExactInSpreadsheet(units);
-    char* const out = startCell(exact ? CellKind::Value : CellKind::NumberAsText, longestNumber);
+    char* const out = exact ? startOther(CellKind::Value) : startText(CellKind::NumberAsText, longestNumber);
     const int digits = columns_[column_ - 1].fractionDigits.value_or(0);
     if (exact) {
         endCell(writeNumber(append(out, numberStart), units, digits), numberEnd);
@@ -111,7 +112,7 @@ void SheetWriter::number(std::int64_t units) {
 }
 
 void SheetWriter::blank() {
-    endCell(startCell(CellKind::Value, 0), blankEnd);
+    endCell(startOther(CellKind::Value), blankEnd);
 }
 
 void SheetWriter::endRow() {
@@ -121,7 +122,7 @@ void SheetWriter::endRow() {
 
 void SheetWriter::footer(std::size_t column, std::int64_t count) {
     for (std::size_t i = 0; i < columns_.size(); ++i) {
-        char* const out = startCell(CellKind::Footer, longestNumber);
+        char* const out = startOther(CellKind::Footer);
         if (i == column) {
             endCell(writeNumber(append(out, numberStart), count, 0), numberEnd);
         } else {
@@ -141,9 +142,21 @@ void SheetWriter::finish() {
     archive_.finish();
 }
 
-/// Begins the next cell with room for `bytes` of its value, and the row with its first cell; returns where
-/// what follows the number of the row goes.
-char* SheetWriter::startCell(CellKind kind, std::size_t bytes) {
+/// Begins a cell with room for `bytes` of its text; returns where what follows the number of the row goes.
+char* SheetWriter::startText(CellKind kind, std::size_t bytes) {
+    return startCell(nextCell(bytes).texts[static_cast<std::size_t>(kind)]);
+}
+
+char* SheetWriter::startOther(CellKind kind) {
+    return startCell(nextCell(longestNumber).others[static_cast<std::size_t>(kind)]);
+}
+
+char* SheetWriter::startCell(const std::string& start) {
+    return append(append(buffer_.data() + used_, start), rowNumber_);
+}
+
+/// Makes room for `bytes` of a cell's value, and begins the row with its first cell.
+const SheetWriter::Cells& SheetWriter::nextCell(std::size_t bytes) {
     if (column_ == columns_.size()) {
         throw std::logic_error("a row of a sheet has too many cells");
     }
@@ -154,8 +167,7 @@ char* SheetWriter::startCell(CellKind kind, std::size_t bytes) {
     if (column_ == 0) {
         startRow();
     }
-    const std::string& start = cells_[column_++].starts[static_cast<std::size_t>(kind)];
-    return append(append(buffer_.data() + used_, start), rowNumber_);
+    return cells_[column_++];
 }
 
 void SheetWriter::startRow() {

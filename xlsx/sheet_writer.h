@@ -36,16 +36,20 @@ public:
     void finish();
 
 private:
-    /// How the cells of a column begin, up to the number of their row. Their names stand late: what differs
+    /// How the cells of a column begin, up to the number of their row. Their names stand last: what differs
     /// from row to row is then followed by what all cells share, which packs better and faster.
     struct Cells {
-        std::array<std::string, cellKinds> starts;
-        int wrapWidth; ///< in units of the font
+        std::array<std::string, cellKinds> texts;
+        std::array<std::string, cellKinds> others; ///< numbers and blank cells
+        int wrapWidth;                             ///< in units of the font
     };
 
     void writeHeader();
     void startRow();
-    [[nodiscard]] char* startCell(CellKind kind, std::size_t bytes);
+    [[nodiscard]] char* startText(CellKind kind, std::size_t bytes);
+    [[nodiscard]] char* startOther(CellKind kind);
+    const Cells& nextCell(std::size_t bytes);
+    [[nodiscard]] char* startCell(const std::string& start);
     void endCell(char* out, std::string_view end);
     void needLines(std::string_view text, int reserve, const FontWidths& widths);
     void closeRow();

@@ -1,7 +1,6 @@
 #include "export/office_lock.h"
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QSysInfo>
 
@@ -16,16 +15,14 @@ QString hostOf(const QString& lockFile) {
     constexpr qsizetype hostField = 2;
     constexpr qint64 longestLock = 4096;
     QFile file(lockFile);
-    if (!file.open(QIODevice::ReadOnly)) {
-        return {};
-    }
-    return QString::fromUtf8(file.read(longestLock)).section(u',', hostField, hostField);
+    const QByteArray lock = file.open(QIODevice::ReadOnly) ? file.read(longestLock) : QByteArray();
+    return QString::fromUtf8(lock).section(u',', hostField, hostField);
 }
 
 /// Whether an office program of the account that owns the lock file runs on this machine.
 bool officeRunsFor(const QFileInfo& lockFile) {
     const QFileInfoList processes = QDir(QStringLiteral("/proc")).entryInfoList(QDir::Dirs);
-    return std::any_of(processes.begin(), processes.end(), [&lockFile](const QFileInfo& process) {
+    return std::ranges::any_of(processes, [&lockFile](const QFileInfo& process) {
         QFile name(process.filePath() + QStringLiteral("/comm"));
         return process.ownerId() == lockFile.ownerId() && name.open(QIODevice::ReadOnly) &&
                name.readAll().trimmed() == "soffice.bin";
@@ -43,10 +40,7 @@ std::optional<QString> officeLockOf(const QString& fileName) {
     // What runs on other machines cannot be seen; there the lock counts.
     const QString host = hostOf(lock.filePath());
     const bool here = host.isEmpty() || host.compare(QSysInfo::machineHostName(), Qt::CaseInsensitive) == 0;
-    if (here && !officeRunsFor(lock)) {
-        return std::nullopt;
-    }
-    return lock.filePath();
+    return here && !officeRunsFor(lock) ? std::nullopt : std::optional(lock.filePath());
 }
 
 } // namespace exporter

@@ -1,6 +1,6 @@
 #include "export/replacement_file.h"
 
-#include "export/export_error.h"
+#include "base/error.h"
 #include "export/office_lock.h"
 
 #include <QCryptographicHash>
@@ -30,103 +30,97 @@ QString temporaryName(const QString& target, const QString& extension) {
 }
 
 std::filesystem::path systemPath(const QString& name) {
-#ifdef Q_OS_WIN
-    return name.toStdWString();
-#else
-    return QFile::encodeName(name).toStdString();
-#endif
+    return QFileInfo(name).filesystemFilePath();
 }
 
-QString fileName(const std::filesystem::path& path) {
-#ifdef Q_OS_WIN
-    return QString::fromStdWString(path.generic_wstring());
-#else
-    return QFile::decodeName(path.c_str());
-#endif
-}
-
-/// Where a chain of symbolic links ends, whether there is a file or not.
+/// Where a chain of symbolic links ends, whether there is a file or not. Throws when a file of that name can
+/// be told to be impossible.
 QString behindLinks(const QString& target) {
+    if (target.contains(QChar::Null) || QFile::decodeName(QFile::encodeName(target)) != target) {
+        throw base::Error(QStringLiteral("имя содержит знаки, недопустимые в именах файлов"));
+    }
     std::filesystem::path path = systemPath(target);
     std::error_code error;
-    // A chain that leads back into itself has no status.
-    if (std::filesystem::status(path, error).type() == std::filesystem::file_type::none) {
-        return target;
+    const std::filesystem::file_status status = std::filesystem::status(path, error);
+    if (std::filesystem::is_directory(status)) {
+        throw base::Error(QStringLiteral("это имя занято папкой"));
+    }
+    // Among others a chain that leads back into itself.
+    if (!std::filesystem::status_known(status)) {
+        throw base::Error(qt_error_string(error.value()));
     }
     while (std::filesystem::is_symlink(path, error)) {
         path = path.parent_path() / std::filesystem::read_symlink(path);
     }
-    return fileName(path);
+    return QFileInfo(path).filePath();
 }
 
-int flush(int handle) {
-#ifdef Q_OS_WIN
-    return _commit(handle);
-#else
-    return fsync(handle);
+/// The superuser may write whatever the permissions of a file say.
+bool isReadOnly(const QFileInfo& file) {
+    const bool hasWriter = file.permissions() & (QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther);
+    return file.exists() && !(hasWriter && file.isWritable());
+}
+
+/// Only then is a new name sure to outlive a power cut. By now the file is whole under it, so that a file
+/// system which does not offer this is no failure.
+void flushFolder([[maybe_unused]] const QString& folder) {
+#ifndef Q_OS_WIN
+    const int handle = open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (handle >= 0) {
+        fsync(handle);
+        close(handle);
+    }
 #endif
 }
 
-/// Why no file can be written beside the target.
-QString reasonAgainstWriting(const QString& target) {
-    QFile file(temporaryName(target, QStringLiteral(".probe")));
-    if (!file.open(QIODevice::WriteOnly)) {
-        return file.errorString();
+bool flushFile(int handle) {
+#ifdef Q_OS_WIN
+    return _commit(handle) == 0;
+#else
+    return fsync(handle) == 0;
+#endif
+}
+
+/// The reason why the new file could not take the target's place.
+QString renamingReason(const std::error_code& error) {
+#ifdef Q_OS_WIN
+    constexpr int sharingViolation = 32; // ERROR_SHARING_VIOLATION and ERROR_ACCESS_DENIED of winerror.h
+    constexpr int accessDenied = 5;
+    if (error.value() == sharingViolation || error.value() == accessDenied) {
+        return QStringLiteral("файл открыт в другой программе; закройте его там");
     }
-    file.remove();
-    // Folder and rights are in order: what is left is the room for the file's contents.
-    return qt_error_string(ENOSPC);
+#endif
+    return qt_error_string(error.value());
 }
 
 } // namespace
 
 ReplacementFile::ReplacementFile(const QString& target)
-    : target_(target),
-      place_(behindLinks(target)),
+    : place_(behindLinks(target)),
       lock_(temporaryName(place_, QStringLiteral(".lock"))),
       file_(temporaryName(place_, QStringLiteral(".tmp"))) {
-    checkTarget();
-    checkUse();
+    checkUse(target);
     lock();
     if (!file_.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)) {
-        fail(file_.errorString());
+        throw base::Error(file_.errorString());
     }
 }
 
 ReplacementFile::~ReplacementFile() {
-    if (!committed_ && lock_.isLocked()) {
+    if (!committed_) {
         file_.remove();
     }
 }
 
-void ReplacementFile::checkTarget() const {
-    if (target_.contains(QChar::Null) || QFile::decodeName(QFile::encodeName(target_)) != target_) {
-        fail(QStringLiteral("имя содержит знаки, недопустимые в именах файлов"));
+void ReplacementFile::checkUse(const QString& target) const {
+    if (isReadOnly(QFileInfo(target))) {
+        throw base::Error(QStringLiteral("файл защищён от записи"));
     }
-    std::error_code error;
-    const std::filesystem::file_status status = std::filesystem::status(systemPath(target_), error);
-    if (std::filesystem::is_directory(status)) {
-        fail(QStringLiteral("это имя занято папкой"));
-    }
-    if (status.type() == std::filesystem::file_type::none) {
-        fail(qt_error_string(error.value()));
-    }
-    using std::filesystem::perms;
-    // The superuser may write whatever the file says.
-    const perms writers = perms::owner_write | perms::group_write | perms::others_write;
-    if (std::filesystem::exists(status) &&
-        ((status.permissions() & writers) == perms::none || !QFileInfo(target_).isWritable())) {
-        fail(QStringLiteral("файл защищён от записи"));
-    }
-}
-
-void ReplacementFile::checkUse() const {
-    for (const QString& name : {target_, place_}) {
+    for (const QString& name : {target, place_}) {
         if (const std::optional<QString> lock = officeLockOf(name)) {
-            fail(
-                QStringLiteral("файл открыт в другой программе; закройте его там, а если он нигде не открыт, "
-                               "удалите «%1»")
-                    .arg(*lock));
+            throw base::Error(QStringLiteral("файл открыт в другой программе; закройте его там, а если он "
+                                             "нигде не открыт, удалите «%1»")
+                                  .arg(*lock));
         }
     }
 }
@@ -137,77 +131,34 @@ void ReplacementFile::lock() {
     if (lock_.tryLock(0)) {
         return;
     }
-    if (lock_.error() != QLockFile::LockFailedError) {
-        fail(reasonAgainstWriting(place_));
+    if (lock_.error() == QLockFile::LockFailedError) {
+        // A lock that a power cut left unreadable stays for good; the user must know what to remove.
+        throw base::Error(QStringLiteral("этот файл сейчас записывает другая программа; если это не так, "
+                                         "удалите «%1»")
+                              .arg(lock_.fileName()));
     }
-    // A lock that a power cut left unreadable stays for good; the user must know what to remove.
-    fail(QStringLiteral("этот файл сейчас записывает другая программа; если это не так, удалите «%1»")
-             .arg(lock_.fileName()));
-}
-
-void ReplacementFile::append(QByteArrayView bytes) {
-    while (!bytes.isEmpty()) {
-        // A disk that fills up takes a part first and refuses the rest with its reason.
-        const qint64 written = file_.write(bytes.data(), bytes.size());
-        if (written <= 0) {
-            fail(file_.errorString());
-        }
-        bytes = bytes.sliced(written);
+    // The lock does not tell the reason, but a file in the same place does.
+    if (!file_.open(QIODevice::WriteOnly)) {
+        throw base::Error(file_.errorString());
     }
-}
-
-void ReplacementFile::overwrite(std::int64_t offset, QByteArrayView bytes) {
-    const qint64 end = file_.pos();
-    if (!file_.seek(offset)) {
-        fail(file_.errorString());
-    }
-    append(bytes);
-    if (!file_.seek(end)) {
-        fail(file_.errorString());
-    }
-}
-
-void ReplacementFile::flushToDisk() {
-    // A network drive may report only now that it has no room.
-    if (flush(file_.handle()) != 0) {
-        fail(qt_error_string(errno));
-    }
-    file_.close();
-    if (file_.error() != QFile::NoError) {
-        fail(file_.errorString());
-    }
-}
-
-/// Only then is the new name sure to outlive a power cut.
-void ReplacementFile::flushFolder() const {
-#ifndef Q_OS_WIN
-    const QByteArray folder = QFile::encodeName(QFileInfo(place_).path());
-    const int handle = open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (handle < 0) {
-        // A folder that one may write to but not read cannot be flushed.
-        return;
-    }
-    const int error = fsync(handle) == 0 ? 0 : errno;
-    close(handle);
-    if (error != 0 && error != EINVAL) { // EINVAL: the file system does not offer it
-        fail(qt_error_string(error));
-    }
-#endif
+    file_.remove();
+    // Folder and rights are in order: what is left is the room for the file's contents.
+    throw base::Error(qt_error_string(ENOSPC));
 }
 
 void ReplacementFile::commit() {
-    flushToDisk();
+    // A network drive may report only now that it has no room.
+    if (!flushFile(file_.handle())) {
+        throw base::Error(qt_error_string(errno));
+    }
+    file_.close();
     std::error_code error;
     std::filesystem::rename(systemPath(file_.fileName()), systemPath(place_), error);
     if (error) {
-        fail(qt_error_string(error.value()));
+        throw base::Error(renamingReason(error));
     }
     committed_ = true;
-    flushFolder();
-}
-
-void ReplacementFile::fail(const QString& reason) const {
-    throw ExportError(target_, reason);
+    flushFolder(QFileInfo(place_).path());
 }
 
 } // namespace exporter

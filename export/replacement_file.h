@@ -1,7 +1,5 @@
 #pragma once
 
-#include "xlsx/output.h"
-
 #include <QFile>
 #include <QLockFile>
 #include <QString>
@@ -10,32 +8,28 @@ namespace exporter {
 
 /// A file that is written under a temporary name and takes the place of its target in one step when it is
 /// complete. Until then, and whenever anything fails, the target is left as it was. A symbolic link stays:
-/// what it leads to is replaced. Everything throws ExportError with the system's reason.
+/// what it leads to is replaced. Everything throws base::Error with the reason.
 ///
 /// The temporary name follows from the target's, so that what a killed program left is overwritten by its
 /// next try; a lock keeps two programs apart that write the same file at once.
-class ReplacementFile final : public xlsx::Output {
+class ReplacementFile final {
 public:
     /// Throws when `target` can be told to be impossible, is read-only or in use by another program.
     explicit ReplacementFile(const QString& target);
     /// Removes the temporary file unless it has become the target.
-    ~ReplacementFile() override;
+    ~ReplacementFile();
+    Q_DISABLE_COPY_MOVE(ReplacementFile)
 
-    void append(QByteArrayView bytes) override;
-    void overwrite(std::int64_t offset, QByteArrayView bytes) override;
+    /// Where the contents go, unbuffered.
+    [[nodiscard]] QIODevice& device() { return file_; }
 
     /// Makes the written file the target.
     void commit();
 
 private:
-    void checkTarget() const;
-    void checkUse() const;
+    void checkUse(const QString& target) const;
     void lock();
-    void flushToDisk();
-    void flushFolder() const;
-    [[noreturn]] void fail(const QString& reason) const;
 
-    QString target_;
     QString place_; ///< of the target itself, behind all links
     QLockFile lock_;
     QFile file_;

@@ -1,10 +1,8 @@
 #include "export/table_export.h"
 
 #include "db/data_set.h"
-#include "export/export_error.h"
-#include "export/export_file_name.h"
+#include "export/export_names.h"
 #include "export/replacement_file.h"
-#include "export/sheet_name.h"
 #include "grid/rows/column.h"
 #include "grid/rows/table_model.h"
 #include "xlsx/sheet_writer.h"
@@ -15,9 +13,7 @@ namespace exporter {
 
 namespace {
 
-using Columns = std::vector<const grid::Column*>;
-
-std::vector<xlsx::Column> sheetColumns(const Columns& columns) {
+std::vector<xlsx::Column> sheetColumns(const std::vector<const grid::Column*>& columns) {
     std::vector<xlsx::Column> result;
     for (const grid::Column* column : columns) {
         const db::Field* const field = column->field();
@@ -44,25 +40,27 @@ void writeRow(xlsx::SheetWriter& writer, const db::RowStore& rows, int row,
     writer.endRow();
 }
 
-void writeRows(xlsx::SheetWriter& writer, const grid::TableModel& model, const Columns& columns) {
-    if (!model.dataSet().isOpen()) {
-        return;
-    }
+void writeTable(xlsx::SheetWriter& writer, const TableExtract& extract) {
+    const grid::TableModel& model = extract.model;
     std::vector<const db::Field*> fields;
-    for (const grid::Column* column : columns) {
+    for (const grid::Column* column : extract.columns) {
         fields.push_back(column->field());
     }
     for (int row = 0; row < model.rowCount(); ++row) {
         writeRow(writer, model.dataSet().rows(), model.dataSetRow(row), fields);
     }
+    const auto footer = std::ranges::find(extract.columns, extract.footerColumn);
+    if (footer != extract.columns.end()) {
+        writer.footer(static_cast<std::size_t>(footer - extract.columns.begin()), model.rowCount());
+    }
+    writer.finish();
 }
 
-void checkRowCount(const TableExtract& extract, const QString& fileName) {
+void checkRowCount(int rows) {
     constexpr int mostRows = xlsx::sheetRows - 2;
-    if (extract.model.rowCount() > mostRows) {
-        throw ExportError(fileName,
-                          QStringLiteral("строк %1, а на листе с шапкой и итогом помещается только %2")
-                              .arg(extract.model.rowCount())
+    if (rows > mostRows) {
+        throw base::Error(QStringLiteral("строк %1, а на листе с шапкой и итогом помещается только %2")
+                              .arg(rows)
                               .arg(mostRows));
     }
 }
@@ -72,19 +70,17 @@ void checkRowCount(const TableExtract& extract, const QString& fileName) {
 void exportTable(const TableExtract& extract, const QString& folder, const QString& name) {
     const QString fileName = workbookFileName(name);
     const QString stem = exportName(fileName);
-    const grid::TableModel& model = extract.model;
-    checkRowCount(extract, folder + fileName);
-    ReplacementFile file(folder + fileName);
-    xlsx::SheetWriter writer(file,
-                             {sheetName(stem), stem.trimmed(), extract.pageHeader, model.decimalPoint()},
-                             sheetColumns(extract.columns));
-    writeRows(writer, model, extract.columns);
-    const auto footer = std::ranges::find(extract.columns, extract.footerColumn);
-    if (footer != extract.columns.end()) {
-        writer.footer(static_cast<std::size_t>(footer - extract.columns.begin()), model.rowCount());
+    try {
+        checkRowCount(extract.model.rowCount());
+        ReplacementFile file(folder + fileName);
+        const xlsx::Page page{sheetName(stem), stem.trimmed(), extract.pageHeader,
+                              extract.model.decimalPoint()};
+        xlsx::SheetWriter writer(file.device(), page, sheetColumns(extract.columns));
+        writeTable(writer, extract);
+        file.commit();
+    } catch (const base::Error& error) {
+        throw ExportError(folder + fileName, error.message());
     }
-    writer.finish();
-    file.commit();
 }
 
 } // namespace exporter

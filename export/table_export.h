@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/error.h"
+
 #include <QString>
 
 #include <vector>
@@ -10,6 +12,14 @@ class TableModel;
 } // namespace grid
 
 namespace exporter {
+
+/// A grid could not be written to its workbook; an earlier workbook of that name is still whole.
+class ExportError : public base::Error {
+public:
+    /// `reason` is the system's or the workbook writer's text.
+    ExportError(const QString& fileName, const QString& reason)
+        : base::Error(QStringLiteral("Не удалось выгрузить таблицу в файл «%1»: %2").arg(fileName, reason)) {}
+};
 
 /// What is written of a table.
 struct TableExtract {

@@ -6,21 +6,25 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
+#include <charconv>
 #include <cstring>
 
 namespace xlsx {
 
 namespace {
 
+constexpr std::int64_t firstTooLong = 1'000'000'000'000'000; // for a spreadsheet's numbers
+
 /// What stands for one byte.
 struct Encoded {
     std::array<char, longestCharacter - 1> bytes{};
     std::uint8_t length = 0;
-};
-static_assert(sizeof(Encoded) == longestCharacter);
 
-constexpr char16_t escapeStart = u'_';
+    Encoded() = default;
+    explicit Encoded(const QByteArray& text) : length(static_cast<std::uint8_t>(text.size())) {
+        std::ranges::copy(text, bytes.begin());
+    }
+};
 
 QByteArray escaped(char16_t unit) {
     return "_x" + QByteArray::number(unit, 16).rightJustified(4, '0').toUpper() + "_";
@@ -45,24 +49,11 @@ QByteArray encodedUnit(char16_t unit) {
     }
 }
 
-Encoded encoded(const QByteArray& bytes) {
-    Encoded result;
-    std::copy(bytes.begin(), bytes.end(), result.bytes.begin());
-    result.length = static_cast<std::uint8_t>(bytes.size());
-    return result;
-}
-
-using EncodingTable = std::array<Encoded, 256>;
-
-EncodingTable makeTable() {
-    EncodingTable table;
-    std::transform(base::win1251::characters.begin(), base::win1251::characters.end(), table.begin(),
-                   [](char16_t unit) { return encoded(encodedUnit(unit)); });
+std::array<Encoded, 256> makeTable() {
+    std::array<Encoded, 256> table;
+    std::ranges::transform(base::win1251::characters, table.begin(),
+                           [](char16_t unit) { return Encoded(encodedUnit(unit)); });
     return table;
-}
-
-bool isHexDigit(QChar unit) {
-    return QStringView(u"0123456789ABCDEFabcdef").contains(unit);
 }
 
 /// Whether a reader would take the beginning of `text`, which is a "_", for an escaped character. What is
@@ -71,22 +62,19 @@ bool looksEscaped(QStringView text) {
     if (text.size() <= 6 || text[1] != u'x') {
         return false;
     }
-    const QStringView digits = text.sliced(2, 4);
-    return std::all_of(digits.begin(), digits.end(), isHexDigit) &&
-           (text[6] == u'_' || needsEscape(text[6].unicode()));
-}
-
-bool looksEscaped(std::string_view text) {
-    return text.size() > 6 && text[1] == 'x' && looksEscaped(base::win1251::decode(text.substr(0, 7)));
+    const bool hex = std::ranges::all_of(text.sliced(2, 4), [](QChar digit) {
+        return QStringView(u"0123456789ABCDEFabcdef").contains(digit);
+    });
+    return hex && (text[6] == u'_' || needsEscape(text[6].unicode()));
 }
 
 } // namespace
 
 char* writeText(char* out, std::string_view win1251) {
-    static const EncodingTable table = makeTable();
-    static const Encoded start = encoded(escaped(escapeStart));
+    static const std::array<Encoded, 256> table = makeTable();
+    static const Encoded start(escaped(u'_'));
     for (std::size_t i = 0; i < win1251.size(); ++i) {
-        const bool plain = win1251[i] != '_' || !looksEscaped(win1251.substr(i));
+        const bool plain = win1251[i] != '_' || !looksEscaped(base::win1251::decode(win1251.substr(i, 7)));
         const Encoded& entry = plain ? table[static_cast<unsigned char>(win1251[i])] : start;
         // A copy of fixed size is the fastest; `length` bytes of it count.
         std::memcpy(out, entry.bytes.data(), entry.bytes.size());
@@ -109,6 +97,38 @@ QByteArray textOf(QStringView text) {
         }
     }
     return result;
+}
+
+char* writeNumber(char* out, std::int64_t units, int fractionDigits) {
+    auto rest = static_cast<std::uint64_t>(units);
+    if (units < 0) {
+        *out++ = '-';
+        // Defined for the smallest value too.
+        rest = 0 - rest;
+    }
+    std::uint64_t one = 1;
+    for (int i = 0; i < fractionDigits; ++i) {
+        one *= 10;
+    }
+    out = std::to_chars(out, out + longestNumber, rest / one).ptr;
+    if (fractionDigits == 0) {
+        return out;
+    }
+    *out = '.';
+    for (int i = fractionDigits; i > 0; --i, rest /= 10) {
+        out[i] = static_cast<char>('0' + rest % 10);
+    }
+    return out + fractionDigits + 1;
+}
+
+bool isExactInSpreadsheet(std::int64_t units) {
+    while (units <= -firstTooLong || units >= firstTooLong) {
+        if (units % 10 != 0) {
+            return false;
+        }
+        units /= 10;
+    }
+    return true;
 }
 
 } // namespace xlsx

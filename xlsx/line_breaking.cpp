@@ -106,10 +106,6 @@ private:
     int lines_ = 1;
 };
 
-[[nodiscard]] bool endsParagraph(char character) {
-    return character == '\n' || character == '\r';
-}
-
 /// Most texts fit into their cell as they are.
 bool fitsOneLine(std::string_view text, int width, const FontWidths& widths) {
     int total = 0;
@@ -129,13 +125,12 @@ int linesOf(std::string_view text, int width, const FontWidths& widths) {
     }
     int lines = 0;
     for (;;) {
-        const auto end = std::find_if(text.begin(), text.end(), endsParagraph);
-        lines += Paragraph(width, widths).lines({text.begin(), end});
-        if (end == text.end()) {
+        const std::size_t end = text.find_first_of("\r\n");
+        lines += Paragraph(width, widths).lines(text.substr(0, end));
+        if (end == text.npos) {
             return lines;
         }
-        const bool isPair = *end == '\r' && end + 1 != text.end() && end[1] == '\n';
-        text = {end + (isPair ? 2 : 1), text.end()};
+        text.remove_prefix(end + (text.substr(end, 2) == "\r\n" ? 2 : 1));
     }
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "xlsx/font_widths.h"
+#include "xlsx/resources.h"
 
 #include <string_view>
 

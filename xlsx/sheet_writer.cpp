@@ -3,14 +3,9 @@
 #include "base/win1251.h"
 #include "xlsx/cell_text.h"
 #include "xlsx/line_breaking.h"
-#include "xlsx/number_text.h"
-#include "xlsx/package_parts.h"
-#include "xlsx/sheet_frame.h"
-#include "xlsx/styles.h"
 
 #include <algorithm>
 #include <stdexcept>
-#include <string>
 
 namespace xlsx {
 
@@ -22,85 +17,66 @@ constexpr std::size_t cellFrame = 512; // more than what stands around a value, 
 // Calibri 11 sets a line in 15 points; a row has at most 409.5 (ECMA-376 part 1, 18.3.1.73).
 constexpr int linePoints = 15;
 constexpr int tallestRowLines = 27;
-constexpr std::size_t heightBytes = 5;
-constexpr const char* tallestRow = "409.5";
+constexpr std::string_view tallestRow = "409.5";
 
 constexpr int padding = 560; // both sides of a cell, 0.35 mm each, and a reserve, in units of the font
 constexpr int filterButtonPixels = 20;
 
-constexpr auto rowStart = "<row r=\"";
-constexpr auto heightStart = "\" ht=\"";
-constexpr auto rowEnd = "</row>";
-constexpr auto textType = "\" t=\"inlineStr\"";
-constexpr auto numberType = "\"";
-
 // After the number of a cell's row.
-constexpr Fragment textStart("\"><is><t>");
-constexpr Fragment keptTextStart("\"><is><t xml:space=\"preserve\">");
-constexpr Fragment numberStart("\"><v>");
-constexpr Fragment blankEnd("\"/>");
-constexpr auto textEnd = "</t></is></c>";
-constexpr auto numberEnd = "</v></c>";
+constexpr std::string_view textStart = R"("><is><t>)";
+constexpr std::string_view keptTextStart = R"("><is><t xml:space="preserve">)";
+constexpr std::string_view numberStart = R"("><v>)";
+constexpr std::string_view blankEnd = R"("/>)";
+constexpr std::string_view textEnd = "</t></is></c>";
+constexpr std::string_view numberEnd = "</v></c>";
 
 /// Pixels of a sheet in units of the font's widths: LibreOffice makes the seven of a digit 5.55 points.
 int fontUnits(int pixels) {
     return pixels * 1475 / 10;
 }
 
-/// Five characters for every height, so that it can be filled in when the row is complete.
-QByteArray heightText(int lines) {
-    return lines > tallestRowLines ? QByteArray(tallestRow)
-                                   : (QByteArray::number(lines * linePoints) + ".00").first(heightBytes);
+/// As many characters for every height, so that it can be filled in when the row is complete.
+std::string heightText(int lines) {
+    return lines > tallestRowLines
+               ? std::string(tallestRow)
+               : (std::to_string(lines * linePoints) + ".00").substr(0, tallestRow.size());
 }
 
 bool isBlank(char character) {
     return character == ' ' || character == '\t' || character == '\n';
 }
 
-char* append(char* out, QByteArrayView bytes) {
+char* append(char* out, std::string_view bytes) {
     return std::copy(bytes.begin(), bytes.end(), out);
 }
 
 } // namespace
 
-SheetWriter::SheetWriter(Output& output, Page page, std::span<const Column> columns)
-    : archive_(output), page_(std::move(page)), buffer_(2 * flushedBytes) {
-    for (const Part& part : fixedParts(page_)) {
-        archive_.writePart(part.name, part.bytes);
-    }
-    archive_.writePart(stylesPartName, stylesPart(columns));
-
-    const std::vector<int> widths = sheetWidths(columns);
-    for (std::size_t i = 0; i < columns.size(); ++i) {
-        const auto start = [i](CellKind kind, const char* type) {
-            const QByteArray text =
-                "<c s=\"" + QByteArray::number(styleOf(i, kind)) + type + " r=\"" + columnLetters(i);
-            return Fragment(text.toStdString());
-        };
-        Cells& cells = columns_.emplace_back();
-        cells.header = start(CellKind::Header, textType);
-        cells.text = start(CellKind::Value, textType);
-        cells.number = start(CellKind::Value, numberType);
-        cells.numberAsText = start(CellKind::NumberAsText, textType);
-        cells.footer = start(CellKind::Footer, numberType);
-        cells.fractionDigits = columns[i].fractionDigits.value_or(0);
+SheetWriter::SheetWriter(QIODevice& device, Page page, std::vector<Column> columns)
+    : archive_(device), page_(std::move(page)), columns_(std::move(columns)), buffer_(2 * flushedBytes) {
+    const std::vector<int> widths = sheetWidths(columns_);
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+        Cells& cells = cells_.emplace_back();
         cells.wrapWidth = fontUnits(widths[i]) - padding;
+        for (int kind = 0; kind < cellKinds; ++kind) {
+            const std::string start = "<c s=\"" + std::to_string(styleOf(i, static_cast<CellKind>(kind)));
+            const std::string name = "\" r=\"" + columnLetters(i).toStdString();
+            cells.texts[static_cast<std::size_t>(kind)] = start + "\" t=\"inlineStr" + name;
+            cells.others[static_cast<std::size_t>(kind)] = start + name;
+        }
     }
-
     archive_.beginPart(sheetPartName);
-    const QByteArray frame = beforeRows(widths);
-    archive_.write(frame);
-    writeHeader(columns);
+    archive_.write(beforeRows(columns_));
+    writeHeader();
 }
 
-void SheetWriter::writeHeader(std::span<const Column> columns) {
-    for (const Column& column : columns) {
-        const QByteArray text = textOf(column.header);
-        const Cells& cells = nextCell(static_cast<std::size_t>(text.size()));
-        endCell(append(append(startCell(cells.header, keptTextStart), text), textEnd));
+void SheetWriter::writeHeader() {
+    for (const Column& column : columns_) {
+        const std::string text = textOf(column.header).toStdString();
+        char* const out = startText(CellKind::Header, text.size());
+        endCell(append(append(out, keptTextStart), text), textEnd);
         // Room beside or below the caption for the button of the filter, which covers a cell's lower right.
-        needLines(linesOf(base::win1251::encode(column.header).toStdString(),
-                          cells.wrapWidth - fontUnits(filterButtonPixels), boldWidths));
+        needLines(base::win1251::encode(column.header).toStdString(), fontUnits(filterButtonPixels), bold_);
     }
     endRow();
 }
@@ -114,31 +90,29 @@ void SheetWriter::text(std::string_view win1251) {
         throw std::length_error("a cell cannot hold a text of " + std::to_string(win1251.size()) +
                                 " characters");
     }
-    const Cells& cells = nextCell((win1251.size() + 1) * longestCharacter);
+    char* const out = startText(CellKind::Value, (win1251.size() + 1) * longestCharacter);
     const bool kept = isBlank(win1251.front()) || isBlank(win1251.back());
-    char* const out = writeText(startCell(cells.text, kept ? keptTextStart : textStart), win1251);
-    endCell(append(out, textEnd));
-    needLines(linesOf(win1251, cells.wrapWidth, regularWidths));
+    endCell(writeText(append(out, kept ? keptTextStart : textStart), win1251), textEnd);
+    needLines(win1251, 0, regular_);
 }
 
 void SheetWriter::number(std::int64_t units) {
-    const Cells& cells = nextCell(longestNumber);
-    if (isExactInSpreadsheet(units)) {
-        char* const out = writeNumber(startCell(cells.number, numberStart), units, cells.fractionDigits);
-        endCell(append(out, numberEnd));
+    const bool exact = isExactInSpreadsheet(units);
+    char* const out = exact ? startOther(CellKind::Value) : startText(CellKind::NumberAsText, longestNumber);
+    const int digits = columns_[column_ - 1].fractionDigits.value_or(0);
+    if (exact) {
+        endCell(writeNumber(append(out, numberStart), units, digits), numberEnd);
         return;
     }
-    std::array<char, longestNumber> buffer;
-    const char* const end = writeNumber(buffer.data(), units, cells.fractionDigits);
-    const std::string_view digits(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
-    const QByteArray shown = textOf(QString::fromLatin1(digits).replace(u'.', page_.decimalPoint));
-    endCell(append(append(startCell(cells.numberAsText, textStart), shown), textEnd));
-    needLines(linesOf(digits, cells.wrapWidth, regularWidths));
+    char* const value = append(out, textStart);
+    char* const end = writeNumber(value, units, digits);
+    std::replace(value, end, '.', page_.decimalPoint.toLatin1());
+    endCell(end, textEnd);
+    needLines({value, end}, 0, regular_);
 }
 
 void SheetWriter::blank() {
-    const Cells& cells = nextCell(0);
-    endCell(startCell(cells.number, blankEnd));
+    endCell(startOther(CellKind::Value), blankEnd);
 }
 
 void SheetWriter::endRow() {
@@ -148,25 +122,40 @@ void SheetWriter::endRow() {
 
 void SheetWriter::footer(std::size_t column, std::int64_t count) {
     for (std::size_t i = 0; i < columns_.size(); ++i) {
-        const Cells& cells = nextCell(longestNumber);
-        endCell(i == column ? append(writeNumber(startCell(cells.footer, numberStart), count, 0), numberEnd)
-                            : startCell(cells.footer, blankEnd));
+        char* const out = startOther(CellKind::Footer);
+        if (i == column) {
+            endCell(writeNumber(append(out, numberStart), count, 0), numberEnd);
+        } else {
+            endCell(out, blankEnd);
+        }
     }
     closeRow();
 }
 
 void SheetWriter::finish() {
     flush();
-    const QByteArray lastColumn = columnLetters(columns_.size() - 1);
-    const QByteArray lastRow = QByteArray::number(rows_);
-    archive_.write(afterRows(page_, "A1:" + lastColumn + lastRow));
+    archive_.write(afterRows(page_, columns_.size(), rows_));
     archive_.endPart();
-    const Part workbook = workbookPart(page_, "$A$1:$" + lastColumn + '$' + lastRow);
-    archive_.writePart(workbook.name, workbook.bytes);
+    for (const Part& part : partsBesideSheet(page_, columns_, rows_)) {
+        archive_.writePart(part.name, part.bytes);
+    }
     archive_.finish();
 }
 
-/// Begins a row with its first cell and makes room for `bytes` of a cell's value.
+/// Begins a cell with room for `bytes` of its text; returns where what follows the number of the row goes.
+char* SheetWriter::startText(CellKind kind, std::size_t bytes) {
+    return startCell(nextCell(bytes).texts[static_cast<std::size_t>(kind)]);
+}
+
+char* SheetWriter::startOther(CellKind kind) {
+    return startCell(nextCell(longestNumber).others[static_cast<std::size_t>(kind)]);
+}
+
+char* SheetWriter::startCell(const std::string& start) {
+    return append(append(buffer_.data() + used_, start), rowNumber_);
+}
+
+/// Makes room for `bytes` of a cell's value, and begins the row with its first cell.
 const SheetWriter::Cells& SheetWriter::nextCell(std::size_t bytes) {
     if (column_ == columns_.size()) {
         throw std::logic_error("a row of a sheet has too many cells");
@@ -178,27 +167,24 @@ const SheetWriter::Cells& SheetWriter::nextCell(std::size_t bytes) {
     if (column_ == 0) {
         startRow();
     }
-    return columns_[column_++];
+    return cells_[column_++];
 }
 
 void SheetWriter::startRow() {
     lines_ = 1;
-    rowNumber_ = Fragment(std::to_string(rows_ + 1));
-    char* const out = append(rowNumber_.copyTo(append(buffer_.data() + used_, rowStart)), heightStart);
-    height_ = static_cast<std::size_t>(out - buffer_.data());
-    endCell(append(out + heightBytes, "\">"));
+    rowNumber_ = std::to_string(rows_ + 1);
+    const std::string start = "<row r=\"" + rowNumber_ + "\" ht=\"";
+    height_ = used_ + start.size();
+    endCell(append(append(buffer_.data() + used_, start), tallestRow), "\">");
 }
 
-char* SheetWriter::startCell(const Fragment& kind, const Fragment& end) {
-    return end.copyTo(rowNumber_.copyTo(kind.copyTo(buffer_.data() + used_)));
+void SheetWriter::endCell(char* out, std::string_view end) {
+    used_ = static_cast<std::size_t>(append(out, end) - buffer_.data());
 }
 
-void SheetWriter::endCell(const char* end) {
-    used_ = static_cast<std::size_t>(end - buffer_.data());
-}
-
-void SheetWriter::needLines(int lines) {
-    lines_ = std::max(lines_, lines);
+/// Makes the row high enough for the text of the cell that was written last, beside a reserve in its width.
+void SheetWriter::needLines(std::string_view text, int reserve, const FontWidths& widths) {
+    lines_ = std::max(lines_, linesOf(text, cells_[column_ - 1].wrapWidth - reserve, widths));
 }
 
 void SheetWriter::closeRow() {
@@ -207,7 +193,7 @@ void SheetWriter::closeRow() {
     }
     append(buffer_.data() + height_, heightText(lines_));
     // A cell leaves at least its frame unused behind it.
-    endCell(append(buffer_.data() + used_, rowEnd));
+    endCell(buffer_.data() + used_, "</row>");
     column_ = 0;
     if (used_ >= flushedBytes) {
         flush();

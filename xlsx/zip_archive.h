@@ -1,25 +1,40 @@
 #pragma once
 
-#include "xlsx/deflater.h"
+#include <QByteArrayView>
+#include <QtGlobal>
 
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
+class QIODevice;
+struct isal_zstream;
+
 namespace xlsx {
 
-class Output;
+/// What an archive knows of one of its parts.
+struct ZipPart {
+    std::string name;
+    std::uint64_t offset = 0;
+    std::uint64_t size = 0;
+    std::uint64_t packedSize = 0;
+    std::uint32_t checksum = 0;
+};
 
 /// A ZIP archive whose parts are packed while they are written, one after the other. Parts and archives may
-/// exceed 4 GiB. Everything throws what the output throws.
+/// exceed 4 GiB. Everything throws base::Error with the device's reason when that refuses bytes.
 class ZipArchive final {
 public:
-    explicit ZipArchive(Output& output) : output_(output) {}
+    /// Writes from the device's position on; the device is random-access and open for writing.
+    explicit ZipArchive(QIODevice& device);
+    ~ZipArchive();
+    Q_DISABLE_COPY_MOVE(ZipArchive)
 
     /// `name` is plain ASCII with "/" between folders.
     void beginPart(std::string_view name);
-    void write(QByteArrayView bytes);
+    void write(QByteArrayView bytes) { pack(bytes, false); }
     void endPart();
 
     void writePart(std::string_view name, QByteArrayView bytes);
@@ -28,24 +43,16 @@ public:
     void finish();
 
 private:
-    struct Part {
-        std::string name;
-        std::uint64_t offset = 0;
-        std::uint64_t size = 0;
-        std::uint64_t packedSize = 0;
-        std::uint32_t checksum = 0;
-    };
-
-    [[nodiscard]] static std::string commonFields(const Part& part, bool large, std::size_t extraBytes);
-    [[nodiscard]] static std::string localHeader(const Part& part);
-    [[nodiscard]] static std::string directoryEntry(const Part& part);
+    [[nodiscard]] std::uint64_t position() const;
+    void seek(std::uint64_t position);
     void append(QByteArrayView bytes);
     void pack(QByteArrayView bytes, bool last);
 
-    Output& output_;
-    Deflater deflater_;
-    std::vector<Part> parts_;
-    std::uint64_t length_ = 0;
+    QIODevice& device_;
+    std::unique_ptr<isal_zstream> stream_;
+    std::vector<unsigned char> workspace_;
+    std::vector<unsigned char> packed_;
+    std::vector<ZipPart> parts_;
 };
 
 } // namespace xlsx

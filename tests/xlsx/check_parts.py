@@ -102,6 +102,18 @@ def check_cells(sheet, styles):
     return wrong
 
 
+def check_names(workbook, sheet):
+    """The names by which a spreadsheet finds the filtered table and the row that it prints on every page."""
+    quoted = "'" + workbook.find(f"{MAIN}sheets/{MAIN}sheet").get("name").replace("'", "''") + "'!"
+    table = sheet.find(MAIN + "autoFilter").get("ref")
+    wanted = {"_xlnm._FilterDatabase": ("1", quoted + re.sub(r"([A-Z]+)(\d+)", r"$\1$\2", table)),
+              "_xlnm.Print_Titles": (None, quoted + "$1:$1")}
+    found = {name.get("name"): (name.get("hidden"), name.text) for name in workbook.iter(MAIN + "definedName")}
+    rows = sheet.find(MAIN + "sheetData")
+    last = rows[-2][-1].get("r")  # above the footer
+    return ([] if found == wanted else [f"names {found}"]) + ([] if table == f"A1:{last}" else [f"the table is {table}"])
+
+
 def main(path):
     archive = zipfile.ZipFile(path)
     parts = {name: ElementTree.fromstring(archive.read(name)) for name in archive.namelist()}
@@ -115,7 +127,7 @@ def main(path):
     sheet, styles = parts["xl/worksheets/sheet1.xml"], parts["xl/styles.xml"]
     for part in (sheet, styles, parts["xl/workbook.xml"]):
         wrong += check_element(part)
-    return wrong + check_cells(sheet, styles)
+    return wrong + check_cells(sheet, styles) + check_names(parts["xl/workbook.xml"], sheet)
 
 
 if __name__ == "__main__":

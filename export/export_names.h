@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// The names of an export: its file's and its own.
+/// The names of an export: its file's, its own and its sheet's.
 namespace exporter {
 
 /// The file that is written for `name`: ".xlsx" stands in the place of everything from the last point on, or
@@ -11,5 +11,9 @@ namespace exporter {
 
 /// `fileName` without its folder and without everything from its last point on.
 [[nodiscard]] QString exportName(const QString& fileName);
+
+/// The name of a sheet that comes closest to `name`: at most 31 UTF-16 units, what sheet names may not hold
+/// replaced by "_", never empty and never the one that spreadsheets keep for themselves. Blanks stay.
+[[nodiscard]] QString sheetName(const QString& name);
 
 } // namespace exporter

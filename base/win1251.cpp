@@ -41,10 +41,16 @@ constexpr std::array<char16_t, 256> makeCharacters() {
 
 std::unordered_map<char16_t, char> makeBytes() {
     std::unordered_map<char16_t, char> bytes;
-    for (std::size_t byte = asciiEnd; byte < characters.size(); ++byte) {
+    for (std::size_t byte = 0; byte < characters.size(); ++byte) {
         bytes.emplace(characters[byte], static_cast<char>(byte));
     }
     return bytes;
+}
+
+std::optional<char> byteOf(QChar character) {
+    static const std::unordered_map<char16_t, char> bytes = makeBytes();
+    const auto found = bytes.find(character.unicode());
+    return found == bytes.end() ? std::nullopt : std::optional(found->second);
 }
 
 } // namespace
@@ -60,17 +66,24 @@ QString decode(std::string_view bytes) {
     return text;
 }
 
-QByteArray encode(QStringView text) {
-    static const std::unordered_map<char16_t, char> upperBytes = makeBytes();
+std::optional<QByteArray> tryEncode(QStringView text) {
     QByteArray bytes;
     bytes.reserve(text.size());
     for (const QChar character : text) {
-        if (character.unicode() < asciiEnd) {
-            bytes.append(static_cast<char>(character.unicode()));
-            continue;
+        const std::optional<char> byte = byteOf(character);
+        if (!byte) {
+            return std::nullopt;
         }
-        const auto found = upperBytes.find(character.unicode());
-        bytes.append(found == upperBytes.end() ? substitute : found->second);
+        bytes.append(*byte);
+    }
+    return bytes;
+}
+
+QByteArray encode(QStringView text) {
+    QByteArray bytes;
+    bytes.reserve(text.size());
+    for (const QChar character : text) {
+        bytes.append(byteOf(character).value_or(substitute));
     }
     return bytes;
 }

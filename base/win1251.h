@@ -4,6 +4,7 @@
 #include <QString>
 
 #include <array>
+#include <optional>
 #include <string_view>
 
 /// Windows code page 1251, the character set of the connection.
@@ -14,6 +15,9 @@ extern const std::array<char16_t, 256> characters;
 
 /// Decodes any bytes without loss.
 [[nodiscard]] QString decode(std::string_view bytes);
+
+/// Encodes; nothing when the code page lacks a character.
+[[nodiscard]] std::optional<QByteArray> tryEncode(QStringView text);
 
 /// Encodes; a character that the code page lacks becomes the control character SUBSTITUTE (0x1A).
 [[nodiscard]] QByteArray encode(QStringView text);

@@ -1,16 +1,58 @@
 #include "browser/selector.h"
 
+#include "ui/fonts.h"
+
 #include <QCoreApplication>
+#include <QLineEdit>
+#include <QSignalBlocker>
 #include <QWheelEvent>
 
 namespace browser {
 
-Selector::Selector(QWidget* parent) : QComboBox(parent) {
+namespace {
+
+constexpr QRgb background = qRgb(255, 251, 240);
+constexpr QRgb warningBackground = qRgb(255, 214, 204);
+
+} // namespace
+
+Selector::Selector(const QString& hint, QWidget* parent) : QComboBox(parent), hint_(hint) {
     setEditable(true);
     setInsertPolicy(NoInsert);
     // What is typed is taken letter by letter; completing it would choose what the user did not type.
     setCompleter(nullptr);
     setFocusPolicy(Qt::StrongFocus);
+    setFont(ui::pixelFont(QStringLiteral("Tahoma"), 13));
+    setBackground(background);
+    setToolTip(hint);
+    setStatusTip(hint);
+    setAccessibleName(hint);
+    lineEdit()->setPlaceholderText(hint);
+    connect(this, &QComboBox::editTextChanged, this, &Selector::takeTypedItem);
+}
+
+void Selector::setWarning(const QString& warning) {
+    setToolTip(warning.isEmpty() ? hint_ : warning);
+    setAccessibleDescription(warning);
+    setBackground(warning.isEmpty() ? background : warningBackground);
+}
+
+void Selector::setBackground(QRgb color) {
+    QPalette colors = palette();
+    colors.setColor(QPalette::Base, QColor(color));
+    setPalette(colors);
+}
+
+/// Lets keys, wheel and list go on from a typed text; the text itself has been told of already.
+void Selector::takeTypedItem(const QString& text) {
+    const int item = findText(text, Qt::MatchExactly | Qt::MatchCaseSensitive);
+    if (item < 0 || itemText(currentIndex()) == text) {
+        return;
+    }
+    const QSignalBlocker blocker(this);
+    const int cursor = lineEdit()->cursorPosition();
+    setCurrentIndex(item);
+    lineEdit()->setCursorPosition(cursor);
 }
 
 void Selector::hidePopup() {

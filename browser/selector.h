@@ -4,18 +4,29 @@
 
 namespace browser {
 
-/// A list to choose from and to type into. The wheel turns it only while it has the focus, so that a stray
-/// notch never shows the prices of another region.
+/// A list to choose from and to type into; a typed text that stands in the list is that item. The wheel turns
+/// it only while it has the focus, so that a stray notch never shows the prices of another region.
 class Selector final : public QComboBox {
     Q_OBJECT
 
 public:
-    explicit Selector(QWidget* parent);
+    /// `hint` says what is chosen; it stands in the empty field too.
+    Selector(const QString& hint, QWidget* parent);
+
+    /// Marks a text that does not say what is shown; `warning` tells what is. An empty one takes the mark
+    /// away.
+    void setWarning(const QString& warning);
 
     void hidePopup() override;
 
 protected:
     void wheelEvent(QWheelEvent* event) override;
+
+private:
+    void takeTypedItem(const QString& text);
+    void setBackground(QRgb color);
+
+    QString hint_;
 };
 
 } // namespace browser

@@ -14,10 +14,11 @@ constexpr int initialRegionIndex = 3;
 constexpr int initialPeriodIndex = 0;
 
 /// Lists the values of `column` and selects the one at `index`; a shorter list leaves the selector's text.
-void fillSelector(QComboBox& selector, const db::DataSet& dataSet, const QString& column, int index) {
+void fillSelector(QComboBox& selector, db::DataSet& dataSet, const QString& column, int index) {
     QStringList items;
     const db::Field& field = dataSet.field(column);
     for (int row = 0; row < dataSet.rowCount(); ++row) {
+        dataSet.moveTo(row);
         items += dataSet.text(row, field);
     }
     const QString text = selector.currentText();
@@ -36,7 +37,8 @@ void fillSelector(QComboBox& selector, const db::DataSet& dataSet, const QString
 void fillRegionSelector(TDM& module, QComboBox& selector) {
     module.pFIBDataSet1.open();
     fillSelector(selector, module.pFIBDataSet1, QStringLiteral("NAME"), initialRegionIndex);
-    if (data::locateRegion(module, selector.currentText())) {
+    // Where the list is short the selector still holds its first text, which names no region on purpose.
+    if (selector.currentIndex() >= 0 && data::locateRegion(module, selector.currentText())) {
         CurRegionId = data::currentRegionId(module);
     }
 }

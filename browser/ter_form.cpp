@@ -1,6 +1,7 @@
 #include "browser/ter_form.h"
 
 #include "base/error.h"
+#include "base/heap.h"
 #include "base/program_place.h"
 #include "browser/banner.h"
 #include "browser/grid_export.h"
@@ -17,7 +18,6 @@
 #include "ui/screen_cursor.h"
 #include "ui/tight_layout.h"
 
-#include <QComboBox>
 #include <QDir>
 #include <QLineEdit>
 #include <QPushButton>
@@ -44,7 +44,6 @@ constexpr int buttonPanelHeight = 41;
 constexpr QRect buttonPlace(0, 10, 121, 25);
 constexpr int treeMargin = 3;
 const QColor bannerColor(0, 0, 255);
-const QColor selectorBackground(255, 251, 240);
 
 template <typename Widget>
 Widget* named(Widget* widget, const char* name) {
@@ -64,7 +63,7 @@ QFrame* makePanel(QWidget* parent, const char* name, QFrame::Shape shape) {
 /// A selector of the bar at the top.
 struct TTERForm::SelectorSpec {
     struct Control {
-        QComboBox* TTERForm::*member;
+        browser::Selector* TTERForm::*member;
         const char* name;
         int width;
         void (TTERForm::*handler)();
@@ -220,19 +219,10 @@ void TTERForm::createSelectors(QVBoxLayout& layout) {
     Panel2->setFixedHeight(selectorBarHeight);
     auto* const bar = ui::makeTightLayout<QHBoxLayout>(Panel2);
     for (const SelectorSpec& spec : selectors) {
-        QComboBox* const selector = named(new browser::Selector(Panel2), spec.control.name);
+        auto* const selector = named(new browser::Selector(spec.hint.toString(), Panel2), spec.control.name);
         this->*spec.control.member = selector;
         selector->setFixedWidth(spec.control.width);
         selector->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
-        selector->setFont(ui::pixelFont(QStringLiteral("Tahoma"), 13));
-        QPalette colors = selector->palette();
-        colors.setColor(QPalette::Base, selectorBackground);
-        selector->setPalette(colors);
-        const QString hint = spec.hint.toString();
-        selector->setToolTip(hint);
-        selector->setStatusTip(hint);
-        selector->setAccessibleName(hint);
-        selector->lineEdit()->setPlaceholderText(hint);
         selector->setEditText(spec.initialText.toString());
         bar->addWidget(selector);
         if (spec.control.member == &TTERForm::cxComboBox1) {
@@ -327,12 +317,37 @@ void TTERForm::FormCreate() {
     data::openCatalogs(*DM);
     // Connected only now: filling the selectors is no choice of the user's.
     for (const SelectorSpec& spec : selectors) {
-        QComboBox* const selector = this->*spec.control.member;
+        browser::Selector* const selector = this->*spec.control.member;
         connect(selector, &QComboBox::editTextChanged, this,
                 [this, selector, handler = spec.control.handler] {
                     ui::guarded(*selector, [&] { (this->*handler)(); });
+                    markSelectors();
                 });
     }
+    markSelectors();
+}
+
+void TTERForm::markSelectors() {
+    cxComboBox1->setWarning(regionWarning());
+    const auto dataSets = DM->selectionDataSets();
+    const bool isEmpty = std::all_of(dataSets.begin(), dataSets.end(),
+                                     [](const db::DataSet* dataSet) { return dataSet->rowCount() == 0; });
+    cxComboBox2->setWarning(isEmpty ? QStringLiteral("За этот период строк нет") : QString());
+}
+
+QString TTERForm::regionWarning() {
+    if (!data::isSelectionRead(*DM)) {
+        return QStringLiteral(
+            "Прочитаны не все таблицы: на страницах могут быть строки другого региона или периода");
+    }
+    const QString region = cxComboBox1->currentText();
+    if (data::isRegion(*DM, region)) {
+        shownRegion_ = region;
+        return {};
+    }
+    const QString shown = shownRegion_.isEmpty() ? QStringLiteral("с кодом %1").arg(CurRegionId)
+                                                 : QStringLiteral("«%1»").arg(shownRegion_);
+    return QStringLiteral("Такого региона нет. Показан регион %1").arg(shown);
 }
 
 void TTERForm::FormShow() {
@@ -374,6 +389,11 @@ void TTERForm::FormClose() {
     ui::setScreenCursor(ui::ScreenCursor::Default);
     for (db::DataSet* dataSet : DM->dataSets()) {
         dataSet->close();
+    }
+    base::trimHeap();
+    // Compiled queries would keep others from altering the tables as long as the program stays connected.
+    for (db::DataSet* dataSet : DM->dataSets()) {
+        dataSet->releaseHandles();
     }
 }
 

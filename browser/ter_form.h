@@ -1,9 +1,9 @@
 #pragma once
 
 #include "browser/browser_host.h"
+#include "browser/selector.h"
 #include "ui/form.h"
 
-class QComboBox;
 class QFrame;
 class QLabel;
 class QPushButton;
@@ -29,9 +29,9 @@ public:
 
     QLabel* cxLabel1 = nullptr;
     QFrame* Panel2 = nullptr;
-    QComboBox* cxComboBox1 = nullptr;
+    browser::Selector* cxComboBox1 = nullptr;
     QFrame* Panel3 = nullptr;
-    QComboBox* cxComboBox2 = nullptr;
+    browser::Selector* cxComboBox2 = nullptr;
     QFrame* Panel1 = nullptr;
     QTabWidget* cxPageControl1 = nullptr;
 
@@ -115,11 +115,15 @@ private:
     void createTreeTab();
     /// Moves the focus from a selector to the page that has come into view.
     void leaveSelectors(int page);
+    /// Marks a selector whose text does not say what the pages show.
+    void markSelectors();
+    [[nodiscard]] QString regionWarning();
     [[nodiscard]] QString printedHeader(const TabSpec& tab) const;
     /// Writes the grid of the tab with that button to a workbook.
     void exportTab(QPushButton* TTERForm::*button);
 
     browser::BrowserHost& host_;
+    QString shownRegion_; // name of the region whose rows are shown; empty before one was found
 };
 
 /// The open catalog browser; null while there is none.

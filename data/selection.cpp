@@ -2,6 +2,8 @@
 
 #include "data/data_modul.h"
 
+#include <algorithm>
+
 std::int32_t CurRegionId = 0;
 QString CurPeriod;
 
@@ -10,12 +12,15 @@ namespace data {
 namespace {
 
 const QString idColumn = QStringLiteral("ID");
+const QString nameColumn = QStringLiteral("NAME");
+const QString periodParameter = QStringLiteral("p1");
+const QString regionParameter = QStringLiteral("p2");
 
 } // namespace
 
 void bindSelection(db::DataSet& dataSet, const QString& period, std::int32_t region) {
-    dataSet.parameter(QStringLiteral("p1")) = period;
-    dataSet.parameter(QStringLiteral("p2")) = region;
+    dataSet.parameter(periodParameter) = period;
+    dataSet.parameter(regionParameter) = region;
 }
 
 void openCatalogs(TDM& module) {
@@ -29,13 +34,25 @@ void openCatalogs(TDM& module) {
 }
 
 bool locateRegion(TDM& module, const QString& name) {
-    return module.pFIBDataSet1.isOpen() && module.pFIBDataSet1.locate(QStringLiteral("NAME"), name);
+    return module.pFIBDataSet1.isOpen() && module.pFIBDataSet1.locate(nameColumn, name);
+}
+
+bool isRegion(const TDM& module, const QString& name) {
+    return module.pFIBDataSet1.isOpen() && module.pFIBDataSet1.find(nameColumn, name).has_value();
 }
 
 std::int32_t currentRegionId(const TDM& module) {
     const db::DataSet& regions = module.pFIBDataSet1;
     return static_cast<std::int32_t>(
         regions.rows().integer(regions.currentRow(), regions.field(idColumn).index()));
+}
+
+bool isSelectionRead(TDM& module) {
+    const auto dataSets = module.selectionDataSets();
+    return std::all_of(dataSets.begin(), dataSets.end(), [](db::DataSet* dataSet) {
+        return dataSet->isOpen() && dataSet->parameter(periodParameter) == db::ParameterValue(CurPeriod) &&
+               dataSet->parameter(regionParameter) == db::ParameterValue(CurRegionId);
+    });
 }
 
 void ReopenSelectionDatasets(TDM& module) {

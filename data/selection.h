@@ -30,8 +30,15 @@ void openCatalogs(TDM& module);
 /// Makes the row of the region of that exact name current; false, and nothing changed, when there is none.
 [[nodiscard]] bool locateRegion(TDM& module, const QString& name);
 
+/// Whether a region has that exact name.
+[[nodiscard]] bool isRegion(const TDM& module, const QString& name);
+
 /// The ID of the regions' current row as a 32-bit integer: its low 32 bits, 0 where it is NULL.
 [[nodiscard]] std::int32_t currentRegionId(const TDM& module);
+
+/// Whether the five datasets of the selection hold the rows of CurPeriod and CurRegionId; not so after an
+/// error half way.
+[[nodiscard]] bool isSelectionRead(TDM& module);
 
 /// Closes, binds and opens the five datasets of the selection one after the other. An error leaves those done
 /// open, the failing one closed and the others untouched. Throws db::DatabaseError.

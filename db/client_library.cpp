@@ -1,6 +1,7 @@
 #include "db/client_library.h"
 
 #include "base/win1251.h"
+#include "db/signal_keeper.h"
 
 #include <QStringDecoder>
 
@@ -51,15 +52,38 @@ void ClientLibrary::load() {
     using MasterFunction = Firebird::IMaster*(ISC_EXPORT*)();
     for (const QString& name : names_) {
         library_.setFileName(name);
-        if (const auto master =
-                reinterpret_cast<MasterFunction>(library_.resolve("fb_get_master_interface"))) {
-            master_ = master();
-            provider_.reset(master_->getDispatcher());
-            return;
+        if (!library_.load()) {
+            continue;
         }
+        const auto master = reinterpret_cast<MasterFunction>(library_.resolve("fb_get_master_interface"));
+        if (!master) {
+            throw DatabaseError(
+                QStringLiteral("Клиентская библиотека «%1» слишком старая: нужен Firebird 3.0")
+                    .arg(library_.fileName()));
+        }
+        master_ = master();
+        provider_.reset(master_->getDispatcher());
+        keepSignals();
+        return;
     }
     throw DatabaseError(QStringLiteral("Клиенская библиотека InterBase gds32.dll не обнаружена. "
                                        "Пожалуйста, установите клиента InterBase!"));
+}
+
+void ClientLibrary::keepSignals() const {
+    const SignalKeeper signalsStay;
+    // Whatever the client attaches to first makes it take the signals over. A parameter block without a
+    // version that it knows is refused before any address is looked at, so that no signal is lost while a
+    // server is slow to answer.
+    constexpr unsigned char unknownBlock[] = {0};
+    try {
+        run([&](auto* status) {
+            Handle<Firebird::IAttachment>(
+                provider().attachDatabase(status, "", sizeof unknownBlock, unknownBlock));
+        });
+    } catch (const DatabaseError&) {
+        // As expected: there is no such block.
+    }
 }
 
 DatabaseError ClientLibrary::databaseError(Firebird::IStatus& status) const {

@@ -32,7 +32,8 @@ public:
     /// "gds32.dll"/"gds64.dll" on Windows, "libfbclient.so.2"/"libfbclient.so" elsewhere.
     [[nodiscard]] static QStringList defaultNames();
 
-    /// Loads the library unless it is loaded. Throws DatabaseError when no library of the names is found.
+    /// Loads the library unless it is loaded. Throws DatabaseError when no library of the names is
+    /// found, or one that is too old. SIGINT and SIGTERM go on doing what they did.
     void load();
 
     /// The object through which databases are attached. load() must have succeeded.
@@ -55,6 +56,7 @@ private:
         void operator()(Firebird::IStatus* status) const { status->dispose(); }
     };
 
+    void keepSignals() const;
     [[nodiscard]] DatabaseError databaseError(Firebird::IStatus& status) const;
 
     QStringList names_;

@@ -2,7 +2,6 @@
 
 #include "db/connection_client.h"
 #include "db/parameter_block.h"
-#include "db/signal_keeper.h"
 
 #include <ranges>
 
@@ -39,7 +38,6 @@ void Connection::open() {
     library_.load();
     const QByteArray name = databaseName_.toLocal8Bit();
     const ParameterBlock block = databaseParameterBlock(parameters_);
-    const SignalKeeper signalsStay;
     handle_.reset(library_.run([&](auto* status) {
         return library_.provider().attachDatabase(status, name.constData(),
                                                   static_cast<unsigned>(block.size()), block.data());

@@ -78,12 +78,19 @@ void DataSet::open() {
 
 RowStore DataSet::fetchRows() {
     transaction_.start();
+    const bool isCompiledBefore = statement_ != nullptr;
     prepare();
-    ParameterMessage input = parameters_.message(connection_, *statement_);
-    if (!decoder_) {
-        const Handle<Firebird::IMessageMetadata> output(
-            connection_.run([&](auto* status) { return statement_->getOutputMetadata(status); }));
-        decoder_.emplace(connection_, *output, fields_, objectName());
+    Handle<Firebird::IResultSet> cursor;
+    try {
+        cursor = openCursor();
+    } catch (const DatabaseError& error) {
+        if (!isCompiledBefore || !error.isOfServer() || !connection_.isConnected()) {
+            throw;
+        }
+        // Another client may have altered the table since the query was compiled.
+        releaseHandles();
+        prepare();
+        cursor = openCursor();
     }
 
     std::vector<FieldKind> kinds;
@@ -93,8 +100,6 @@ RowStore DataSet::fetchRows() {
     RowStore rows(kinds);
     std::vector<unsigned char> message(decoder_->messageSize());
     connection_.run([&](auto* status) {
-        Handle<Firebird::IResultSet> cursor(statement_->openCursor(
-            status, transaction_.handle(), input.metadata.get(), input.bytes.data(), nullptr, 0));
         while (cursor->fetchNext(status, message.data()) == Firebird::IStatus::RESULT_OK) {
             decoder_->decode(message.data(), rows);
         }
@@ -104,6 +109,19 @@ RowStore DataSet::fetchRows() {
     });
     rows.seal();
     return rows;
+}
+
+Handle<Firebird::IResultSet> DataSet::openCursor() {
+    ParameterMessage input = parameters_.message(connection_, *statement_);
+    if (!decoder_) {
+        const Handle<Firebird::IMessageMetadata> output(
+            connection_.run([&](auto* status) { return statement_->getOutputMetadata(status); }));
+        decoder_.emplace(connection_, *output, fields_, objectName());
+    }
+    return connection_.run([&](auto* status) {
+        return Handle<Firebird::IResultSet>(statement_->openCursor(
+            status, transaction_.handle(), input.metadata.get(), input.bytes.data(), &decoder_->format(), 0));
+    });
 }
 
 void DataSet::close() {
@@ -166,15 +184,22 @@ void DataSet::moveTo(int row) {
     emit currentRowChanged(row);
 }
 
-bool DataSet::locate(const QString& column, const QString& value) {
+std::optional<int> DataSet::find(const QString& column, const QString& value) const {
     const Field& searched = field(column);
     for (int row = 0; row < rowCount(); ++row) {
         if (!rows_->isNull(row, searched.index()) && text(row, searched) == value) {
-            moveTo(row);
-            return true;
+            return row;
         }
     }
-    return false;
+    return std::nullopt;
+}
+
+bool DataSet::locate(const QString& column, const QString& value) {
+    const std::optional<int> row = find(column, value);
+    if (row) {
+        moveTo(*row);
+    }
+    return row.has_value();
 }
 
 } // namespace db

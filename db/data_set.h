@@ -73,6 +73,9 @@ public:
     /// Rows read; 0 while closed.
     [[nodiscard]] int rowCount() const { return rows_ ? rows_->rowCount() : 0; }
 
+    /// Frees the compiled query on the server; the next opening has it compiled again. Throws DatabaseError.
+    void releaseHandles() override;
+
     /// The rows themselves; only while open.
     [[nodiscard]] const RowStore& rows() const { return *rows_; }
 
@@ -85,6 +88,9 @@ public:
 
     /// Makes `row` current; a row outside of the rows leaves the current one.
     void moveTo(int row);
+
+    /// The first row whose text field `column` equals `value` exactly (NULL equals nothing), if there is one.
+    [[nodiscard]] std::optional<int> find(const QString& column, const QString& value) const;
 
     /// Moves to the first row whose text field `column` equals `value` exactly (NULL equals nothing) and
     /// tells whether there is one; the current row stays when there is none.
@@ -99,9 +105,9 @@ signals:
     void currentRowChanged(int row);
 
 private:
-    void releaseHandles() override;
     void forgetHandles() override;
     [[nodiscard]] RowStore fetchRows();
+    [[nodiscard]] Handle<Firebird::IResultSet> openCursor();
     void replaceRows(std::optional<RowStore> rows);
 
     Connection& connection_;

@@ -9,34 +9,44 @@ namespace db {
 
 namespace {
 
-/// A value as it goes into a message.
-using EncodedValue = std::variant<std::int32_t, QByteArray>;
+/// A value as it goes into a message; nothing for NULL.
+using EncodedValue = std::variant<std::monostate, std::int32_t, QByteArray>;
 
-/// A text that is too long for the column it is compared with equals none of the column's values. The server
-/// would refuse it instead; one SUBSTITUTE character, which equals none either, keeps the result empty.
-QByteArray encodeForColumn(const QString& text, unsigned columnLength) {
-    const QByteArray bytes = base::win1251::encode(text);
-    return bytes.size() <= static_cast<qsizetype>(columnLength) ? bytes : base::win1251::encode(u"\x1A");
+/// A text as it is compared with a column. Blanks at the end do not count, so those beyond the column's
+/// length go. A text that is still too long, or has a letter that the code page lacks, equals none of the
+/// column's values; the server would refuse it or find another equal, while NULL equals nothing under any
+/// collation.
+EncodedValue encodeForColumn(const QString& text, unsigned columnLength) {
+    const auto length = static_cast<qsizetype>(columnLength);
+    std::optional<QByteArray> bytes = base::win1251::tryEncode(text);
+    while (bytes && bytes->size() > length && bytes->endsWith(' ')) {
+        bytes->chop(1);
+    }
+    return bytes && bytes->size() <= length ? EncodedValue(*bytes) : EncodedValue();
 }
 
 void describe(const EncodedValue& value, unsigned index, Firebird::IMetadataBuilder& builder, auto* status) {
-    if (const auto* text = std::get_if<QByteArray>(&value)) {
-        builder.setType(status, index, SQL_VARYING);
-        builder.setLength(status, index, static_cast<unsigned>(text->size()));
-    } else {
+    if (std::holds_alternative<std::int32_t>(value)) {
         builder.setType(status, index, SQL_LONG);
         builder.setLength(status, index, sizeof(std::int32_t));
         builder.setScale(status, index, 0);
+        return;
     }
+    constexpr unsigned mayBeNull = 1;
+    const auto* const text = std::get_if<QByteArray>(&value);
+    builder.setType(status, index, SQL_VARYING | mayBeNull);
+    builder.setLength(status, index, text ? static_cast<unsigned>(text->size()) : 0);
 }
 
-void write(const EncodedValue& value, unsigned char* target) {
+void write(const EncodedValue& value, unsigned char* target, unsigned char* nullTarget) {
+    const std::int16_t isNull = std::holds_alternative<std::monostate>(value) ? -1 : 0;
+    std::memcpy(nullTarget, &isNull, sizeof isNull);
     if (const auto* text = std::get_if<QByteArray>(&value)) {
         const auto length = static_cast<std::uint16_t>(text->size());
         std::memcpy(target, &length, sizeof length);
         std::memcpy(target + sizeof length, text->constData(), length);
-    } else {
-        std::memcpy(target, &std::get<std::int32_t>(value), sizeof(std::int32_t));
+    } else if (const auto* number = std::get_if<std::int32_t>(&value)) {
+        std::memcpy(target, number, sizeof *number);
     }
 }
 
@@ -66,7 +76,7 @@ ParameterMessage QueryParameters::message(Connection& connection, Firebird::ISta
         std::vector<EncodedValue> encoded;
         for (unsigned index = 0; index < values.size(); ++index) {
             if (const auto* text = std::get_if<QString>(&values[index])) {
-                encoded.emplace_back(encodeForColumn(*text, declared->getLength(status, index)));
+                encoded.push_back(encodeForColumn(*text, declared->getLength(status, index)));
             } else {
                 encoded.emplace_back(std::get<std::int32_t>(values[index]));
             }
@@ -75,7 +85,8 @@ ParameterMessage QueryParameters::message(Connection& connection, Firebird::ISta
         ParameterMessage message{Handle<Firebird::IMessageMetadata>(builder->getMetadata(status)), {}};
         message.bytes.resize(message.metadata->getMessageLength(status));
         for (unsigned index = 0; index < encoded.size(); ++index) {
-            write(encoded[index], message.bytes.data() + message.metadata->getOffset(status, index));
+            write(encoded[index], message.bytes.data() + message.metadata->getOffset(status, index),
+                  message.bytes.data() + message.metadata->getNullOffset(status, index));
         }
         return message;
     });

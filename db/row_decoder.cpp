@@ -19,6 +19,24 @@ struct Column {
     unsigned nullOffset = 0;
 };
 
+/// SQL_INT128 of ibase.h from Firebird 4 on: exact numbers of more than 18 digits.
+constexpr unsigned wideInteger = 32752;
+
+/// The same columns, numbers wider than 64 bits asked for as 64 bits: only a value that does not fit is an
+/// error then, raised by the server.
+Handle<Firebird::IMessageMetadata> narrowed(Connection& connection, Firebird::IMessageMetadata& declared) {
+    return connection.run([&](auto* status) {
+        const Handle<Firebird::IMetadataBuilder> builder(declared.getBuilder(status));
+        for (unsigned index = 0; index < declared.getCount(status); ++index) {
+            if ((declared.getType(status, index) & ~1U) == wideInteger) {
+                builder->setType(status, index, SQL_INT64);
+                builder->setLength(status, index, sizeof(std::int64_t));
+            }
+        }
+        return Handle<Firebird::IMessageMetadata>(builder->getMetadata(status));
+    });
+}
+
 std::vector<Column> columnsOf(Connection& connection, Firebird::IMessageMetadata& metadata) {
     return connection.run([&](auto* status) {
         std::vector<Column> columns(metadata.getCount(status));
@@ -56,6 +74,19 @@ bool canBeRead(const Column& column, const Field& field) {
 }
 
 QString describe(const Column& column) {
+    struct TypeName {
+        unsigned type;
+        const char16_t* name;
+    };
+    static constexpr TypeName plainTypes[] = {
+        {SQL_DOUBLE, u"DOUBLE PRECISION"}, {SQL_FLOAT, u"FLOAT"},    {SQL_D_FLOAT, u"FLOAT"},
+        {SQL_TIMESTAMP, u"TIMESTAMP"},     {SQL_TYPE_DATE, u"DATE"}, {SQL_TYPE_TIME, u"TIME"},
+        {SQL_BOOLEAN, u"BOOLEAN"},         {SQL_BLOB, u"BLOB"},      {SQL_ARRAY, u"ARRAY"},
+    };
+    const auto* const plain = std::ranges::find(plainTypes, column.type, &TypeName::type);
+    if (plain != std::end(plainTypes)) {
+        return QString::fromUtf16(plain->name);
+    }
     const QString size = QString::number(column.length);
     const QString digits = QString::number(-column.scale);
     switch (column.type) {
@@ -69,10 +100,6 @@ QString describe(const Column& column) {
         return QStringLiteral("INTEGER, %1 знаков дроби").arg(digits);
     case SQL_INT64:
         return QStringLiteral("BIGINT, %1 знаков дроби").arg(digits);
-    case SQL_DOUBLE:
-        return QStringLiteral("DOUBLE PRECISION");
-    case SQL_BLOB:
-        return QStringLiteral("BLOB");
     default:
         return QStringLiteral("тип %1").arg(column.type);
     }
@@ -100,9 +127,10 @@ std::string_view withoutPadding(std::string_view text) {
 } // namespace
 
 RowDecoder::RowDecoder(Connection& connection, Firebird::IMessageMetadata& metadata,
-                       std::span<Field* const> fields, const QString& dataSetName) {
-    messageSize_ = connection.run([&](auto* status) { return metadata.getMessageLength(status); });
-    const std::vector<Column> columns = columnsOf(connection, metadata);
+                       std::span<Field* const> fields, const QString& dataSetName)
+    : dataSetName_(dataSetName), format_(narrowed(connection, metadata)) {
+    messageSize_ = connection.run([&](auto* status) { return format_->getMessageLength(status); });
+    const std::vector<Column> columns = columnsOf(connection, *format_);
     for (const Field* field : fields) {
         const auto column = std::find_if(columns.begin(), columns.end(), [&](const Column& candidate) {
             return candidate.name == field->column();
@@ -122,6 +150,17 @@ RowDecoder::RowDecoder(Connection& connection, Firebird::IMessageMetadata& metad
                                                         : Source::VaryingText;
         steps_.push_back({source, column->offset, column->nullOffset, column->length});
     }
+}
+
+std::string_view RowDecoder::varyingText(const unsigned char* source, const Step& step) const {
+    const auto length = load<std::uint16_t>(source);
+    if (length > step.length) {
+        throw DatabaseError(QStringLiteral("%1: ответ сервера испорчен: текст в %2 байт при длине столбца %3")
+                                .arg(dataSetName_)
+                                .arg(length)
+                                .arg(step.length));
+    }
+    return {reinterpret_cast<const char*>(source) + sizeof length, length};
 }
 
 void RowDecoder::decode(const unsigned char* message, RowStore& store) const {
@@ -147,8 +186,7 @@ void RowDecoder::decode(const unsigned char* message, RowStore& store) const {
             row.putString(field, withoutPadding({reinterpret_cast<const char*>(source), step.length}));
             break;
         case Source::VaryingText:
-            row.putString(field, {reinterpret_cast<const char*>(source) + sizeof(std::uint16_t),
-                                  load<std::uint16_t>(source)});
+            row.putString(field, varyingText(source, step));
             break;
         }
         ++field;

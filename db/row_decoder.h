@@ -22,10 +22,14 @@ public:
     RowDecoder(Connection& connection, Firebird::IMessageMetadata& metadata, std::span<Field* const> fields,
                const QString& dataSetName);
 
+    /// The format in which the messages are to be asked for.
+    [[nodiscard]] Firebird::IMessageMetadata& format() const { return *format_; }
+
     /// Bytes of one message.
     [[nodiscard]] std::size_t messageSize() const { return messageSize_; }
 
-    /// Appends the row held by `message` to `store`.
+    /// Appends the row held by `message` to `store`. Throws DatabaseError for a text longer than its column,
+    /// of which a broken answer may tell.
     void decode(const unsigned char* message, RowStore& store) const;
 
 private:
@@ -38,6 +42,10 @@ private:
         unsigned length;
     };
 
+    [[nodiscard]] std::string_view varyingText(const unsigned char* source, const Step& step) const;
+
+    QString dataSetName_;
+    Handle<Firebird::IMessageMetadata> format_;
     std::size_t messageSize_ = 0;
     std::vector<Step> steps_; // in field order
 };

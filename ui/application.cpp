@@ -61,9 +61,17 @@ void Application::showException(const std::exception& exception) {
 }
 
 void Application::processMessages() {
+    // A window that is already marked must be gone before an event can ask for the next one.
+    sendPostedEvents(nullptr, QEvent::DeferredDelete);
     processEvents();
     // Inside a handler processEvents() leaves objects marked by deleteLater() alone.
     sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+bool Application::notify(QObject* receiver, QEvent* event) {
+    bool handled = false;
+    guarded(*receiver, [&] { handled = QApplication::notify(receiver, event); });
+    return handled;
 }
 
 Application& application() {

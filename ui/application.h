@@ -11,7 +11,7 @@ class ApplicationEvents;
 /// The application object: every exception that no handler catches ends here.
 ///
 /// An exception must not travel through Qt's event dispatch; each slot that runs a handler therefore goes
-/// through guarded().
+/// through guarded(), and what an event handler of a widget throws ends in notify().
 class Application final : public QApplication {
 public:
     Application(int& argc, char** argv);
@@ -26,6 +26,9 @@ public:
     /// The hint of what the pointer is over; empty when that has none.
     [[nodiscard]] const QString& hint() const { return hint_; }
     void setHint(const QString& hint);
+
+    /// Keeps what an event handler throws from travelling on through the event dispatch.
+    bool notify(QObject* receiver, QEvent* event) override;
 
     /// The standard exception message box.
     static void showException(const std::exception& exception);

@@ -72,6 +72,23 @@ std::uint8_t weight(char byte) {
     return weightTable[static_cast<unsigned char>(byte)];
 }
 
+constexpr unsigned char lowerYe = 0xE5;
+constexpr unsigned char upperYo = 0xA8;
+constexpr unsigned char lowerYo = 0xB8;
+
+/// Weights for searching, where ё is е.
+constexpr std::array<std::uint8_t, 256> makeSearchWeights() {
+    std::array<std::uint8_t, 256> weights = weightTable;
+    weights[upperYo] = weights[lowerYo] = weights[lowerYe];
+    return weights;
+}
+
+constexpr std::array<std::uint8_t, 256> searchWeights = makeSearchWeights();
+
+std::uint8_t searchWeight(char byte) {
+    return searchWeights[static_cast<unsigned char>(byte)];
+}
+
 } // namespace
 
 const std::array<std::uint8_t, 256>& weights() {
@@ -91,10 +108,16 @@ int compare(std::string_view left, std::string_view right) {
 
 Needle::Needle(std::string_view text) {
     folded_.reserve(text.size());
-    std::transform(text.begin(), text.end(), std::back_inserter(folded_), weight);
-    if (!folded_.empty()) {
-        first_ = casesOf(folded_.front());
-        last_ = casesOf(folded_.back());
+    std::transform(text.begin(), text.end(), std::back_inserter(folded_), searchWeight);
+    const auto isAnchor = [](std::uint8_t place) { return place != searchWeights[lowerYe]; };
+    const auto first = std::find_if(folded_.begin(), folded_.end(), isAnchor);
+    hasAnchors_ = first != folded_.end();
+    if (hasAnchors_) {
+        const auto last = std::find_if(folded_.rbegin(), folded_.rend(), isAnchor);
+        firstPlace_ = static_cast<std::size_t>(first - folded_.begin());
+        lastPlace_ = static_cast<std::size_t>(folded_.rend() - last) - 1;
+        first_ = casesOf(*first);
+        last_ = casesOf(*last);
     }
 }
 
@@ -106,13 +129,14 @@ Needle::Cases Needle::casesOf(std::uint8_t place) {
 }
 
 bool Needle::mayStartWithin(const char* block) const {
-    const char* const blockOfEnds = block + folded_.size() - 1;
+    const char* const starts = block + firstPlace_;
+    const char* const ends = block + lastPlace_;
     unsigned char any = 0;
     for (std::size_t index = 0; index < blockSize; ++index) {
         const auto isFirst =
-            static_cast<unsigned char>((block[index] == first_.one) | (block[index] == first_.other));
-        const auto isLast = static_cast<unsigned char>((blockOfEnds[index] == last_.one) |
-                                                       (blockOfEnds[index] == last_.other));
+            static_cast<unsigned char>((starts[index] == first_.one) | (starts[index] == first_.other));
+        const auto isLast =
+            static_cast<unsigned char>((ends[index] == last_.one) | (ends[index] == last_.other));
         any = static_cast<unsigned char>(any | (isFirst & isLast));
     }
     return any != 0;
@@ -126,7 +150,7 @@ std::size_t Needle::findIn(std::string_view text) const {
     for (std::size_t block = 0; block < places; block += blockSize) {
         // The last block reaches back over places that are known to be none.
         const std::size_t start = places < blockSize ? 0 : std::min(block, places - blockSize);
-        if (places >= blockSize && !mayStartWithin(text.data() + start)) {
+        if (hasAnchors_ && places >= blockSize && !mayStartWithin(text.data() + start)) {
             continue;
         }
         for (std::size_t place = start; place < std::min(start + blockSize, places); ++place) {
@@ -141,7 +165,7 @@ std::size_t Needle::findIn(std::string_view text) const {
 bool Needle::isStartOf(std::string_view text) const {
     return text.size() >= folded_.size() &&
            std::equal(folded_.begin(), folded_.end(), text.begin(),
-                      [](std::uint8_t sought, char byte) { return sought == weight(byte); });
+                      [](std::uint8_t sought, char byte) { return sought == searchWeight(byte); });
 }
 
 } // namespace grid::collation

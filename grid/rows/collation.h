@@ -15,7 +15,7 @@ namespace grid::collation {
 /// Negative, 0 or positive, as `left` comes before, with or after `right`.
 [[nodiscard]] int compare(std::string_view left, std::string_view right);
 
-/// A text that others are searched for, without regard to case.
+/// A text that others are searched for, without regard to case and to the dots of ё.
 class Needle {
 public:
     /// `text` is WIN1251, as what it is searched for in.
@@ -39,8 +39,12 @@ private:
     [[nodiscard]] static Cases casesOf(std::uint8_t place);
     [[nodiscard]] bool mayStartWithin(const char* block) const;
 
+    // Two letters that are looked for first, with their places; not е, which has more than two forms.
+    std::size_t firstPlace_ = 0;
+    std::size_t lastPlace_ = 0;
     Cases first_;
     Cases last_;
+    bool hasAnchors_ = false;
     std::basic_string<std::uint8_t> folded_;
 };
 

@@ -18,21 +18,24 @@ struct TextRange {
     [[nodiscard]] bool isEmpty() const { return start >= end; }
 };
 
-/// Finds a text in the values of a dataset as they are shown, without regard to case. Texts are searched in
-/// the bytes in which they are held, so that whole columns can be gone through.
+/// Finds a text in the values of a dataset as they are shown, without regard to case; numbers by a point as
+/// well as by a comma. Texts are searched in the bytes in which they are held, so that whole columns can be
+/// gone through.
 class TextMatcher final {
 public:
     TextMatcher(const QString& text, QChar decimalPoint);
 
-    [[nodiscard]] bool isEmpty() const { return needle_.isEmpty(); }
+    [[nodiscard]] bool isEmpty() const { return length_ == 0; }
     /// The first occurrence in the shown value; an empty range when there is none.
     [[nodiscard]] TextRange findIn(const db::DataSet& dataSet, int row, const db::Field& field) const;
 
 private:
     qsizetype length_;
     QChar decimalPoint_;
+    bool mayBeInText_; // the code page has all its letters
     bool mayBeInNumber_;
     collation::Needle needle_;
+    QString number_; // the text with the numbers' decimal point
 };
 
 } // namespace grid

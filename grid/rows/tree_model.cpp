@@ -46,6 +46,7 @@ void TreeModel::build() {
 void TreeModel::applySort() {
     const db::Field* const field = sortColumn_ ? column(*sortColumn_).field() : nullptr;
     if (!field || !dataSet_.isOpen()) {
+        structure_.sort({});
         return;
     }
     std::vector<std::int32_t> order(static_cast<std::size_t>(dataSet_.rowCount()));
@@ -114,7 +115,7 @@ QVariant TreeModel::headerData(int section, Qt::Orientation orientation, int rol
 
 void TreeModel::sort(int column, Qt::SortOrder order) {
     emit layoutAboutToBeChanged({}, VerticalSortHint);
-    sortColumn_ = column;
+    sortColumn_ = column < 0 ? std::nullopt : std::optional(column);
     descending_ = order == Qt::DescendingOrder;
     applySort();
     const QModelIndexList before = persistentIndexList();
@@ -155,10 +156,11 @@ int TreeModel::findStartingWith(const QString& text, int column, int from) const
     if (!field || first == TreeStructure::root) {
         return TreeStructure::root;
     }
-    const collation::Needle needle(base::win1251::encode(text).toStdString());
+    const std::optional<QByteArray> bytes = base::win1251::tryEncode(text);
+    const collation::Needle needle(bytes.value_or(QByteArray()).toStdString());
     const auto matches = [&](int node) {
         return field->isNumber() ? this->text(node, column).startsWith(text)
-                                 : needle.isStartOf(dataSet_.rows().string(node, field->index()));
+                                 : bytes && needle.isStartOf(dataSet_.rows().string(node, field->index()));
     };
     const int start = from == TreeStructure::root ? first : from;
     int node = start;

@@ -46,7 +46,8 @@ public:
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
     [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
-    /// Sorts siblings by one column: texts by the alphabet, numbers by value, NULL first.
+    /// Sorts siblings by one column: texts by the alphabet, numbers by value, NULL first; -1 brings back
+    /// the dataset's order.
     void sort(int column, Qt::SortOrder order) override;
     /// The column that siblings are sorted by; none while they stand in the dataset's order.
     [[nodiscard]] std::optional<int> sortColumn() const { return sortColumn_; }

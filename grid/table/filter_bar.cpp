@@ -60,6 +60,7 @@ QString filterInWords(const TableModel& model) {
 FilterBar::FilterBar(TableModel& model, QWidget* parent) : QWidget(parent), model_(model) {
     setObjectName(QStringLiteral("FilterBar"));
     auto* const clear = new QPushButton(QStringLiteral("Сбросить фильтр"), this);
+    clear->setAutoDefault(true); // Enter presses it
     clear->setObjectName(QStringLiteral("FilterBarClear"));
     words_ = new QLabel(this);
     words_->setObjectName(QStringLiteral("FilterBarWords"));

@@ -133,8 +133,14 @@ ColumnFilter FilterPopup::chosenFilter() const {
     if (isChecked(0)) {
         return filter;
     }
-    // Values that are not in the list go with its last item.
-    const bool takesOthers = !values_.complete && isChecked(list_->count() - 1);
+    // Values that are not in the list go with its last item. Where it is complete, few that are unticked mean
+    // all but these, so that what another region brings is not hidden.
+    const auto count = static_cast<int>(values_.values.size());
+    int ticked = 0;
+    for (int i = 0; i < count; ++i) {
+        ticked += isChecked(firstValueItem + i) ? 1 : 0;
+    }
+    const bool takesOthers = values_.complete ? 2 * ticked > count : isChecked(list_->count() - 1);
     filter.rule = takesOthers ? ColumnFilter::Values::AllBut : ColumnFilter::Values::Only;
     for (std::size_t i = 0; i < values_.values.size(); ++i) {
         if (isChecked(firstValueItem + static_cast<int>(i)) != takesOthers) {

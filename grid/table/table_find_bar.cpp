@@ -82,6 +82,10 @@ void TableFindBar::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape) {
         close();
     } else if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+        if (auto* const button = qobject_cast<QAbstractButton*>(focusWidget())) {
+            button->click();
+            return;
+        }
         find(!(event->modifiers() & Qt::ShiftModifier), false);
     } else {
         QWidget::keyPressEvent(event);

@@ -7,6 +7,8 @@
 
 #include <QPainter>
 
+#include <algorithm>
+
 namespace grid {
 
 TableFooter::TableFooter(const TableModel& model, const TableHeader& header, int column, QWidget* parent)
@@ -41,7 +43,10 @@ void TableFooter::paintEvent(QPaintEvent*) {
         return;
     }
     const QRect section(header_.sectionViewportPosition(column_), 0, header_.sectionSize(column_), height());
-    const QRect cell = section.adjusted(1, 2, -2, -2);
+    QRect cell = section.adjusted(1, 2, -2, -2);
+    // Half a count would be another one, and what stands beside it is empty.
+    const int needed = fontMetrics().horizontalAdvance(text()) + 2 * cellTextPaddingX;
+    cell.setWidth(std::clamp(needed, cell.width(), std::max(cell.width(), width() - cell.left() - 2)));
     painter.drawRect(cell);
     painter.setPen(palette().color(QPalette::Active, QPalette::ButtonText));
     drawCellText(painter, cell, text(), model_.column(column_).alignment());

@@ -38,17 +38,21 @@ void TableHeader::toggleSort(int column) {
     std::vector<SortColumn> sort = model_.sortColumns();
     const auto found = std::ranges::find(sort, column, &SortColumn::column);
     const Qt::KeyboardModifiers modifiers = QApplication::keyboardModifiers();
-    if (modifiers & Qt::ControlModifier) {
-        std::erase_if(sort, [=](const SortColumn& each) { return each.column == column; });
-    } else if (modifiers & Qt::ShiftModifier) {
-        if (found != sort.end()) {
-            found->descending = !found->descending;
-        } else {
-            sort.push_back({column});
+    // The first click sorts, the second turns the order round, the third takes it away; Shift leaves the
+    // other columns.
+    const bool isAdded = modifiers & Qt::ShiftModifier;
+    if (found == sort.end()) {
+        if (!isAdded) {
+            sort.clear();
         }
+        sort.push_back({column});
+    } else if (found->descending || modifiers & Qt::ControlModifier) {
+        sort.erase(found);
     } else {
-        const bool descending = found != sort.end() && !found->descending;
-        sort = {{column, descending}};
+        found->descending = true;
+    }
+    if (!isAdded && !(modifiers & Qt::ControlModifier)) {
+        std::erase_if(sort, [=](const SortColumn& each) { return each.column != column; });
     }
     model_.sortBy(std::move(sort));
 }

@@ -16,6 +16,7 @@ TreeFindPanel::TreeFindPanel(QWidget* parent)
     clear_->setAccessibleName(QStringLiteral("Очистить поиск"));
     clear_->setAutoRaise(true);
     clear_->setEnabled(false);
+    clear_->installEventFilter(this);
 
     auto* const layout = new QHBoxLayout(this);
     layout->setContentsMargins(4, 4, 4, 4);
@@ -47,7 +48,12 @@ bool TreeFindPanel::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress) {
         return QWidget::eventFilter(watched, event);
     }
-    switch (static_cast<QKeyEvent*>(event)->key()) {
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    if (watched == clear_ && (key == Qt::Key_Return || key == Qt::Key_Enter)) {
+        clear_->click();
+        return true;
+    }
+    switch (key) {
     case Qt::Key_Escape:
         clear();
         return true;

@@ -21,8 +21,10 @@ int TreeHeader::marksWidth(int column) const {
 }
 
 void TreeHeader::toggleSort(int column) {
-    const bool descend = model_.sortColumn() == column && !model_.isDescending();
-    model_.sort(column, descend ? Qt::DescendingOrder : Qt::AscendingOrder);
+    // The first click sorts, the second turns the order round, the third takes it away.
+    const bool isSorted = model_.sortColumn() == column;
+    model_.sort(isSorted && model_.isDescending() ? -1 : column,
+                isSorted ? Qt::DescendingOrder : Qt::AscendingOrder);
     viewport()->update();
 }
 

@@ -1,12 +1,17 @@
 #include "grid/tree/tree_view.h"
 
-#include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 
 #include <algorithm>
 
 namespace grid {
+namespace {
+
+/// Milliseconds without a key after which typing begins anew.
+constexpr int typingRest = 1500;
+
+} // namespace
 
 void TreeView::keyPressEvent(QKeyEvent* event) {
     if (!handleTyping(*event) && !handleBranchKey(*event)) {
@@ -21,11 +26,21 @@ bool TreeView::handleTyping(const QKeyEvent& event) {
         waitForTyping();
         return true;
     }
+    if (event.key() == Qt::Key_Escape && !typed_.isEmpty()) {
+        endTyping();
+        return true;
+    }
     const bool isCommand = event.key() == Qt::Key_Plus || event.key() == Qt::Key_Minus ||
                            event.key() == Qt::Key_Asterisk || event.key() == Qt::Key_Space;
     const QString text = event.text();
     const bool isText = !text.isEmpty() && std::ranges::all_of(text, [](QChar c) { return c.isPrint(); });
-    if (!isPlain || !isText || (isCommand && typed_.isEmpty())) {
+    if (!isPlain || !isText) {
+        return false;
+    }
+    // Keys that command a branch begin a text only where a node begins with it, and never on the number pad.
+    if (isCommand && typed_.isEmpty() &&
+        (event.modifiers() & Qt::KeypadModifier ||
+         model_.findStartingWith(text, focusColumn(), TreeStructure::root) == TreeStructure::root)) {
         return false;
     }
     keyboardSearch(text);
@@ -84,7 +99,7 @@ void TreeView::keyboardSearch(const QString& typed) {
 }
 
 void TreeView::waitForTyping() {
-    typingPause_.start(QApplication::keyboardInputInterval(), this);
+    typingPause_.start(typingRest, this);
     viewport()->update();
 }
 

@@ -5,6 +5,7 @@
 #include <QTextLayout>
 
 #include <algorithm>
+#include <vector>
 
 namespace grid {
 namespace {
@@ -15,9 +16,14 @@ constexpr QRgb markColor = qRgb(255, 224, 102);
 /// on). Every character stays one character, so that ranges in `text` stay right.
 QString printable(const QString& text) {
     constexpr char16_t pictures = 0x2400;
+    constexpr char16_t deleteCharacter = 0x7F;
+    constexpr char16_t deletePicture = 0x2421;
     QString result = text;
     for (qsizetype i = 0; i < text.size(); ++i) {
         const char16_t character = text[i].unicode();
+        if (character == deleteCharacter) {
+            result[i] = QChar(deletePicture);
+        }
         if (character >= u' ') {
             continue;
         }
@@ -34,42 +40,85 @@ bool fitsOneLine(const QString& text, int width, const QFontMetrics& metrics) {
     return !text.contains(QChar::LineSeparator) && metrics.horizontalAdvance(text) <= width;
 }
 
-/// How many characters of `code` from `start` on make a line of `width` pixels: up to a hyphen within it, as
-/// many parts as fit, or the first one. All, where it fits or has no hyphen.
-qsizetype codePart(const QString& code, qsizetype start, int width, const QFontMetrics& metrics) {
-    if (metrics.horizontalAdvance(code.mid(start)) <= width) {
-        return code.size() - start;
-    }
-    qsizetype length = 0;
-    for (qsizetype end = code.indexOf(u'-', start + 1) + 1; end > 0 && end < code.size();
-         end = code.indexOf(u'-', end) + 1) {
-        if (length > 0 && metrics.horizontalAdvance(code.mid(start, end - start)) > width) {
-            break;
-        }
-        length = end - start;
-    }
-    return length > 0 ? length : code.size() - start;
+/// Digits with at most one decimal sign: half of it would be another number.
+bool isNumber(const QString& text) {
+    const auto digits = std::ranges::count_if(text, [](QChar each) { return each.isDigit(); });
+    const auto signs = std::ranges::count_if(text, [](QChar each) { return each == u'.' || each == u','; });
+    const qsizetype minus = text.startsWith(u'-') ? 1 : 0;
+    return digits > 0 && signs <= 1 && digits + signs + minus == text.size();
 }
 
-/// Breaks the layout's text into lines; returns how many there are. A single word is a number, which never
-/// breaks (not behind its decimal point either), or a code, which breaks after its hyphens.
-int breakLines(QTextLayout& layout, int width) {
-    const QString text = layout.text();
-    const bool isOneWord = std::ranges::none_of(text, [](QChar character) { return character.isSpace(); });
-    const QFontMetrics metrics(layout.font());
-    QTextOption option;
-    option.setWrapMode(isOneWord ? QTextOption::WrapAnywhere : QTextOption::WordWrap);
-    layout.setTextOption(option);
-    layout.beginLayout();
-    for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
-        if (isOneWord) {
-            line.setNumColumns(static_cast<int>(codePart(text, line.textStart(), width, metrics)));
-        } else {
-            line.setLineWidth(width);
+/// How many characters of `word` from `start` on make a line of `width` pixels: as many parts between hyphens
+/// and points as fit, or, where not even one does, as many characters; at least one.
+qsizetype wordPart(const QString& word, qsizetype start, int width, const QFontMetrics& metrics) {
+    const auto fits = [&](qsizetype length) {
+        return metrics.horizontalAdvance(word.mid(start, length)) <= width;
+    };
+    const qsizetype rest = word.size() - start;
+    if (fits(rest)) {
+        return rest;
+    }
+    qsizetype length = 0;
+    for (qsizetype next = 1; next < rest && fits(next); ++next) {
+        const QChar last = word[start + next - 1];
+        if (last == u'-' || last == u'.') {
+            length = next;
         }
     }
-    layout.endLayout();
-    return layout.lineCount();
+    if (length == 0) {
+        length = 1;
+        while (length + 1 < rest && fits(length + 1)) {
+            ++length;
+        }
+    }
+    return length;
+}
+
+/// Whether lines are long enough for words to be broken; below that a row would only become a column of
+/// letters.
+bool mayBreakWords(int width, const QFont& font) {
+    constexpr int leastLetters = 2;
+    return width >= leastLetters * QFontMetrics(font).averageCharWidth();
+}
+
+QTextOption wrapping(QTextOption::WrapMode mode) {
+    QTextOption option;
+    option.setWrapMode(mode);
+    return option;
+}
+
+/// The lines of a text. A single word is a number, which never breaks, or a code or an address, which breaks
+/// by wordPart(); other texts break between words, and within those that are wider than the cell.
+std::vector<TextRange> linesOf(const QString& text, int width, const QFont& font) {
+    if (isNumber(text)) {
+        return {{0, text.size()}};
+    }
+    std::vector<TextRange> lines;
+    if (std::ranges::none_of(text, [](QChar character) { return character.isSpace(); })) {
+        const QFontMetrics metrics(font);
+        for (qsizetype start = 0; start < text.size() && mayBreakWords(width, font);
+             start = lines.back().end) {
+            lines.push_back({start, start + wordPart(text, start, width, metrics)});
+        }
+        return lines.empty() ? std::vector<TextRange>{{0, text.size()}} : lines;
+    }
+    for (const auto mode : {QTextOption::WordWrap, QTextOption::WrapAtWordBoundaryOrAnywhere}) {
+        QTextLayout layout(text, font);
+        layout.setTextOption(wrapping(mode));
+        lines.clear();
+        bool isCut = false;
+        layout.beginLayout();
+        for (QTextLine line = layout.createLine(); line.isValid(); line = layout.createLine()) {
+            line.setLineWidth(width);
+            isCut = isCut || line.naturalTextWidth() > width + 1;
+            lines.push_back({line.textStart(), line.textStart() + line.textLength()});
+        }
+        layout.endLayout();
+        if (!isCut || !mayBreakWords(width, font)) {
+            break;
+        }
+    }
+    return lines;
 }
 
 int innerWidth(int cellWidth) {
@@ -83,17 +132,30 @@ qreal aligned(qreal left, qreal width, qreal textWidth, Qt::Alignment horizontal
     return horizontal & Qt::AlignHCenter ? left + std::max(0.0, (width - textWidth) / 2) : left;
 }
 
-QList<QTextLayout::FormatRange> markFormats(TextRange mark, qsizetype length) {
-    mark.end = std::min(mark.end, length);
-    if (mark.isEmpty()) {
-        return {};
+/// Draws one line of a text, cut with an ellipsis where it is too long; `mark` counts from its first
+/// character.
+void drawLine(QPainter& painter, const QRectF& place, const QString& line, Qt::Alignment horizontal,
+              TextRange mark) {
+    const QFontMetrics metrics(painter.font());
+    const bool isCut = metrics.horizontalAdvance(line.trimmed()) > place.width() + 1;
+    const QString text =
+        isCut ? metrics.elidedText(line, Qt::ElideRight, static_cast<int>(place.width())) : line;
+    mark.end = std::min(mark.end, text.size());
+    QTextLayout layout(text, painter.font());
+    if (!mark.isEmpty()) {
+        QTextLayout::FormatRange marked;
+        marked.start = static_cast<int>(mark.start);
+        marked.length = static_cast<int>(mark.end - mark.start);
+        marked.format.setBackground(QColor(markColor));
+        marked.format.setForeground(Qt::black);
+        layout.setFormats({marked});
     }
-    QTextLayout::FormatRange range;
-    range.start = static_cast<int>(mark.start);
-    range.length = static_cast<int>(mark.end - mark.start);
-    range.format.setBackground(QColor(markColor));
-    range.format.setForeground(Qt::black);
-    return {range};
+    layout.beginLayout();
+    QTextLine whole = layout.createLine();
+    whole.setNumColumns(static_cast<int>(text.size()));
+    layout.endLayout();
+    const qreal left = aligned(place.left(), place.width(), whole.naturalTextWidth(), horizontal);
+    whole.draw(&painter, QPointF(left, place.top()) - whole.position());
 }
 
 } // namespace
@@ -101,23 +163,20 @@ QList<QTextLayout::FormatRange> markFormats(TextRange mark, qsizetype length) {
 int cellTextHeight(const QString& text, int width, const QFont& font) {
     const QFontMetrics metrics(font);
     const QString shown = printable(text);
-    int lines = 1;
+    std::size_t lines = 1;
     if (!fitsOneLine(shown, innerWidth(width), metrics)) {
-        QTextLayout layout(shown, font);
-        lines = std::max(1, breakLines(layout, innerWidth(width)));
+        lines = std::max<std::size_t>(1, linesOf(shown, innerWidth(width), font).size());
     }
-    return lines * metrics.height() + 2 * cellTextPaddingY;
+    return static_cast<int>(lines) * metrics.height() + 2 * cellTextPaddingY;
 }
 
 bool isCellTextCut(const QString& text, int width, const QFont& font) {
-    QTextLayout layout(printable(text), font);
-    const int lines = breakLines(layout, innerWidth(width));
-    for (int i = 0; i < lines; ++i) {
-        if (layout.lineAt(i).naturalTextWidth() > innerWidth(width) + 1) {
-            return true;
-        }
-    }
-    return false;
+    const QString shown = printable(text);
+    const QFontMetrics metrics(font);
+    return std::ranges::any_of(linesOf(shown, innerWidth(width), font), [&](const TextRange& line) {
+        return metrics.horizontalAdvance(shown.mid(line.start, line.end - line.start).trimmed()) >
+               innerWidth(width) + 1;
+    });
 }
 
 void drawCellText(QPainter& painter, const QRect& cell, const QString& text, Qt::Alignment horizontal,
@@ -127,31 +186,24 @@ void drawCellText(QPainter& painter, const QRect& cell, const QString& text, Qt:
     const int width = innerWidth(cell.width());
     const int left = cell.left() + cellTextPaddingX;
     int top = cell.top() + cellTextPaddingY;
-    if (mark.isEmpty() && fitsOneLine(shown, width, metrics)) {
+    const bool isOneLine = fitsOneLine(shown, width, metrics);
+    if (mark.isEmpty() && isOneLine) {
         const qreal x = horizontal & (Qt::AlignRight | Qt::AlignHCenter)
                             ? aligned(left, width, metrics.horizontalAdvance(shown), horizontal)
                             : left;
         painter.drawText(QPointF(x, top + metrics.ascent()), shown);
         return;
     }
-
-    QTextLayout layout(shown, painter.font());
-    layout.setFormats(markFormats(mark, shown.size()));
-    const int lines = breakLines(layout, width);
-    for (int i = 0; i < lines; ++i, top += metrics.height()) {
-        const QTextLine line = layout.lineAt(i);
-        const qsizetype start = line.textStart();
-        if (line.naturalTextWidth() <= width + 1) {
-            const QPointF origin(aligned(left, width, line.naturalTextWidth(), horizontal), top);
-            line.draw(&painter, origin - line.position());
-            continue;
-        }
-        const QString cut = metrics.elidedText(shown.mid(start, line.textLength()), Qt::ElideRight, width);
-        QTextLayout cutLayout(cut, painter.font());
-        cutLayout.setFormats(
-            markFormats({std::max<qsizetype>(0, mark.start - start), mark.end - start}, cut.size()));
-        breakLines(cutLayout, 2 * width);
-        cutLayout.draw(&painter, QPointF(left, top));
+    if (!isOneLine && isNumber(shown)) {
+        drawLine(painter, QRectF(left, top, width, metrics.height()), QStringLiteral("…"), horizontal, {});
+        return;
+    }
+    for (const TextRange& line : linesOf(shown, width, painter.font())) {
+        const TextRange marked{std::max(mark.start, line.start) - line.start,
+                               std::min(mark.end, line.end) - line.start};
+        drawLine(painter, QRectF(left, top, width, metrics.height()),
+                 shown.mid(line.start, line.end - line.start), horizontal, marked);
+        top += metrics.height();
     }
 }
 

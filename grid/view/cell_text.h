@@ -8,8 +8,10 @@
 
 class QPainter;
 
-// Wrapped text of cells and headers: measured and drawn by the same rules. Lines break between words and, in
-// a text of one word, after hyphens; what is wider than the cell then is cut with an ellipsis.
+// Wrapped text of cells and headers: measured and drawn by the same rules. Lines break between words, a
+// single word after its hyphens and points, and anywhere where nothing else helps. In a very narrow cell
+// words are cut. A number never breaks; where it is wider than the cell an ellipsis stands for the whole of
+// it, since half a number is another one.
 namespace grid {
 
 /// Pixels between a cell's left or right edge and its text.
@@ -21,7 +23,8 @@ inline constexpr int cellTextPaddingY = 2;
 /// line.
 [[nodiscard]] int cellTextHeight(const QString& text, int width, const QFont& font);
 
-/// Whether a word of `text` is wider than a cell of `width` pixels leaves room for.
+/// Whether a cell of `width` pixels has no room for a line of `text`, which is a number or has no place to
+/// break.
 [[nodiscard]] bool isCellTextCut(const QString& text, int width, const QFont& font);
 
 /// Draws `text` into `cell` (outer edge, paddings inside) with the painter's font and pen; vertically at the

@@ -106,7 +106,11 @@ void RowView::keyPressEvent(QKeyEvent* event) {
                move == std::end(moves)) {
         QAbstractItemView::keyPressEvent(event);
     } else if (rowCount() > 0 && !scrollWithinTallRow(move->action)) {
-        makeCurrent(moveCursor(move->action, event->modifiers()), event->modifiers());
+        // Control leaves the selection at a single step; whoever jumps wants to be where he jumps to.
+        const bool isStep = move->action == MoveUp || move->action == MoveDown;
+        makeCurrent(moveCursor(move->action, event->modifiers()),
+                    event->modifiers() & (isStep ? Qt::ControlModifier | Qt::ShiftModifier
+                                                 : Qt::KeyboardModifiers(Qt::ShiftModifier)));
     }
 }
 

@@ -19,6 +19,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
+#include <QSignalSpy>
 #include <QTabWidget>
 #include <QTest>
 #include <QWheelEvent>
@@ -135,6 +136,44 @@ TEST(Selection, TakesARegionOnlyByItsExactName) {
     EXPECT_EQ(ui::screenCursor(), ui::ScreenCursor::Default);
 }
 
+TEST(Selection, GoesOnFromATypedItemWithoutReadingTwice) {
+    CatalogWindow window(test::limitsServer);
+    window.choose("Action1");
+    QComboBox& selector = *TERForm->cxComboBox1;
+    selector.setCurrentText("Г двойник");
+    type(selector, "Е код наименьши");
+    const QSignalSpy resets(&window.module().pFIBDataSet3, &db::DataSet::reset);
+    selector.lineEdit()->insert("й");
+    EXPECT_EQ(resets.count(), 2) << "one closing, one opening";
+    EXPECT_EQ(selector.itemText(selector.currentIndex()), "Е код наименьший");
+    QTest::keyClick(&selector, Qt::Key_Up);
+    EXPECT_EQ(selector.currentText(), "Д код больше 32 бит");
+}
+
+TEST(Selection, MarksATextThatDoesNotSayWhatIsShown) {
+    CatalogWindow window(test::limitsServer);
+    window.choose("Action1");
+    QComboBox& region = *TERForm->cxComboBox1;
+    QComboBox& period = *TERForm->cxComboBox2;
+    const QColor plain = region.palette().color(QPalette::Base);
+    const QString hint = region.toolTip();
+
+    type(region, "В предела");
+    EXPECT_NE(region.palette().color(QPalette::Base), plain);
+    EXPECT_TRUE(region.toolTip().contains("«В пределах»")) << region.toolTip().toStdString();
+    EXPECT_EQ(region.accessibleDescription(), region.toolTip());
+    region.lineEdit()->insert("х");
+    EXPECT_EQ(region.palette().color(QPalette::Base), plain);
+    EXPECT_EQ(region.toolTip(), hint);
+    EXPECT_EQ(region.accessibleDescription(), "");
+
+    type(period, "20240");
+    EXPECT_NE(period.palette().color(QPalette::Base), plain);
+    EXPECT_FALSE(period.accessibleDescription().isEmpty());
+    period.lineEdit()->insert("3");
+    EXPECT_EQ(period.palette().color(QPalette::Base), plain);
+}
+
 TEST(Selection, TakesAnyPeriodAsItIsTyped) {
     CatalogWindow window(test::limitsServer);
     window.choose("Action1");
@@ -180,6 +219,7 @@ TEST(Selection, LeavesWhatWasReadWhenADataSetFails) {
     EXPECT_EQ(std::get<std::int32_t>(window.module().pFIBDataSet4.parameter("p2")), 5);
     EXPECT_EQ(std::get<std::int32_t>(window.module().pFIBDataSet6.parameter("p2")), 1);
     EXPECT_EQ(TERForm->cxGrid4->view().footerCount(), 0);
+    EXPECT_TRUE(TERForm->cxComboBox1->accessibleDescription().contains("не все таблицы"));
     EXPECT_EQ(ui::screenCursor(), ui::ScreenCursor::Default);
     QFile log(app::ErrorLog::path());
     ASSERT_TRUE(log.open(QIODevice::ReadOnly));

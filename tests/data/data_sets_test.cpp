@@ -8,12 +8,18 @@
 
 #include <gtest/gtest.h>
 
+#include <cstring>
+
+#include <array>
+
 namespace {
 
 using test::errorOf;
 using test::openAll;
 using test::runSql;
 using test::sqlValue;
+
+constexpr std::array oneName{db::text(u"NAME", 1000)};
 
 /// A row as text: its values separated by "|", NULL as "<null>".
 QString rowText(const db::DataSet& dataSet, int row) {
@@ -132,6 +138,57 @@ TEST(DataSets, AnswerAnyPeriodWithoutAnError) {
     EXPECT_EQ(rowsOf("中"), 0) << "outside of the code page";
     EXPECT_EQ(rowsOf("'; --"), 0);
     EXPECT_GT(rowsOf("202403"), 1);
+    EXPECT_EQ(rowsOf("202403  "), rowsOf("202403")) << "blanks at the end do not count";
+
+    // Under this collation control characters do not count: one alone would equal the empty text.
+    db::DataSet collated("collated", oneName,
+                         {"select cast('x' as varchar(1)) as NAME from RDB$DATABASE",
+                          "where cast('' as varchar(6) character set UTF8) collate UNICODE_CI = :p1"},
+                         module.pFIBDatabase1, module.RFIBTransaction, nullptr);
+    for (const char* period : {"2024031", "中"}) {
+        collated.parameter("p1") = QString(period);
+        collated.open();
+        EXPECT_EQ(collated.rowCount(), 0) << period;
+        collated.close();
+    }
+}
+
+TEST(DataSets, LetOthersAlterTheirTablesOnceTheirQueriesAreReleased) {
+    const test::FirebirdServer server("127.0.0.4", "schema");
+    TDM module;
+    module.connectTo(server.address());
+    db::DataSet& coefficients = module.pFIBDataSet8;
+    coefficients.open();
+    coefficients.close();
+    coefficients.releaseHandles();
+    runSql(server.address(), "alter table OGRANICHENIE add NOTE integer; commit;"
+                             "insert into OGRANICHENIE (NAME, KOEFF) values ('x', 1.5); commit;");
+    coefficients.open();
+    EXPECT_EQ(coefficients.rowCount(), 1);
+}
+
+TEST(RowDecoder, RefusesATextLongerThanItsColumn) {
+    TDM module;
+    module.connectTo(test::limitsServer);
+    db::DataSet texts("texts", oneName, {"select cast('abc' as varchar(1000)) as NAME from RDB$DATABASE"},
+                      module.pFIBDatabase1, module.RFIBTransaction, nullptr);
+    texts.prepare();
+    const auto format = module.pFIBDatabase1.run([&](auto* status) {
+        const db::Handle<Firebird::IStatement> statement(module.pFIBDatabase1.handle().prepare(
+            status, module.RFIBTransaction.handle(), 0,
+            "select cast('abc' as varchar(1000)) as NAME from RDB$DATABASE", SQL_DIALECT_V6,
+            Firebird::IStatement::PREPARE_PREFETCH_METADATA));
+        return db::Handle<Firebird::IMessageMetadata>(statement->getOutputMetadata(status));
+    });
+    const db::RowDecoder decoder(module.pFIBDatabase1, *format, texts.fields(), "texts");
+    const std::array kinds{db::FieldKind::String};
+    std::vector<unsigned char> message(decoder.messageSize());
+    for (const std::uint16_t length : {std::uint16_t{1000}, std::uint16_t{1001}, std::uint16_t{60'000}}) {
+        db::RowStore store(kinds);
+        std::memcpy(message.data(), &length, sizeof length);
+        EXPECT_EQ(errorOf([&] { decoder.decode(message.data(), store); }).contains("испорчен"),
+                  length > 1000);
+    }
 }
 
 TEST(DataSets, RefuseTablesThatDoNotFit) {

@@ -12,6 +12,10 @@
 #include <csignal>
 #include <thread>
 
+#include <arpa/inet.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
 namespace {
 
 using test::errorOf;
@@ -90,6 +94,42 @@ TEST(ConnectionDeathTest, LeavesItToTheProgramHowSignalsEndIt) {
             TDM module;
             module.connectTo(test::sampleServer);
             std::raise(SIGTERM);
+        },
+        testing::KilledBySignal(SIGTERM), "");
+}
+
+/// Listens at an address without ever answering.
+class SilentServer final {
+public:
+    explicit SilentServer(const char* address) : socket_(::socket(AF_INET, SOCK_STREAM, 0)) {
+        sockaddr_in place{};
+        place.sin_family = AF_INET;
+        place.sin_port = htons(3050);
+        ::inet_pton(AF_INET, address, &place.sin_addr);
+        const int reuse = 1;
+        ::setsockopt(socket_, SOL_SOCKET, SO_REUSEADDR, &reuse, sizeof reuse);
+        const bool listens = ::bind(socket_, reinterpret_cast<const sockaddr*>(&place), sizeof place) == 0 &&
+                             ::listen(socket_, 1) == 0;
+        EXPECT_TRUE(listens) << address;
+    }
+    ~SilentServer() { ::close(socket_); }
+    Q_DISABLE_COPY_MOVE(SilentServer)
+
+private:
+    int socket_;
+};
+
+TEST(ConnectionDeathTest, EndsAtASignalWhileAServerDoesNotAnswer) {
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    EXPECT_EXIT(
+        {
+            const SilentServer silent("127.0.0.9");
+            std::thread([] {
+                std::this_thread::sleep_for(std::chrono::milliseconds(500));
+                ::kill(::getpid(), SIGTERM);
+            }).detach();
+            TDM module;
+            module.connectTo("127.0.0.9");
         },
         testing::KilledBySignal(SIGTERM), "");
 }

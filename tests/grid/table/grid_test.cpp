@@ -322,6 +322,8 @@ TEST_F(GridTest, SortsByClicksOnTheHeader) {
     clickHeader(price, Qt::ShiftModifier);
     clickHeader(price, Qt::ShiftModifier);
     EXPECT_EQ(ids(), "3 5 2 1 4");
+    clickHeader(price, Qt::ShiftModifier);
+    EXPECT_EQ(ids(), "3 2 5 1 4") << "the third click takes the order away";
     clickHeader(absent);
     EXPECT_EQ(ids(), "1 2 3 4 5");
     // The row in focus is still the one that it was.

@@ -192,11 +192,11 @@ TEST_F(TreeListTest, TypingGoesToTheNextNodeThatStartsWithTheText) {
     press(Qt::Key_Backspace);
     type(view(), QStringLiteral("\"")); // goes on from "бетон "
     EXPECT_EQ(dataSet_.currentRow(), 4);
-    QTest::qWait(QApplication::keyboardInputInterval() + 50);
+    QTest::qWait(1'700);
     type(view(), QStringLiteral("б"));
     EXPECT_EQ(dataSet_.currentRow(), 2) << "round the end";
 
-    QTest::qWait(QApplication::keyboardInputInterval() + 50);
+    press(Qt::Key_Escape);
     press(Qt::Key_Right, Qt::ControlModifier);
     type(view(), QStringLiteral("2.1"));
     EXPECT_EQ(dataSet_.currentRow(), 7) << "in the focused column";
@@ -242,6 +242,8 @@ TEST_F(TreeListTest, HeaderSortsSiblings) {
     clickHeader(2);
     EXPECT_EQ(shown(), "1 .1.2 .1.1 ..>1.1.1 ..1.1.2 2 0");
     EXPECT_TRUE(view().isRowSelected(view().currentRow()));
+    clickHeader(2);
+    EXPECT_EQ(shown(), "1 .1.2 .1.1 ..>1.1.1 ..1.1.2 0 2") << "as the dataset has them";
     clickHeader(3);
     EXPECT_EQ(shown(), "0 1 .1.1 ..>1.1.1 ..1.1.2 .1.2 2");
     dataSet_.close();
@@ -258,7 +260,9 @@ TEST_F(TreeListTest, SelectsSeveralAndCopies) {
     EXPECT_EQ(QApplication::clipboard()->text(),
               "Бетон\t1.1\nБетон тяжёлый\t1.1.1\n\"бетон \"\"Б\"\"\tлёгкий\"\t1.1.2\n");
     press(Qt::Key_Up, Qt::ShiftModifier);
-    press(Qt::Key_End, Qt::ControlModifier);
+    while (view().currentRow() + 1 < view().rows().count()) {
+        press(Qt::Key_Down, Qt::ControlModifier);
+    }
     press(Qt::Key_Space, Qt::ControlModifier);
     press(Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QApplication::clipboard()->text(), "Бетон\t1.1\nБетон тяжёлый\t1.1.1\nАрматура\t2\n");
@@ -301,7 +305,7 @@ TEST_F(TreeListTest, ColumnsFillTheWidthAndRowsShowTheirWholeText) {
     press(Qt::Key_Down);
     EXPECT_EQ(view().currentRow(), 0);
     EXPECT_LT(view().rowRect(0).top(), 0);
-    for (int presses = 0; presses < 100 && view().currentRow() == 0; ++presses) {
+    for (int presses = 0; presses < 1000 && view().currentRow() == 0; ++presses) {
         press(Qt::Key_Down);
     }
     EXPECT_EQ(view().currentRow(), 1);

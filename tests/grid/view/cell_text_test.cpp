@@ -2,29 +2,50 @@
 #include "support/printing.h"
 
 #include <QFontMetrics>
+#include <QImage>
+#include <QPainter>
 
 #include <gtest/gtest.h>
 
 namespace grid {
 
-TEST(CellText, BreaksBetweenWordsAndAfterTheHyphensOfACode) {
+TEST(CellText, BreaksWordsAndCodesButNeverANumber) {
     const QFont font;
+    const QFontMetrics metrics(font);
     const int line = cellTextHeight("8,45", 500, font);
-    for (const char* word : {"8.45", "-92233720368547758,08", "01.1.01.01", ""}) {
-        EXPECT_EQ(cellTextHeight(word, 30, font), line) << word;
+    const auto linesOf = [&](const char* text, int width) {
+        return (cellTextHeight(text, width, font) - line) / metrics.height() + 1;
+    };
+    for (const char* number : {"8.45", "-92233720368547758,08", "1234567", "-0,5"}) {
+        EXPECT_EQ(linesOf(number, 20), 1) << number;
+        EXPECT_TRUE(isCellTextCut(number, 20, font)) << number;
+        EXPECT_FALSE(isCellTextCut(number, 500, font)) << number;
     }
-    EXPECT_GT(cellTextHeight("Щебень из гравия", 60, font), line);
-    EXPECT_GT(cellTextHeight("а\nб", 500, font), line);
-    EXPECT_TRUE(isCellTextCut("01.1.01.01", 30, font));
-    const QString code = "01.1.01.01-0001";
-    const int half = QFontMetrics(font).horizontalAdvance("01.1.01.01-") + 2 * cellTextPaddingX;
-    const int twoLines = line + QFontMetrics(font).height();
-    EXPECT_EQ(cellTextHeight(code, half, font), twoLines);
-    EXPECT_FALSE(isCellTextCut(code, half, font));
-    EXPECT_EQ(cellTextHeight(code, 2 * half, font), line);
-    EXPECT_EQ(cellTextHeight(code, 30, font), twoLines);
-    EXPECT_TRUE(isCellTextCut(code, 30, font));
-    EXPECT_FALSE(isCellTextCut("Щебень из гравия", 90, font));
+    EXPECT_EQ(linesOf("", 20), 1);
+    EXPECT_GT(linesOf("Щебень из гравия", 60), 1);
+    EXPECT_EQ(linesOf("а\nб", 500), 2);
+
+    const auto widthOf = [&](const char* part) {
+        return metrics.horizontalAdvance(part) + 2 * cellTextPaddingX;
+    };
+    EXPECT_EQ(linesOf("01.1.01.01-0001", widthOf("01.1.01.01-")), 2) << "after the hyphen";
+    EXPECT_EQ(linesOf("01.1.01.01-0001", widthOf("01.1.01.")), 2) << "after a point";
+    EXPECT_EQ(linesOf("01.1.01.01-0001", 500), 1);
+    EXPECT_EQ(linesOf("fifififi", widthOf("fifi")), 2) << "letters that the font joins";
+    EXPECT_FALSE(isCellTextCut("01.1.01.01-0001", 40, font));
+}
+
+TEST(CellText, ShowsAnEllipsisForAllOfANumberThatDoesNotFit) {
+    const auto drawn = [](const QString& text, int width) {
+        QImage image(width, 40, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        drawCellText(painter, image.rect(), text, Qt::AlignRight);
+        return image;
+    };
+    EXPECT_EQ(drawn("1234567,89", 40), drawn("12345678,90", 40));
+    EXPECT_EQ(drawn("1234567,89", 40), drawn("…", 40));
+    EXPECT_NE(drawn("1234567,89", 200), drawn("12345678,90", 200));
 }
 
 } // namespace grid

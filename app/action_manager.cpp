@@ -52,7 +52,9 @@ FlatToolBar::FlatToolBar(QWidget* parent) : QToolBar(parent) {
 }
 
 void FlatToolBar::paintEvent(QPaintEvent*) {
-    QPainter(this).fillRect(rect(), palette().color(QPalette::Window));
+    QPainter painter(this);
+    painter.fillRect(rect(), palette().color(QPalette::Window));
+    painter.fillRect(rect().adjusted(sizeHint().width(), 0, 0, 0), palette().color(QPalette::Base));
 }
 
 ActionManager::ActionManager(const QString& name, QToolBar& toolBar, QObject* parent)

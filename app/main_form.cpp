@@ -130,8 +130,9 @@ void TMainForm::createToolBar() {
     ActionToolBar1->setObjectName(QStringLiteral("ActionToolBar1"));
     ActionToolBar1->setFixedHeight(toolBarHeight);
     QPalette colors = MainMenu1->palette();
-    colors.setColor(QPalette::Disabled, QPalette::ButtonText, QColor(109, 109, 109));
     colors.setColor(QPalette::ButtonText, Qt::black);
+    colors.setColor(QPalette::Disabled, QPalette::ButtonText, QColor(109, 109, 109));
+    colors.setColor(QPalette::Base, Qt::white);
     colors.setColor(QPalette::Highlight, Qt::white);
     colors.setColor(QPalette::HighlightedText, Qt::black);
     ActionToolBar1->setPalette(colors);

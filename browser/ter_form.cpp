@@ -391,10 +391,7 @@ void TTERForm::FormClose() {
         dataSet->close();
     }
     base::trimHeap();
-    // Compiled queries would keep others from altering the tables as long as the program stays connected.
-    for (db::DataSet* dataSet : DM->dataSets()) {
-        dataSet->releaseHandles();
-    }
+    DM->releaseQueries();
 }
 
 void TTERForm::showEvent(QShowEvent* event) {

@@ -109,6 +109,18 @@ void TDM::chooseEdition(const data::Edition& edition) {
     }
 }
 
+void TDM::releaseQueries() {
+    try {
+        for (db::DataSet* dataSet : dataSets()) {
+            dataSet->releaseHandles();
+        }
+    } catch (const db::DatabaseError& error) {
+        if (!error.meansLostConnection()) {
+            throw;
+        }
+    }
+}
+
 QString TDM::databaseNameOn(const QString& server) {
     return server + QStringLiteral("/3050:C:\\DATA\\BAZAKATALOG.FDB");
 }

@@ -60,6 +60,11 @@ public:
     /// after the other. Throws db::DatabaseError; the datasets done so far then keep the new queries.
     void chooseEdition(const data::Edition& edition);
 
+    /// Frees the compiled queries of all datasets, which would keep other clients from altering the tables as
+    /// long as the program stays connected. Throws db::DatabaseError, but not when the connection is lost,
+    /// and they with it.
+    void releaseQueries();
+
     /// The connection string of the catalog on a server: `server` as the user typed it, port and path.
     [[nodiscard]] static QString databaseNameOn(const QString& server);
 

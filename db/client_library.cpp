@@ -1,15 +1,41 @@
 #include "db/client_library.h"
 
 #include "base/win1251.h"
-#include "db/signal_keeper.h"
 
 #include <QStringDecoder>
 
 #include <array>
 
+#ifndef Q_OS_WIN
+#include <csignal>
+#endif
+
 namespace db {
 
 namespace {
+
+/// Keeps what the process does at SIGINT and SIGTERM over the client's first attachment. The client would
+/// answer them by shutting itself down under the program, which would live on without it.
+class SignalKeeper final {
+public:
+#ifdef Q_OS_WIN
+    SignalKeeper() noexcept = default;
+#else
+    SignalKeeper() noexcept {
+        sigaction(SIGINT, nullptr, &interrupt_);
+        sigaction(SIGTERM, nullptr, &terminate_);
+    }
+    ~SignalKeeper() {
+        sigaction(SIGINT, &interrupt_, nullptr);
+        sigaction(SIGTERM, &terminate_, nullptr);
+    }
+
+private:
+    struct sigaction interrupt_ = {};
+    struct sigaction terminate_ = {};
+#endif
+    Q_DISABLE_COPY_MOVE(SignalKeeper)
+};
 
 /// The server names its own objects in the connection's character set, the client its files in the system's.
 QString decodeStatusText(const char* text) {
@@ -71,7 +97,7 @@ void ClientLibrary::load() {
 }
 
 void ClientLibrary::keepSignals() const {
-    const SignalKeeper signalsStay;
+    [[maybe_unused]] const SignalKeeper signalsStay;
     // Whatever the client attaches to first makes it take the signals over. A parameter block without a
     // version that it knows is refused before any address is looked at, so that no signal is lost while a
     // server is slow to answer.

@@ -1,6 +1,5 @@
 #include "db/connection.h"
 
-#include "db/connection_client.h"
 #include "db/parameter_block.h"
 
 #include <ranges>

@@ -9,7 +9,22 @@
 
 namespace db {
 
-class ConnectionClient;
+/// What holds handles of a connection's server: its transaction and its datasets. They make themselves known
+/// to the connection, which so reaches them without knowing what they are.
+class ConnectionClient {
+public:
+    /// The connection is closing; what was read by it goes.
+    virtual void close() = 0;
+
+    /// Gives the handles back to the server. Throws DatabaseError.
+    virtual void releaseHandles() = 0;
+
+    /// Forgets the handles without asking the server, once the connection is lost.
+    virtual void forgetHandles() = 0;
+
+protected:
+    ~ConnectionClient() = default;
+};
 
 /// A connection to one database of a Firebird server.
 class Connection final : public QObject {

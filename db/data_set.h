@@ -1,7 +1,7 @@
 #pragma once
 
 #include "db/client_library.h"
-#include "db/connection_client.h"
+#include "db/connection.h"
 #include "db/field.h"
 #include "db/query_parameters.h"
 #include "db/row_decoder.h"
@@ -16,7 +16,6 @@
 
 namespace db {
 
-class Connection;
 class Transaction;
 
 /// A query with its parameters, its declared fields, and, while it is open, the rows that it read and one of

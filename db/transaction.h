@@ -1,14 +1,12 @@
 #pragma once
 
 #include "db/client_library.h"
-#include "db/connection_client.h"
+#include "db/connection.h"
 
 #include <QObject>
 #include <QStringList>
 
 namespace db {
-
-class Connection;
 
 /// The one transaction of a connection; started by the first dataset that needs it.
 class Transaction final : public QObject, private ConnectionClient {

@@ -35,6 +35,9 @@ public:
     /// Ends the appending; gives back the memory held for growth. Rows can be read from now on.
     void seal();
 
+    /// Has the processor fetch a row that is going to be read; rows that lie apart are waited for otherwise.
+    void prefetch(int row) const noexcept;
+
     [[nodiscard]] int rowCount() const noexcept { return rowCount_; }
     [[nodiscard]] bool isNull(int row, int field) const noexcept;
     /// The number of a numeric field (a decimal's in units of its last digit); 0 where it is NULL.

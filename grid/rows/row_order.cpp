@@ -114,9 +114,10 @@ private:
         }
         const RowOrderKey& key = keys_[keyIndex];
         depth += commonLength(run, key.field, depth);
-        for (Entry& entry : run) {
-            const std::uint64_t word = packWeights(store_.string(entry.row, key.field), depth);
-            entry.word = key.descending ? ~word : word;
+        for (std::size_t index = 0; index < run.size(); ++index) {
+            prefetchBeyond(run, index);
+            const std::uint64_t word = packWeights(store_.string(run[index].row, key.field), depth);
+            run[index].word = key.descending ? ~word : word;
         }
         sortWords(run);
         forEachEqualRun(run, [&](Entries equal) {
@@ -129,12 +130,21 @@ private:
         });
     }
 
+    /// Sets the row of a later entry on its way; texts are read in the order of the run, not of the store.
+    void prefetchBeyond(Entries run, std::size_t index) const {
+        constexpr std::size_t ahead = 12;
+        if (index + ahead < run.size()) {
+            store_.prefetch(run[index + ahead].row);
+        }
+    }
+
     /// How many weights from `depth` on all the texts share.
     [[nodiscard]] std::size_t commonLength(Entries run, int field, std::size_t depth) const {
         const std::string_view first = store_.string(run.front().row, field).substr(depth);
         std::size_t common = first.size();
-        for (const Entry& entry : run.subspan(1)) {
-            const std::string_view text = store_.string(entry.row, field).substr(depth);
+        for (std::size_t index = 1; index < run.size(); ++index) {
+            prefetchBeyond(run, index);
+            const std::string_view text = store_.string(run[index].row, field).substr(depth);
             common = std::min(common, text.size());
             std::size_t same = 0;
             while (same < common && weight(text[same]) == weight(first[same])) {

@@ -1,7 +1,8 @@
 #include "bench/catalog.h"
 #include "bench/rows.h"
 #include "bench/screen.h"
-#include "browser/grid_layout.h"
+#include "browser/grid_columns.h"
+#include "data/catalog_fields.h"
 #include "grid/table/grid.h"
 #include "grid/table/table_view.h"
 #include "ui/fonts.h"
@@ -21,10 +22,13 @@ constexpr QSize screenSize(1920, 1080);
 constexpr int places = 40;
 constexpr int stepsAtPlace = 5;
 
+constexpr grid::GridSpec spec{u"grid", u"level", u"view", browser::columnsOf<data::fields::materials>,
+                              u"KOD"};
+
 /// The materials of a stretch in a grid of their own.
 struct Materials {
     Materials(const Stretch& stretch, const QString& server, QStackedWidget& window)
-        : grid(new grid::Grid(browser::layout::materials, module.DataSource3, &window)) {
+        : grid(new grid::Grid(spec, module.DataSource3, &window)) {
         module.connectTo(server);
         openMaterials(module, stretch);
         window.addWidget(grid);

@@ -5,9 +5,9 @@
 #include "base/program_place.h"
 #include "browser/banner.h"
 #include "browser/grid_export.h"
-#include "browser/grid_layout.h"
 #include "browser/selector.h"
 #include "browser/selector_lists.h"
+#include "browser/ter_form_tables.h"
 #include "data/data_modul.h"
 #include "data/selection.h"
 #include "grid/table/grid.h"
@@ -30,7 +30,6 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <iterator>
 
 TTERForm* TERForm = nullptr;
 
@@ -39,7 +38,6 @@ namespace {
 constexpr QSize designSize(1212, 644);
 constexpr int bannerHeight = 23;
 constexpr int selectorBarHeight = 25;
-constexpr int selectorGap = 57;
 constexpr int buttonPanelHeight = 41;
 constexpr QRect buttonPlace(0, 10, 121, 25);
 constexpr int treeMargin = 3;
@@ -59,117 +57,6 @@ QFrame* makePanel(QWidget* parent, const char* name, QFrame::Shape shape) {
 }
 
 } // namespace
-
-/// A selector of the bar at the top.
-struct TTERForm::SelectorSpec {
-    struct Control {
-        browser::Selector* TTERForm::*member;
-        const char* name;
-        int width;
-        void (TTERForm::*handler)();
-    };
-
-    Control control;
-    QStringView initialText;
-    QStringView hint;
-};
-
-const TTERForm::SelectorSpec TTERForm::selectors[]{
-    {
-        .control = {&TTERForm::cxComboBox1, "cxComboBox1", 240, &TTERForm::cxComboBox1PropertiesChange},
-        .initialText = u"Регион",
-        .hint = u"Выбор текущего региона",
-    },
-    {
-        .control = {&TTERForm::cxComboBox2, "cxComboBox2", 103, &TTERForm::cxComboBox2PropertiesChange},
-        .initialText = u"Период",
-        .hint = u"Выбор текущего периода",
-    },
-};
-
-/// A grid of a tab and what it is bound to.
-struct TTERForm::GridPlace {
-    grid::Grid* TTERForm::*member = nullptr;
-    const grid::GridSpec* spec = nullptr;
-    db::DataSource TDM::*source = nullptr;
-};
-
-/// A tab with a button panel and a grid, which may cover another one.
-struct TTERForm::TabSpec {
-    struct Sheet {
-        QWidget* TTERForm::*member;
-        const char* name;
-        QStringView caption;
-    };
-
-    struct Panel {
-        QFrame* TTERForm::*member;
-        const char* name;
-    };
-
-    struct Button {
-        QPushButton* TTERForm::*member;
-        const char* name;
-        void (TTERForm::*handler)();
-    };
-
-    /// How the tab's workbook is called after the banner.
-    struct FileName {
-        QStringView fixedText;
-        bool ofSelection; ///< followed by region and period
-    };
-
-    Sheet sheet;
-    Panel panel;
-    Button button;
-    GridPlace shown;
-    FileName file;
-    GridPlace covered = {};
-};
-
-const TTERForm::TabSpec TTERForm::tabs[]{
-    {.sheet = {&TTERForm::cxTabSheet1, "cxTabSheet1", u"КТЦ_Материалы"},
-     .panel = {&TTERForm::Panel4, "Panel4"},
-     .button = {&TTERForm::Button1, "Button1", &TTERForm::Button1Click},
-     .shown = {&TTERForm::cxGrid1, &browser::layout::materials, &TDM::DataSource3},
-     .file = {.fixedText = u"_КТЦ_Материалы_", .ofSelection = true}},
-    {.sheet = {&TTERForm::cxTabSheet2, "cxTabSheet2", u"КТЦ_Материалы_оглавление"},
-     .panel = {&TTERForm::Panel5, "Panel5"},
-     .button = {&TTERForm::Button2, "Button2", &TTERForm::Button2Click},
-     .shown = {&TTERForm::cxGrid3, &browser::layout::contents, &TDM::DataSource4},
-     .file = {.fixedText = u"_КТЦ_Материалы_оглавление_", .ofSelection = true},
-     .covered = {&TTERForm::cxGrid2, &browser::layout::covered, &TDM::DataSource3}},
-    {.sheet = {&TTERForm::cxTabSheet3, "cxTabSheet3", u"КТЦ_Машины"},
-     .panel = {&TTERForm::Panel6, "Panel6"},
-     .button = {&TTERForm::Button3, "Button3", &TTERForm::Button3Click},
-     .shown = {&TTERForm::cxGrid4, &browser::layout::machines, &TDM::DataSource5},
-     .file = {.fixedText = u"_КТЦ_Машины_", .ofSelection = true}},
-    {.sheet = {&TTERForm::cxTabSheet4, "cxTabSheet4", u"КТЦ_Труд"},
-     .panel = {&TTERForm::Panel7, "Panel7"},
-     .button = {&TTERForm::Button4, "Button4", &TTERForm::Button4Click},
-     .shown = {&TTERForm::cxGrid5, &browser::layout::labour, &TDM::DataSource6},
-     .file = {.fixedText = u"_КТЦ_Труд_", .ofSelection = true}},
-    {.sheet = {&TTERForm::cxTabSheet9, "cxTabSheet9", u"Каталог перевозка"},
-     .panel = {&TTERForm::Panel11, "Panel11"},
-     .button = {&TTERForm::Button8, "Button8", &TTERForm::Button8Click},
-     .shown = {&TTERForm::cxGrid9, &browser::layout::transport, &TDM::DataSource10},
-     .file = {.fixedText = u"_Каталог перевозка_", .ofSelection = true}},
-    {.sheet = {&TTERForm::cxTabSheet5, "cxTabSheet5", u"Справочник регионов"},
-     .panel = {&TTERForm::Panel8, "Panel8"},
-     .button = {&TTERForm::Button5, "Button5", &TTERForm::Button5Click},
-     .shown = {&TTERForm::cxGrid6, &browser::layout::regions, &TDM::DataSource1},
-     .file = {.fixedText = u"_Регионы", .ofSelection = false}},
-    {.sheet = {&TTERForm::cxTabSheet6, "cxTabSheet6", u"Справочник фирм"},
-     .panel = {&TTERForm::Panel9, "Panel9"},
-     .button = {&TTERForm::Button6, "Button6", &TTERForm::Button6Click},
-     .shown = {&TTERForm::cxGrid7, &browser::layout::firms, &TDM::DataSource7},
-     .file = {.fixedText = u"_Фирмы", .ofSelection = false}},
-    {.sheet = {&TTERForm::cxTabSheet7, "cxTabSheet7", u"Региональные коэффициенты"},
-     .panel = {&TTERForm::Panel10, "Panel10"},
-     .button = {&TTERForm::Button7, "Button7", &TTERForm::Button7Click},
-     .shown = {&TTERForm::cxGrid8, &browser::layout::coefficients, &TDM::DataSource8},
-     .file = {.fixedText = u"_Региональные коэффициенты", .ofSelection = false}},
-};
 
 void TTERForm::create(browser::BrowserHost& host) {
     TERForm = new TTERForm(host);
@@ -218,17 +105,18 @@ void TTERForm::createSelectors(QVBoxLayout& layout) {
     Panel2 = makePanel(this, "Panel2", QFrame::Panel);
     Panel2->setFixedHeight(selectorBarHeight);
     auto* const bar = ui::makeTightLayout<QHBoxLayout>(Panel2);
-    for (const SelectorSpec& spec : selectors) {
+    for (const SelectorSpec& spec : selectors()) {
         auto* const selector = named(new browser::Selector(spec.hint.toString(), Panel2), spec.control.name);
         this->*spec.control.member = selector;
         selector->setFixedWidth(spec.control.width);
         selector->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
         selector->setEditText(spec.initialText.toString());
         bar->addWidget(selector);
-        if (spec.control.member == &TTERForm::cxComboBox1) {
-            Panel3 = makePanel(Panel2, "Panel3", QFrame::NoFrame);
-            Panel3->setFixedWidth(selectorGap);
-            bar->addWidget(Panel3);
+        if (spec.gap.member) {
+            QFrame* const gap = makePanel(Panel2, spec.gap.name, QFrame::NoFrame);
+            this->*spec.gap.member = gap;
+            gap->setFixedWidth(spec.gap.width);
+            bar->addWidget(gap);
         }
     }
     bar->addStretch(1);
@@ -239,10 +127,9 @@ void TTERForm::createBody(QVBoxLayout& layout) {
     Panel1 = makePanel(this, "Panel1", QFrame::Panel);
     cxPageControl1 = named(new QTabWidget(Panel1), "cxPageControl1");
     ui::makeTightLayout<QVBoxLayout>(Panel1)->addWidget(cxPageControl1);
-    for (const TabSpec& tab : tabs) {
+    for (const TabSpec& tab : tabs()) {
         createTab(tab);
     }
-    createTreeTab();
     for (QToolButton* const arrow : cxPageControl1->tabBar()->findChildren<QToolButton*>()) {
         arrow->setFocusPolicy(Qt::NoFocus);
     }
@@ -254,23 +141,27 @@ void TTERForm::createTab(const TabSpec& tab) {
     QWidget* const sheet = named(new QWidget, tab.sheet.name);
     this->*tab.sheet.member = sheet;
     cxPageControl1->addTab(sheet, tab.sheet.caption.toString());
+    tab.tree.member ? createTreePage(tab, *sheet) : createGridPage(tab, *sheet);
+}
+
+void TTERForm::createGridPage(const TabSpec& tab, QWidget& sheet) {
     // Created in the order of the keyboard: the grids, then the button above them.
     auto* const grids = new QStackedLayout;
     grids->setStackingMode(QStackedLayout::StackAll);
-    if (tab.covered.member != nullptr) {
-        grid::Grid* const covered = createGrid(tab.covered, *sheet, *grids);
+    if (tab.covered.member) {
+        grid::Grid* const covered = createGrid(tab.covered, sheet, *grids);
         // A focus that nobody sees would be lost.
         covered->view().setFocusPolicy(Qt::NoFocus);
         covered->setFocusPolicy(Qt::NoFocus);
     }
-    createGrid(tab.shown, *sheet, *grids);
-    auto* const layout = ui::makeTightLayout<QVBoxLayout>(sheet);
-    layout->addWidget(createButtonPanel(tab, *sheet));
+    createGrid(tab.shown, sheet, *grids);
+    auto* const layout = ui::makeTightLayout<QVBoxLayout>(&sheet);
+    layout->addWidget(createButtonPanel(tab, sheet));
     layout->addLayout(grids, 1);
 }
 
 grid::Grid* TTERForm::createGrid(const GridPlace& place, QWidget& sheet, QStackedLayout& stack) {
-    auto* const control = new grid::Grid(*place.spec, DM->*place.source, &sheet);
+    auto* const control = new grid::Grid(place.spec, DM->*place.source, &sheet);
     this->*place.member = control;
     stack.addWidget(control);
     stack.setCurrentWidget(control);
@@ -293,20 +184,20 @@ QFrame* TTERForm::createButtonPanel(const TabSpec& tab, QWidget& sheet) {
     return panel;
 }
 
-void TTERForm::createTreeTab() {
-    cxTabSheet8 = named(new QWidget, "cxTabSheet8");
-    cxPageControl1->addTab(cxTabSheet8, QStringLiteral("Каталог"));
-    auto* const layout = new QVBoxLayout(cxTabSheet8);
+void TTERForm::createTreePage(const TabSpec& tab, QWidget& sheet) {
+    auto* const layout = new QVBoxLayout(&sheet);
     layout->setContentsMargins(treeMargin, treeMargin, treeMargin, treeMargin);
-    cxDBTreeList1 = new grid::TreeList(browser::layout::catalogTree, DM->DataSource9, cxTabSheet8);
-    layout->addWidget(cxDBTreeList1);
+    auto* const tree = new grid::TreeList(tab.tree.spec, DM->*tab.tree.source, &sheet);
+    this->*tab.tree.member = tree;
+    layout->addWidget(tree);
 }
 
 void TTERForm::leaveSelectors(int page) {
     // Whoever turns to a page wants to walk through its rows, not through the regions.
     if (cxComboBox1->hasFocus() || cxComboBox2->hasFocus()) {
-        const bool isTree = page == static_cast<int>(std::size(tabs));
-        (isTree ? static_cast<QWidget*>(cxDBTreeList1) : this->*tabs[page].shown.member)->setFocus();
+        const TabSpec& tab = tabs()[static_cast<std::size_t>(page)];
+        (tab.tree.member ? static_cast<QWidget*>(this->*tab.tree.member) : this->*tab.shown.member)
+            ->setFocus();
     }
 }
 
@@ -316,7 +207,7 @@ void TTERForm::FormCreate() {
     browser::fillPeriodSelector(*DM, *cxComboBox2);
     data::openCatalogs(*DM);
     // Connected only now: filling the selectors is no choice of the user's.
-    for (const SelectorSpec& spec : selectors) {
+    for (const SelectorSpec& spec : selectors()) {
         browser::Selector* const selector = this->*spec.control.member;
         connect(selector, &QComboBox::editTextChanged, this,
                 [this, selector, handler = spec.control.handler] {
@@ -328,21 +219,26 @@ void TTERForm::FormCreate() {
 }
 
 void TTERForm::markSelectors() {
+    rememberShownRegion();
     cxComboBox1->setWarning(regionWarning());
-    const auto dataSets = DM->selectionDataSets();
-    const bool isEmpty = std::all_of(dataSets.begin(), dataSets.end(),
-                                     [](const db::DataSet* dataSet) { return dataSet->rowCount() == 0; });
+    const bool isEmpty = std::ranges::all_of(
+        DM->selectionDataSets(), [](const db::DataSet* dataSet) { return dataSet->rowCount() == 0; });
     cxComboBox2->setWarning(isEmpty ? QStringLiteral("За этот период строк нет") : QString());
 }
 
-QString TTERForm::regionWarning() {
+void TTERForm::rememberShownRegion() {
+    const QString region = cxComboBox1->currentText();
+    if (data::isSelectionRead(*DM) && data::isRegion(*DM, region)) {
+        shownRegion_ = region;
+    }
+}
+
+QString TTERForm::regionWarning() const {
     if (!data::isSelectionRead(*DM)) {
         return QStringLiteral(
             "Прочитаны не все таблицы: на страницах могут быть строки другого региона или периода");
     }
-    const QString region = cxComboBox1->currentText();
-    if (data::isRegion(*DM, region)) {
-        shownRegion_ = region;
+    if (data::isRegion(*DM, cxComboBox1->currentText())) {
         return {};
     }
     const QString shown = shownRegion_.isEmpty() ? QStringLiteral("с кодом %1").arg(CurRegionId)
@@ -411,9 +307,8 @@ QString TTERForm::printedHeader(const TabSpec& tab) const {
 }
 
 void TTERForm::exportTab(QPushButton* TTERForm::*button) {
-    const TabSpec& tab = *std::find_if(std::begin(tabs), std::end(tabs), [&](const TabSpec& candidate) {
-        return candidate.button.member == button;
-    });
+    const TabSpec& tab =
+        *std::ranges::find(tabs(), button, [](const TabSpec& candidate) { return candidate.button.member; });
     const QString selection =
         tab.file.ofSelection ? cxComboBox1->currentText() + cxComboBox2->currentText() : QString();
     browser::exportGrid(this->*tab.shown.member, base::programFolder(),

@@ -4,6 +4,8 @@
 #include "browser/selector.h"
 #include "ui/form.h"
 
+#include <span>
+
 class QFrame;
 class QLabel;
 class QPushButton;
@@ -102,8 +104,9 @@ private:
     struct SelectorSpec;
     struct GridPlace;
     struct TabSpec;
-    static const SelectorSpec selectors[];
-    static const TabSpec tabs[];
+    static std::span<const SelectorSpec> selectors();
+    /// In the order in which they are shown.
+    static std::span<const TabSpec> tabs();
 
     explicit TTERForm(browser::BrowserHost& host);
     void createBanner(QVBoxLayout& layout);
@@ -112,12 +115,14 @@ private:
     void createTab(const TabSpec& tab);
     grid::Grid* createGrid(const GridPlace& place, QWidget& sheet, QStackedLayout& stack);
     QFrame* createButtonPanel(const TabSpec& tab, QWidget& sheet);
-    void createTreeTab();
+    void createGridPage(const TabSpec& tab, QWidget& sheet);
+    void createTreePage(const TabSpec& tab, QWidget& sheet);
     /// Moves the focus from a selector to the page that has come into view.
     void leaveSelectors(int page);
     /// Marks a selector whose text does not say what the pages show.
     void markSelectors();
-    [[nodiscard]] QString regionWarning();
+    void rememberShownRegion();
+    [[nodiscard]] QString regionWarning() const;
     [[nodiscard]] QString printedHeader(const TabSpec& tab) const;
     /// Writes the grid of the tab with that button to a workbook.
     void exportTab(QPushButton* TTERForm::*button);

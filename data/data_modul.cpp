@@ -93,6 +93,10 @@ std::vector<db::DataSet*> TDM::selectionDataSets() {
     return dataSetsWhere(*this, [](const DataSetSpec& spec) { return spec.rows == OfSelection; });
 }
 
+std::vector<db::DataSet*> TDM::wholeDataSets() {
+    return dataSetsWhere(*this, [](const DataSetSpec& spec) { return spec.rows == Whole; });
+}
+
 void TDM::connectTo(const QString& server) {
     pFIBDatabase1.setDatabaseName(databaseNameOn(server));
     pFIBDatabase1.open();

@@ -52,6 +52,10 @@ public:
     /// pFIBDataSet3 to pFIBDataSet6, pFIBDataSet10.
     [[nodiscard]] std::vector<db::DataSet*> selectionDataSets();
 
+    /// The datasets that show a whole table, in the order in which they are read: pFIBDataSet7 to
+    /// pFIBDataSet9.
+    [[nodiscard]] std::vector<db::DataSet*> wholeDataSets();
+
     /// Points the connection at the catalog on a server and opens it; changes nothing when it is open there.
     /// Throws db::DatabaseError, also when it is open elsewhere.
     void connectTo(const QString& server);

@@ -28,7 +28,7 @@ void openCatalogs(TDM& module) {
         bindSelection(*dataSet, CurPeriod, CurRegionId);
         dataSet->open();
     }
-    for (db::DataSet* dataSet : {&module.pFIBDataSet7, &module.pFIBDataSet8, &module.pFIBDataSet9}) {
+    for (db::DataSet* dataSet : module.wholeDataSets()) {
         dataSet->open();
     }
 }
@@ -48,8 +48,7 @@ std::int32_t currentRegionId(const TDM& module) {
 }
 
 bool isSelectionRead(TDM& module) {
-    const auto dataSets = module.selectionDataSets();
-    return std::all_of(dataSets.begin(), dataSets.end(), [](db::DataSet* dataSet) {
+    return std::ranges::all_of(module.selectionDataSets(), [](db::DataSet* dataSet) {
         return dataSet->isOpen() && dataSet->parameter(periodParameter) == db::ParameterValue(CurPeriod) &&
                dataSet->parameter(regionParameter) == db::ParameterValue(CurRegionId);
     });

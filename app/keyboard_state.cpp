@@ -13,8 +13,8 @@ namespace app {
 KeyboardState readKeyboardState() {
 #if defined(TARVELO_X11)
     const auto* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    Display* const display = x11 == nullptr ? nullptr : x11->display();
-    if (display != nullptr) {
+    Display* const display = x11 ? x11->display() : nullptr;
+    if (display) {
         // Bits of the core keyboard's indicators, in the order that the X keyboard rules give them.
         unsigned indicators = 0;
         XkbGetIndicatorState(display, XkbUseCoreKbd, &indicators);

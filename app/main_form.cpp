@@ -1,12 +1,12 @@
 #include "app/main_form.h"
 
 #include "app/action_manager.h"
+#include "app/application_events.h"
 #include "app/error_log.h"
 #include "app/input_box.h"
 #include "browser/ter_form.h"
 #include "data/data_modul.h"
 #include "ui/application.h"
-#include "ui/application_events.h"
 #include "ui/fonts.h"
 #include "ui/screen_cursor.h"
 #include "ui/tight_layout.h"
@@ -20,6 +20,7 @@
 #include <algorithm>
 #include <array>
 #include <functional>
+#include <ranges>
 
 TMainForm* MainForm = nullptr;
 
@@ -31,7 +32,7 @@ constexpr int statusBarHeight = 20;
 constexpr int browserMargin = 3;
 
 constexpr int closeCommand = 9;
-static_assert(std::none_of(data::editions.begin(), data::editions.end(), [](const data::Edition& edition) {
+static_assert(std::ranges::none_of(data::editions, [](const data::Edition& edition) {
     return edition.number == 0 || edition.number == closeCommand;
 }));
 
@@ -106,12 +107,14 @@ void TMainForm::showEmpty() {
 }
 
 void TMainForm::createEvents() {
-    ApplicationEvents1 = new ui::ApplicationEvents(
+    ApplicationEvents1 = new app::ApplicationEvents(
         QStringLiteral("ApplicationEvents1"),
-        [this](QObject& sender, const std::exception& exception) {
-            ApplicationEvents1Exception(sender, exception);
-        },
-        [this](QObject& sender) { ApplicationEvents1Hint(sender); }, this);
+        {.exceptionRaised =
+             [this](QObject& sender, const std::exception& exception) {
+                 ApplicationEvents1Exception(sender, exception);
+             },
+         .hintChanged = [this](QObject& sender) { ApplicationEvents1Hint(sender); }},
+        this);
 }
 
 void TMainForm::createMenu() {
@@ -155,8 +158,7 @@ void TMainForm::createCommand(int number, const data::Edition::Words& words,
     auto* const action = new QAction(words.caption.toString(), ActionList1);
     action->setObjectName(QStringLiteral("Action%1").arg(number));
     action->setStatusTip(words.hint.toString());
-    const auto* const named = std::find_if(std::begin(namedCommands), std::end(namedCommands),
-                                           [&](const NamedCommand& row) { return row.number == number; });
+    const auto* const named = std::ranges::find(namedCommands, number, &NamedCommand::number);
     if (named != std::end(namedCommands)) {
         this->*named->member = action;
         run = std::bind_front(named->handler, this);
@@ -182,7 +184,7 @@ void TMainForm::createStatusBar() {
     }};
     dxStatusBar1 = new app::StatusBar(QStringLiteral("dxStatusBar1"), statusBarHeight, panels,
                                       ui::fixedTextFont(tahoma(), 13, true), statusBarColor,
-                                      ui::loadSkin(QStringLiteral("DEFAULTUSERSKINDATA")), this);
+                                      app::loadSkin(QStringLiteral("DEFAULTUSERSKINDATA")), this);
 }
 
 void TMainForm::layOut() {
@@ -212,7 +214,7 @@ void TMainForm::openEdition(const data::Edition& edition) {
         Action9Execute(*this);
     }
     ui::Application::processMessages();
-    if (TERForm == nullptr) {
+    if (!TERForm) {
         ui::setScreenCursor(ui::ScreenCursor::Hourglass);
         Tag = edition.number;
         DM->chooseEdition(edition);
@@ -228,8 +230,10 @@ void TMainForm::Action9Execute(QObject&) {
         close();
         return;
     }
-    std::vector<ui::Form*> forms = ui::Form::all();
-    std::for_each(forms.rbegin(), forms.rend(), [](ui::Form* form) { form->closeForm(); });
+    const std::vector<ui::Form*> forms = ui::Form::all();
+    for (ui::Form* form : forms | std::views::reverse) {
+        form->closeForm();
+    }
 }
 
 void TMainForm::ApplicationEvents1Hint(QObject&) {

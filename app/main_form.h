@@ -17,12 +17,9 @@ class QActionGroup;
 
 namespace app {
 class ActionManager;
+class ApplicationEvents;
 class FlatToolBar;
 } // namespace app
-
-namespace ui {
-class ApplicationEvents;
-}
 
 /// The main window: menu, edition tool bar, client panel for the catalog browser, and status bar.
 class TMainForm final : public QWidget, public browser::BrowserHost {
@@ -40,7 +37,7 @@ public:
     QMenuBar* MainMenu1 = nullptr;
     QAction* N1 = nullptr;
     app::StatusBar* dxStatusBar1 = nullptr;
-    ui::ApplicationEvents* ApplicationEvents1 = nullptr;
+    app::ApplicationEvents* ApplicationEvents1 = nullptr;
     QFrame* Panel1 = nullptr;
     app::OpenDialog* OpenDialog1 = nullptr;
     QActionGroup* ActionList1 = nullptr;

@@ -1,11 +1,11 @@
 #include "app/start_up.h"
 
 #include "app/main_form.h"
+#include "app/style.h"
 #include "app/xpm_resource.h"
 #include "data/data_modul.h"
 #include "ui/application.h"
 #include "ui/fonts.h"
-#include "ui/style.h"
 
 #include <QCursor>
 #include <QIcon>
@@ -52,7 +52,7 @@ int runWindows() {
     ui::Application::setWindowIcon(imageOf(QStringLiteral(":/icon/tarvelo")));
     ui::installFontSubstitutes();
     // Without its style the program looks plainer, no more; the failure has been shown.
-    static_cast<void>(ui::trySetStyle(QStringLiteral("SLATECLASSICO")));
+    static_cast<void>(app::trySetStyle(QStringLiteral("SLATECLASSICO")));
 
     // The program's own cursors by their numbers, the hot spot at the upper left.
     const std::map<int, QCursor> cursors{

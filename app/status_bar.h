@@ -1,6 +1,6 @@
 #pragma once
 
-#include "ui/style.h"
+#include "app/style.h"
 
 #include <QLabel>
 #include <QWidget>
@@ -23,7 +23,7 @@ class StatusBar final : public QWidget {
 
 public:
     StatusBar(const QString& name, int height, std::span<const TextPanelSpec> panels, const QFont& font,
-              const QColor& fontColor, const ui::Skin& skin, QWidget* parent);
+              const QColor& fontColor, const app::Skin& skin, QWidget* parent);
 
     /// Text panel by position, from 0.
     void setText(int panel, const QString& text);
@@ -37,7 +37,7 @@ private:
     QLabel* addLabel(const QString& name, const QColor& color);
     void updateKeyboardState();
 
-    ui::Skin skin_;
+    app::Skin skin_;
     std::vector<QLabel*> textPanels_;
     std::array<QLabel*, 3> keyIndicators_{}; // Caps Lock, Num Lock, Insert
     bool overwriting_ = false;

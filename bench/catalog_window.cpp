@@ -1,14 +1,15 @@
 #include "bench/catalog_window.h"
 
+#include "app/style.h"
 #include "bench/measure.h"
 #include "bench/screen.h"
 #include "browser/ter_form.h"
+#include "db/field.h"
 #include "grid/rows/column.h"
 #include "grid/rows/table_model.h"
 #include "grid/table/grid.h"
 #include "grid/table/table_view.h"
 #include "ui/fonts.h"
-#include "ui/style.h"
 
 #include <QComboBox>
 
@@ -19,7 +20,7 @@ namespace bench {
 
 CatalogWindow::CatalogWindow(const QString& server) {
     ui::installFontSubstitutes();
-    if (!ui::trySetStyle(QStringLiteral("SLATECLASSICO"))) {
+    if (!app::trySetStyle(QStringLiteral("SLATECLASSICO"))) {
         throw std::runtime_error("the visual style is missing");
     }
     module_ = std::make_unique<TDM>();
@@ -28,7 +29,7 @@ CatalogWindow::CatalogWindow(const QString& server) {
     form_ = std::make_unique<TMainForm>();
     static_cast<void>(timeUntilPainted(*form_, [this] { form_->update(); }));
     form_->Action1Execute(*form_);
-    if (TERForm == nullptr) {
+    if (!TERForm) {
         throw std::runtime_error("the catalog browser has not opened");
     }
     settle();
@@ -49,9 +50,10 @@ void CatalogWindow::choose(const Stretch& stretch) {
 
 int columnOf(const grid::TableModel& model, const QString& field) {
     const auto& columns = model.columns();
-    return static_cast<int>(std::find_if(columns.begin(), columns.end(),
-                                         [&](const grid::Column* c) { return c->fieldName() == field; }) -
-                            columns.begin());
+    const auto found = std::ranges::find(columns, field, [](const grid::Column* column) {
+        return column->field() ? column->field()->column() : QString();
+    });
+    return static_cast<int>(found - columns.begin());
 }
 
 } // namespace bench

@@ -1,7 +1,6 @@
 #include "ui/application.h"
 
 #include "base/error.h"
-#include "ui/application_events.h"
 
 #include <QLibraryInfo>
 #include <QMessageBox>
@@ -35,12 +34,12 @@ Application::Application(int& argc, char** argv) : QApplication(argc, argv) {
 }
 
 void Application::handleException(QObject& sender, const std::exception& exception) const {
-    if (events_ == nullptr) {
+    if (!events_.exceptionRaised) {
         showException(exception);
         return;
     }
     try {
-        events_->exceptionRaised(sender, exception);
+        events_.exceptionRaised(sender, exception);
     } catch (const std::exception& escaped) {
         showException(escaped);
     }
@@ -51,8 +50,8 @@ void Application::setHint(const QString& hint) {
         return;
     }
     hint_ = hint;
-    if (events_ != nullptr) {
-        guarded(*this, [this] { events_->hintChanged(*this); });
+    if (events_.hintChanged) {
+        guarded(*this, [this] { events_.hintChanged(*this); });
     }
 }
 

@@ -3,10 +3,9 @@
 #include <QApplication>
 
 #include <exception>
+#include <functional>
 
 namespace ui {
-
-class ApplicationEvents;
 
 /// The application object: every exception that no handler catches ends here.
 ///
@@ -14,10 +13,16 @@ class ApplicationEvents;
 /// through guarded(), and what an event handler of a widget throws ends in notify().
 class Application final : public QApplication {
 public:
+    /// What is told of an unhandled exception and of a change of the hint.
+    struct Events {
+        std::function<void(QObject& sender, const std::exception& exception)> exceptionRaised;
+        std::function<void(QObject& sender)> hintChanged;
+    };
+
     Application(int& argc, char** argv);
 
     /// The hooks in force; without any, exceptions are just shown.
-    void setEvents(const ApplicationEvents* events) { events_ = events; }
+    void setEvents(Events events) { events_ = std::move(events); }
 
     /// Hands the exception to the exception event. An exception that escapes from there is shown in its
     /// stead.
@@ -41,7 +46,7 @@ public:
     void setTerminating(bool terminating = true) { terminating_ = terminating; }
 
 private:
-    const ApplicationEvents* events_ = nullptr;
+    Events events_;
     QString hint_;
     bool terminating_ = false;
 };

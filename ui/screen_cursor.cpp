@@ -17,7 +17,7 @@ void setScreenCursor(ScreenCursor cursor) {
 }
 
 ScreenCursor screenCursor() {
-    return QGuiApplication::overrideCursor() == nullptr ? ScreenCursor::Default : ScreenCursor::Hourglass;
+    return QGuiApplication::overrideCursor() ? ScreenCursor::Hourglass : ScreenCursor::Default;
 }
 
 } // namespace ui

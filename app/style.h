@@ -3,7 +3,7 @@
 #include <QColor>
 #include <QString>
 
-namespace ui {
+namespace app {
 
 /// Switches the whole program to the visual style held by the resource of that name (":/style/<name>").
 /// Shows an error dialog and returns false when it cannot be read.
@@ -20,4 +20,4 @@ struct Skin {
 /// read.
 [[nodiscard]] Skin loadSkin(const QString& name);
 
-} // namespace ui
+} // namespace app

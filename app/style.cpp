@@ -1,4 +1,4 @@
-#include "ui/style.h"
+#include "app/style.h"
 
 #include "base/error.h"
 #include "ui/application.h"
@@ -11,7 +11,7 @@
 
 #include <array>
 
-namespace ui {
+namespace app {
 
 namespace {
 
@@ -31,7 +31,7 @@ public:
     void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override {
         const auto* const item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
-        if (element == CE_MenuBarItem && item != nullptr && item->state.testFlag(State_Selected)) {
+        if (element == CE_MenuBarItem && item && item->state.testFlag(State_Selected)) {
             // Marked under the pointer and the keyboard too: an item without a menu is never seen pressed.
             QStyleOptionMenuItem marked(*item);
             marked.state |= State_Sunken;
@@ -101,7 +101,7 @@ bool trySetStyle(const QString& name) {
         QApplication::setPalette(palette);
         return true;
     } catch (const base::ResourceError& error) {
-        Application::showException(error);
+        ui::Application::showException(error);
         return false;
     }
 }
@@ -113,4 +113,4 @@ Skin loadSkin(const QString& name) {
             requiredColor(file, QStringLiteral("statusBar/inactiveText"))};
 }
 
-} // namespace ui
+} // namespace app

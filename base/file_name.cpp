@@ -14,7 +14,7 @@ bool isPathDelimiter(QChar character) {
 }
 
 QString withExtension(const QString& name, const QString& extension) {
-    const auto last = std::find_if(name.crbegin(), name.crend(), [](QChar character) {
+    const auto last = std::ranges::find_if(name.crbegin(), name.crend(), [](QChar character) {
         return character == u'.' || isPathDelimiter(character);
     });
     if (last == name.crend() || *last != u'.') {
@@ -24,7 +24,7 @@ QString withExtension(const QString& name, const QString& extension) {
 }
 
 QString folderOf(const QString& name) {
-    const auto last = std::find_if(name.crbegin(), name.crend(), isPathDelimiter);
+    const auto last = std::ranges::find_if(name.crbegin(), name.crend(), isPathDelimiter);
     return name.left(name.crend() - last);
 }
 

@@ -35,7 +35,7 @@ constexpr std::array<char16_t, 256> makeCharacters() {
     for (std::size_t byte = 0; byte < asciiEnd; ++byte) {
         table[byte] = static_cast<char16_t>(byte);
     }
-    std::copy(upperHalf.begin(), upperHalf.end(), table.begin() + asciiEnd);
+    std::ranges::copy(upperHalf, table.begin() + asciiEnd);
     return table;
 }
 

@@ -35,9 +35,7 @@ std::vector<int> orderBy(const db::RowStore& rows, int field,
     }
     std::vector<int> order(keys.size());
     std::iota(order.begin(), order.end(), 0);
-    std::stable_sort(order.begin(), order.end(), [&](int first, int second) {
-        return keys[static_cast<std::size_t>(first)] < keys[static_cast<std::size_t>(second)];
-    });
+    std::ranges::stable_sort(order, {}, [&](int row) { return keys[static_cast<std::size_t>(row)]; });
     return order;
 }
 

@@ -44,8 +44,8 @@ constexpr std::array rows{
 };
 
 const Row& rowNamed(const QString& name) {
-    const auto* const found = std::find_if(
-        rows.begin(), rows.end(), [&](const Row& row) { return name == QLatin1StringView(row.name); });
+    const auto* const found =
+        std::ranges::find(rows, name, [](const Row& row) { return QLatin1StringView(row.name); });
     if (found == rows.end()) {
         throw std::runtime_error("there is no row '" + name.toStdString() + "'; --list shows them");
     }

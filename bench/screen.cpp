@@ -33,7 +33,7 @@ private:
 
 void waitForServer() {
     const auto* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    if (x11 == nullptr) {
+    if (!x11) {
         throw std::runtime_error("painting is measured under X11 only");
     }
     XSync(x11->display(), False);

@@ -34,9 +34,7 @@ public:
     [[nodiscard]] TDM& module() { return window_.module(); }
     [[nodiscard]] db::DataSet& dataSet() { return module().pFIBDataSet9; }
     [[nodiscard]] grid::TreeView& view() { return TERForm->cxDBTreeList1->view(); }
-    [[nodiscard]] QLineEdit& findText() {
-        return *TERForm->cxDBTreeList1->findPanel().findChild<QLineEdit*>();
-    }
+    [[nodiscard]] QLineEdit& findText() { return *TERForm->cxDBTreeList1->findChild<QLineEdit*>(); }
 
 private:
     CatalogWindow window_;
@@ -122,10 +120,7 @@ std::vector<Result> measureTreeFind(const Surroundings& surroundings) {
     for (std::size_t index = 0; index < strokes.size(); ++index) {
         each.push_back({median(ours[index]), median(bare[index])});
     }
-    const Medians worst =
-        *std::max_element(each.begin(), each.end(), [](const Medians& first, const Medians& second) {
-            return first.ours < second.ours;
-        });
+    const Medians worst = *std::ranges::max_element(each, {}, &Medians::ours);
     return {{QStringLiteral("tree-find"), QStringLiteral("worst keystroke in the find panel, until painted"),
              worst.ours, worst.bare, QStringLiteral("ms"), LimitOf::Value, 60}};
 }

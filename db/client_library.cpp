@@ -72,7 +72,7 @@ QStringList ClientLibrary::defaultNames() {
 }
 
 void ClientLibrary::load() {
-    if (provider_ != nullptr) {
+    if (provider_) {
         return;
     }
     using MasterFunction = Firebird::IMaster*(ISC_EXPORT*)();

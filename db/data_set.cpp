@@ -40,7 +40,7 @@ void DataSet::setSql(QStringList lines) {
 }
 
 void DataSet::prepare() {
-    if (statement_ != nullptr) {
+    if (statement_) {
         return;
     }
     transaction_.start();
@@ -56,7 +56,7 @@ void DataSet::prepare() {
 
 void DataSet::releaseHandles() {
     decoder_.reset();
-    if (statement_ == nullptr) {
+    if (!statement_) {
         return;
     }
     connection_.run([&](auto* status) { statement_->free(status); });
@@ -154,8 +154,7 @@ void DataSet::reopenLocate(const QString& column) {
 }
 
 const Field* DataSet::findField(const QString& column) const {
-    const auto found = std::find_if(fields_.begin(), fields_.end(),
-                                    [&](const Field* field) { return field->column() == column; });
+    const auto found = std::ranges::find(fields_, column, &Field::column);
     return found == fields_.end() ? nullptr : *found;
 }
 

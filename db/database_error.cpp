@@ -19,10 +19,7 @@ DatabaseError::DatabaseError(const QString& message, std::vector<int> codes)
     : base::Error(message), codes_(std::move(codes)) {}
 
 bool DatabaseError::meansLostConnection() const noexcept {
-    return std::any_of(codes_.begin(), codes_.end(), [](int code) {
-        return std::find(lostConnectionCodes.begin(), lostConnectionCodes.end(), code) !=
-               lostConnectionCodes.end();
-    });
+    return std::ranges::find_first_of(codes_, lostConnectionCodes) != codes_.end();
 }
 
 } // namespace db

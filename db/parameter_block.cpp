@@ -32,9 +32,8 @@ constexpr std::array<ItemCode, 4> transactionItems{{
 
 template <std::size_t count>
 unsigned char codeOf(const QString& name, const std::array<ItemCode, count>& items) {
-    const auto item = std::find_if(items.begin(), items.end(), [&](const ItemCode& candidate) {
-        return name == QLatin1StringView(candidate.name);
-    });
+    const auto item = std::ranges::find(
+        items, name, [](const ItemCode& candidate) { return QLatin1StringView(candidate.name); });
     if (item == items.end()) {
         throw DatabaseError(QStringLiteral("Неизвестный параметр соединения или транзакции «%1»").arg(name));
     }

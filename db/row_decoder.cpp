@@ -132,9 +132,7 @@ RowDecoder::RowDecoder(Connection& connection, Firebird::IMessageMetadata& metad
     messageSize_ = connection.run([&](auto* status) { return format_->getMessageLength(status); });
     const std::vector<Column> columns = columnsOf(connection, *format_);
     for (const Field* field : fields) {
-        const auto column = std::find_if(columns.begin(), columns.end(), [&](const Column& candidate) {
-            return candidate.name == field->column();
-        });
+        const auto column = std::ranges::find(columns, field->column(), &Column::name);
         if (column == columns.end()) {
             throw DatabaseError(QStringLiteral("%1: в результате запроса нет столбца «%2»")
                                     .arg(dataSetName, field->column()));

@@ -15,7 +15,7 @@ constexpr int rowsPerStretch = 1 << stretchShift;
 template <typename Element>
 std::unique_ptr<Element[]> exactCopy(const std::vector<Element>& elements) {
     std::unique_ptr<Element[]> copy(new Element[elements.size()]);
-    std::copy(elements.begin(), elements.end(), copy.get());
+    std::ranges::copy(elements, copy.get());
     return copy;
 }
 

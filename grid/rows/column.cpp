@@ -7,11 +7,10 @@ namespace grid {
 Column::Column(const ColumnSpec& spec, const db::DataSet& dataSet, QObject* view)
     : QObject(view),
       spec_(spec),
-      fieldName_(spec.field.toString()),
-      field_(dataSet.findField(fieldName_)),
-      headerText_(field_ ? field_->displayLabel() : fieldName_),
+      field_(dataSet.findField(spec.field.toString())),
+      headerText_(field_ ? field_->displayLabel() : spec.field.toString()),
       width_(designWidth()) {
-    setObjectName(spec.name.isEmpty() ? view->objectName() + fieldName_ : spec.name.toString());
+    setObjectName(spec.name.isEmpty() ? view->objectName() + spec.field.toString() : spec.name.toString());
 }
 
 Qt::Alignment Column::alignment() const {

@@ -33,8 +33,6 @@ public:
     /// Binds to the field of `dataSet` that the spec names.
     Column(const ColumnSpec& spec, const db::DataSet& dataSet, QObject* view);
 
-    /// Column name of the field, whether or not the dataset has it.
-    [[nodiscard]] const QString& fieldName() const { return fieldName_; }
     /// Null when the dataset has no such field; the cells are empty then.
     [[nodiscard]] const db::Field* field() const { return field_; }
     /// The field's display label, or the field name.
@@ -53,7 +51,6 @@ public:
 
 private:
     ColumnSpec spec_;
-    QString fieldName_;
     const db::Field* field_;
     QString headerText_;
     int width_;

@@ -30,8 +30,6 @@ public:
     [[nodiscard]] std::vector<const Column*> visibleColumns() const;
     /// The column that the count of rows stands under, or null.
     [[nodiscard]] const Column* footerColumn() const;
-    /// The count in the footer: the rows shown.
-    [[nodiscard]] int footerCount() const { return rowCount(); }
 
     /// Marks the occurrences of a text; an empty one takes the marks away.
     void setMarkedText(const QString& text);

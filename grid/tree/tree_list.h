@@ -34,8 +34,6 @@ public:
 
     /// The tree itself.
     [[nodiscard]] TreeView& view() const { return *view_; }
-    /// The panel above it.
-    [[nodiscard]] TreeFindPanel& findPanel() const { return *findPanel_; }
 
 private:
     TreeFindPanel* findPanel_;

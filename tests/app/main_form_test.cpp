@@ -201,8 +201,7 @@ TEST_F(MainFormTest, OpensEditionsByEveryKeyThatPressesAButton) {
     QApplication::setActiveWindow(&form_);
     const auto buttons = form_.ActionToolBar1->findChildren<QToolButton*>();
     const auto buttonOf = [&](const QString& caption) {
-        return *std::find_if(buttons.begin(), buttons.end(),
-                             [&](const QToolButton* button) { return button->accessibleName() == caption; });
+        return *std::ranges::find(buttons, caption, &QToolButton::accessibleName);
     };
     struct Press {
         const char* caption;
@@ -230,7 +229,7 @@ TEST_F(MainFormTest, HasItsComponentsByName) {
     for (const char* name :
          {"MainMenu1", "N1", "dxStatusBar1", "ApplicationEvents1", "Panel1", "OpenDialog1", "ActionList1",
           "ActionManager1", "ActionToolBar1", "Action1", "Action4", "Action7", "Action8", "Action9"}) {
-        if (form_.findChild<QObject*>(name) == nullptr) {
+        if (!form_.findChild<QObject*>(name)) {
             missing += name;
         }
     }

@@ -4,6 +4,7 @@
 #include "browser/ter_form.h"
 #include "data/selection.h"
 #include "grid/table/grid.h"
+#include "grid/table/table_footer.h"
 #include "grid/table/table_view.h"
 #include "support/catalog_window.h"
 #include "support/firebird_server.h"
@@ -79,7 +80,8 @@ TEST(Selection, BeginsWithTheFourthRegionAndTheNewestPeriod) {
               sqlValue(test::limitsServer, "select count(*) from REGION"));
     EXPECT_EQ(TERForm->cxComboBox1->itemText(0), "") << "a NULL name is an empty item";
     EXPECT_EQ(rowCounts(window.module()), countedRows("202403", 1));
-    EXPECT_EQ(TERForm->cxGrid1->view().footerCount(), window.module().pFIBDataSet3.rowCount());
+    EXPECT_EQ(TERForm->cxGrid1->findChild<grid::TableFooter*>()->text(),
+              QString::number(window.module().pFIBDataSet3.rowCount()));
     EXPECT_EQ(window.module().pFIBDataSet1.currentRow(), 3) << "the regions' tab follows the selector";
 }
 
@@ -218,7 +220,7 @@ TEST(Selection, LeavesWhatWasReadWhenADataSetFails) {
     EXPECT_EQ(rowCounts(window.module()), QStringList({after[0], after[1], "-", before[3], before[4]}));
     EXPECT_EQ(std::get<std::int32_t>(window.module().pFIBDataSet4.parameter("p2")), 5);
     EXPECT_EQ(std::get<std::int32_t>(window.module().pFIBDataSet6.parameter("p2")), 1);
-    EXPECT_EQ(TERForm->cxGrid4->view().footerCount(), 0);
+    EXPECT_EQ(TERForm->cxGrid4->findChild<grid::TableFooter*>()->text(), "0");
     EXPECT_TRUE(TERForm->cxComboBox1->accessibleDescription().contains("не все таблицы"));
     EXPECT_EQ(ui::screenCursor(), ui::ScreenCursor::Default);
     QFile log(app::ErrorLog::path());
@@ -252,7 +254,7 @@ TEST(Lifecycle, SwitchesEditionsByFreeingTheOldWindowFirst) {
     EXPECT_EQ(window.form().Tag, 1);
     const QPointer<TTERForm> first = TERForm;
     QObject::connect(&window.module().pFIBDataSet1, &db::DataSet::reset, &window.form(),
-                     [&] { order += first == nullptr ? " opened" : " closed"; });
+                     [&] { order += first ? " closed" : " opened"; });
     QObject::connect(first, &QObject::destroyed, &window.form(), [&] { order += " freed"; });
     window.choose("Action8");
     EXPECT_EQ(order, " closed freed opened");

@@ -43,14 +43,19 @@ QString describeSelector(const QComboBox& selector) {
              selector.lineEdit()->placeholderText());
 }
 
+/// A column without a field is headed by the name that it looks for.
+QString fieldNameOf(const grid::Column& column) {
+    return column.field() ? column.field()->column() : column.headerText();
+}
+
 QString describeColumns(const std::vector<grid::Column*>& columns) {
     QString text;
     for (const grid::Column* column : columns) {
-        text += "      " + column->objectName() + ' ' + column->fieldName();
+        text += "      " + column->objectName() + ' ' + fieldNameOf(*column);
         if (column->isVisible()) {
             text += QStringLiteral(" %1 \"%2\"").arg(column->designWidth()).arg(column->headerText());
             text += column->headerAlignment().testFlag(Qt::AlignRight) ? " right" : "";
-            text += column->field() == nullptr                     ? " no field"
+            text += !column->field()                               ? " no field"
                     : column->alignment().testFlag(Qt::AlignRight) ? ", values right"
                                                                    : "";
         } else {
@@ -65,7 +70,7 @@ QString describeGrid(const grid::Grid& control) {
     const grid::TableView& view = control.view();
     QString text = "    " + control.objectName() + " > " + view.parentWidget()->objectName() + " > " +
                    view.objectName() + ": " + view.tableModel().dataSet().objectName() + ", count under " +
-                   (view.footerColumn() == nullptr ? "nothing" : view.footerColumn()->fieldName()) + '\n';
+                   (view.footerColumn() ? fieldNameOf(*view.footerColumn()) : "nothing") + '\n';
     return text + describeColumns(view.tableModel().columns());
 }
 
@@ -134,7 +139,7 @@ QStringList keyboardOrder(const QWidget& first, int count) {
     QStringList names;
     for (const QWidget* widget = &first; names.size() < count; widget = widget->nextInFocusChain()) {
         const QString& name = widget->objectName();
-        if (qobject_cast<const grid::Grid*>(widget) != nullptr || name.startsWith("Button")) {
+        if (qobject_cast<const grid::Grid*>(widget) || name.startsWith("Button")) {
             names += name;
         }
     }

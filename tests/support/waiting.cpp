@@ -20,7 +20,7 @@ QDialog* openDialog() {
 
 QString textOf(const QDialog& dialog) {
     const auto* const message = qobject_cast<const QMessageBox*>(&dialog);
-    return message != nullptr ? message->text() : dialog.windowTitle();
+    return message ? message->text() : dialog.windowTitle();
 }
 
 } // namespace
@@ -54,7 +54,7 @@ DialogWatch::DialogWatch() {
 
 void DialogWatch::look() {
     QDialog* const dialog = openDialog();
-    if (dialog != nullptr && dialog == seen_) {
+    if (dialog && dialog == seen_) {
         ADD_FAILURE() << "a dialog stays open: " << textOf(*dialog).toStdString();
         dialog->reject();
     }

@@ -58,7 +58,7 @@ TEST(Needle, FindsWhatAComparisonAtEveryPlaceFinds) {
     const std::string letters = bytes(QStringLiteral("абвгдеАБВГДЕ-ґҐ"));
     const auto text = [&](std::size_t length) {
         std::string result(length, '\0');
-        std::generate(result.begin(), result.end(), [&] { return letters[random() % letters.size()]; });
+        std::ranges::generate(result, [&] { return letters[random() % letters.size()]; });
         return result;
     };
     for (int round = 0; round < 20000; ++round) {

@@ -27,7 +27,7 @@ TEST(Collation, AgreesWithTheServerOnRussianLetters) {
                        QStringLiteral("select list(C, '') from (select C from (select cast(C as varchar(1) "
                                       "character set WIN1251) collate PXW_CYRL as C from (%1)) order by C)")
                            .arg(rows.join(QStringLiteral(" union all "))));
-    std::sort(letters.begin(), letters.end(), [](QChar left, QChar right) {
+    std::ranges::sort(letters, [](QChar left, QChar right) {
         const auto bytes = [](QChar letter) { return base::win1251::encode(QString(letter)).toStdString(); };
         return grid::collation::compare(bytes(left), bytes(right)) < 0;
     });

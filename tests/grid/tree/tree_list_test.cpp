@@ -142,14 +142,14 @@ TEST_F(TreeListTest, FollowsTheDataSet) {
     EXPECT_EQ(shown(), "");
     press(Qt::Key_Down);
     edit().setText(QStringLiteral("с"));
-    list_.findPanel().clear();
+    list_.findChild<grid::TreeFindPanel*>()->clear();
     EXPECT_EQ(shown(), "");
     edit().setText(QStringLiteral("сталь"));
     dataSet_.setSql(
         query({{"1", "null", "'Сталь'", "a"}, {"2", "1", "'Щебень'", "b"}, {"3", "2", "'Сталь'", "c"}}));
     dataSet_.open();
     EXPECT_EQ(shown(), ">a .b ..c");
-    list_.findPanel().clear();
+    list_.findChild<grid::TreeFindPanel*>()->clear();
     EXPECT_EQ(shown(), ">a");
 }
 
@@ -229,7 +229,7 @@ TEST_F(TreeListTest, FindPanelNarrowsTheTree) {
     edit().setText(QStringLiteral("лёгкий"));
     QTest::keyClick(&edit(), Qt::Key_Return);
     press(Qt::Key_End);
-    list_.findPanel().clear();
+    list_.findChild<grid::TreeFindPanel*>()->clear();
     EXPECT_EQ(shown(), "1 .1.2 .1.1 ..1.1.1 ..>1.1.2 0 2 .2.1");
     EXPECT_FALSE(view().rowRect(view().currentRow()).isEmpty());
 }
@@ -279,7 +279,7 @@ TEST_F(TreeListTest, SelectsSeveralAndCopies) {
 TEST_F(TreeListTest, ColumnsFillTheWidthAndRowsShowTheirWholeText) {
     auto* const name = list_.findChild<grid::Column*>(QStringLiteral("cxDBTreeList1NAME"));
     auto* const code = list_.findChild<grid::Column*>(QStringLiteral("cxDBTreeList1TREE"));
-    ASSERT_TRUE(name != nullptr && code != nullptr);
+    ASSERT_TRUE(name && code);
     EXPECT_FALSE(list_.findChild<grid::Column*>(QStringLiteral("cxDBTreeList1PARENTID"))->isVisible());
     for (const int width : {601, 1200, 333}) {
         list_.resize(width, 400);

@@ -1,6 +1,7 @@
 #include "app/action_manager.h"
 
 #include <QAction>
+#include <QActionGroup>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QLayout>
@@ -57,12 +58,18 @@ void FlatToolBar::paintEvent(QPaintEvent*) {
     painter.fillRect(rect().adjusted(sizeHint().width(), 0, 0, 0), palette().color(QPalette::Base));
 }
 
-ActionManager::ActionManager(const QString& name, QToolBar& toolBar, QObject* parent)
-    : QObject(parent), toolBar_(toolBar) {
+void FlatToolBar::focusFirstButton() {
+    widgetForAction(actions().first())->setFocus(Qt::OtherFocusReason);
+}
+
+ActionManager::ActionManager(const QString& name, const QString& style, QActionGroup& actionList,
+                             QToolBar& toolBar, QObject* parent)
+    : QObject(parent), style_(style), actionList_(actionList), toolBar_(toolBar) {
     setObjectName(name);
 }
 
 void ActionManager::addButton(QAction& action, const QString& caption) {
+    actionList_.addAction(&action);
     auto* const button = new FlatToolButton(&toolBar_);
     button->setAutoRaise(true);
     button->setText(caption);

@@ -3,6 +3,7 @@
 #include <QToolBar>
 
 class QAction;
+class QActionGroup;
 
 namespace app {
 
@@ -13,6 +14,9 @@ class FlatToolBar final : public QToolBar {
 public:
     explicit FlatToolBar(QWidget* parent);
 
+    /// Gives the focus to the first button.
+    void focusFirstButton();
+
     /// Room for all buttons.
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
@@ -20,17 +24,24 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 };
 
-/// Fills a tool bar with buttons for commands; a button may be captioned otherwise than its command.
+/// Fills a tool bar with buttons for the commands of a list; a button may be captioned otherwise than its
+/// command.
 class ActionManager final : public QObject {
     Q_OBJECT
+    /// The look of the buttons by its name.
+    Q_PROPERTY(QString style MEMBER style_ CONSTANT)
 
 public:
-    ActionManager(const QString& name, QToolBar& toolBar, QObject* parent);
+    ActionManager(const QString& name, const QString& style, QActionGroup& actionList, QToolBar& toolBar,
+                  QObject* parent);
 
-    /// `caption`: "&" marks the button's Alt accelerator.
+    /// Takes the command into the list and gives it a button. `caption`: "&" marks the button's Alt
+    /// accelerator.
     void addButton(QAction& action, const QString& caption);
 
 private:
+    QString style_;
+    QActionGroup& actionList_;
     QToolBar& toolBar_;
 };
 

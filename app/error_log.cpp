@@ -31,7 +31,7 @@ void ErrorLog::append(const QString& line) {
 QString errorLine(const QDateTime& time, const std::exception& error, const QString& componentName) {
     // The server words its messages in several lines; the log has one line an error.
     const QString message =
-        base::messageOf(error).split(QRegularExpression(QStringLiteral("[\\r\\n]+"))).join(u' ');
+        base::messageOf(error).trimmed().split(QRegularExpression(QStringLiteral("[\\r\\n]+"))).join(u' ');
     return defaultDateTimeText(time, QLocale::system()) + u':' + base::classNameOf(error) + u':' + message +
            QStringLiteral(" Компонент ") + componentName;
 }

@@ -18,11 +18,11 @@ KeyboardState readKeyboardState() {
         // Bits of the core keyboard's indicators, in the order that the X keyboard rules give them.
         unsigned indicators = 0;
         XkbGetIndicatorState(display, XkbUseCoreKbd, &indicators);
-        return {(indicators & 1U) != 0, (indicators & 2U) != 0};
+        return {(indicators & 1U) != 0, (indicators & 2U) != 0, (indicators & 4U) != 0};
     }
 #elif defined(Q_OS_WIN)
     const auto isOn = [](int key) { return (GetKeyState(key) & 1) != 0; };
-    return {isOn(VK_CAPITAL), isOn(VK_NUMLOCK)};
+    return {isOn(VK_CAPITAL), isOn(VK_NUMLOCK), isOn(VK_SCROLL)};
 #endif
     return {};
 }

@@ -6,6 +6,7 @@ namespace app {
 struct KeyboardState {
     bool capsLock = false;
     bool numLock = false;
+    bool scrollLock = false;
 };
 
 /// Asks the system; all off where it cannot be asked.

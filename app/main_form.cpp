@@ -32,6 +32,7 @@ constexpr int statusBarHeight = 20;
 constexpr int browserMargin = 3;
 
 constexpr int closeCommand = 9;
+constexpr data::Edition::Words closeWords{.caption = u"Закрыть", .buttonCaption = u"Закрыть", .hint = u""};
 static_assert(std::ranges::none_of(data::editions, [](const data::Edition& edition) {
     return edition.number == 0 || edition.number == closeCommand;
 }));
@@ -43,6 +44,10 @@ const QColor connectedColor(0, 128, 0);
 const QColor notConnectedColor(255, 0, 0);
 const QColor hintColor(128, 0, 0);
 const QColor statusBarColor(128, 0, 128);
+
+constexpr app::OpenDialog::Options openDialogOptions =
+    app::OpenDialog::HideReadOnly | app::OpenDialog::PathMustExist | app::OpenDialog::FileMustExist |
+    app::OpenDialog::ShareAware | app::OpenDialog::EnableSizing;
 
 QString tahoma() {
     return QStringLiteral("Tahoma");
@@ -63,7 +68,7 @@ bool connectToCatalog(const QString& server) {
 /// A command that code reaches by its name, and the handler that it runs.
 struct TMainForm::NamedCommand {
     int number;
-    QAction* TMainForm::*member;
+    app::Command* TMainForm::*member;
     void (TMainForm::*handler)(QObject& sender);
 };
 
@@ -80,7 +85,7 @@ TMainForm::TMainForm() {
     showEmpty();
     createEvents();
     OpenDialog1 = new app::OpenDialog(QStringLiteral("OpenDialog1"), QStringLiteral("Открыть базу данных"),
-                                      QStringLiteral("BAZAKATALOG.FDB"), this);
+                                      QStringLiteral("BAZAKATALOG.FDB"), openDialogOptions, this);
     createMenu();
     createToolBar();
     createCommands();
@@ -122,10 +127,10 @@ void TMainForm::createMenu() {
     MainMenu1->setObjectName(QStringLiteral("MainMenu1"));
     MainMenu1->setPalette(QApplication::palette());
     MainMenu1->setFont(ui::fixedTextFont(tahoma(), 11));
-    N1 = MainMenu1->addAction(QStringLiteral("Открыть базу данных"));
-    N1->setObjectName(QStringLiteral("N1"));
-    N1->setStatusTip(N1->text());
-    connect(N1, &QAction::triggered, this, [this] { ui::guarded(*this, [this] { N1Click(*N1); }); });
+    const QString caption = QStringLiteral("Открыть базу данных");
+    N1 = new app::Command(QStringLiteral("N1"), caption, caption, std::bind_front(&TMainForm::N1Click, this),
+                          *this, this);
+    MainMenu1->addAction(N1);
 }
 
 void TMainForm::createToolBar() {
@@ -145,27 +150,29 @@ void TMainForm::createToolBar() {
 void TMainForm::createCommands() {
     ActionList1 = new QActionGroup(this);
     ActionList1->setObjectName(QStringLiteral("ActionList1"));
-    ActionManager1 = new app::ActionManager(QStringLiteral("ActionManager1"), *ActionToolBar1, this);
+    ActionManager1 =
+        new app::ActionManager(QStringLiteral("ActionManager1"), QStringLiteral("Platform Default"),
+                               *ActionList1, *ActionToolBar1, this);
     for (const data::Edition& edition : data::editions) {
         createCommand(edition.number, edition.words, [this, &edition](QObject&) { openEdition(edition); });
     }
     ActionToolBar1->addSeparator();
-    createCommand(closeCommand, {u"Закрыть", u"Закрыть", u""}, {});
+    createCommand(closeCommand, closeWords, {});
 }
 
-void TMainForm::createCommand(int number, const data::Edition::Words& words,
-                              std::function<void(QObject& sender)> run) {
-    auto* const action = new QAction(words.caption.toString(), ActionList1);
-    action->setObjectName(QStringLiteral("Action%1").arg(number));
-    action->setStatusTip(words.hint.toString());
+void TMainForm::createCommand(int number, const data::Edition::Words& words, app::Command::Handler handler) {
     const auto* const named = std::ranges::find(namedCommands, number, &NamedCommand::number);
-    if (named != std::end(namedCommands)) {
-        this->*named->member = action;
-        run = std::bind_front(named->handler, this);
+    const bool isNamed = named != std::end(namedCommands);
+    if (isNamed) {
+        handler = std::bind_front(named->handler, this);
     }
-    connect(action, &QAction::triggered, this,
-            [this, action, run] { ui::guarded(*ActionToolBar1, [&] { run(*action); }); });
-    ActionManager1->addButton(*action, words.buttonCaption.toString());
+    auto* const command =
+        new app::Command(QStringLiteral("Action%1").arg(number), words.caption.toString(),
+                         words.hint.toString(), std::move(handler), *ActionToolBar1, ActionList1);
+    if (isNamed) {
+        this->*named->member = command;
+    }
+    ActionManager1->addButton(*command, words.buttonCaption.toString());
 }
 
 void TMainForm::createClientPanel() {
@@ -205,13 +212,15 @@ void TMainForm::N1Click(QObject&) {
                                                      : QStringLiteral("База FB не подключена"));
     if (connected) {
         ActionToolBar1->show();
+        if (!TERForm) {
+            ActionToolBar1->focusFirstButton();
+        }
     }
 }
 
 void TMainForm::openEdition(const data::Edition& edition) {
     if (Tag != 0 && Tag != edition.number) {
-        // Called rather than triggered, so that a browser that fails to close ends this command too.
-        Action9Execute(*this);
+        Action9->execute();
     }
     ui::Application::processMessages();
     if (!TERForm) {
@@ -249,7 +258,7 @@ void TMainForm::ApplicationEvents1Exception(QObject& sender, const std::exceptio
     ui::Application::showException(exception);
 }
 
-void TMainForm::FormClose() {
+void TMainForm::FormClose(QObject&, ui::CloseAction&) {
     if (DM->pFIBDatabase1.isConnected()) {
         DM->pFIBDatabase1.close();
     }
@@ -264,7 +273,8 @@ bool TMainForm::event(QEvent* event) {
 }
 
 void TMainForm::closeEvent(QCloseEvent* event) {
-    ui::guarded(*this, [this] { FormClose(); });
-    ui::application().setTerminating();
-    event->accept();
+    ui::CloseAction action = ui::CloseAction::Free;
+    ui::guarded(*this, [&] { FormClose(*this, action); });
+    event->setAccepted(action == ui::CloseAction::Free);
+    ui::application().setTerminating(event->isAccepted());
 }

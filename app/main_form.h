@@ -1,17 +1,17 @@
 #pragma once
 
+#include "app/command.h"
 #include "app/open_dialog.h"
 #include "app/status_bar.h"
 #include "browser/browser_host.h"
 #include "data/catalog_editions.h"
+#include "ui/form.h"
 
-#include <QAction>
 #include <QFrame>
 #include <QMenuBar>
 #include <QWidget>
 
 #include <exception>
-#include <functional>
 
 class QActionGroup;
 
@@ -35,17 +35,17 @@ public:
     int Tag = 0;
 
     QMenuBar* MainMenu1 = nullptr;
-    QAction* N1 = nullptr;
+    app::Command* N1 = nullptr;
     app::StatusBar* dxStatusBar1 = nullptr;
     app::ApplicationEvents* ApplicationEvents1 = nullptr;
     QFrame* Panel1 = nullptr;
     app::OpenDialog* OpenDialog1 = nullptr;
     QActionGroup* ActionList1 = nullptr;
-    QAction* Action1 = nullptr;
-    QAction* Action4 = nullptr;
-    QAction* Action7 = nullptr;
-    QAction* Action8 = nullptr;
-    QAction* Action9 = nullptr;
+    app::Command* Action1 = nullptr;
+    app::Command* Action4 = nullptr;
+    app::Command* Action7 = nullptr;
+    app::Command* Action8 = nullptr;
+    app::Command* Action9 = nullptr;
     app::ActionManager* ActionManager1 = nullptr;
     app::FlatToolBar* ActionToolBar1 = nullptr;
 
@@ -64,8 +64,8 @@ public:
     /// Logs and shows an exception; does nothing once the program ends. Throws base::FileError when the log
     /// fails.
     void ApplicationEvents1Exception(QObject& sender, const std::exception& exception);
-    /// Closes the connection with the window. Throws db::DatabaseError.
-    void FormClose();
+    /// Closes the connection with the window; leaves `action` as it is. Throws db::DatabaseError.
+    void FormClose(QObject& sender, ui::CloseAction& action);
 
     [[nodiscard]] QWidget& clientPanel() override { return *Panel1; }
     void clearOpenBrowserMarker() override { Tag = 0; }
@@ -83,10 +83,9 @@ private:
     void createMenu();
     void createToolBar();
     void createCommands();
-    /// Makes the command called Action and the number, and its button. `run` is what it does unless it has a
-    /// handler of its own.
-    void createCommand(int number, const data::Edition::Words& words,
-                       std::function<void(QObject& sender)> run);
+    /// Makes the command called Action and the number, and its button. `handler` is what it runs unless it
+    /// has a named one.
+    void createCommand(int number, const data::Edition::Words& words, app::Command::Handler handler);
     void createClientPanel();
     void createStatusBar();
     void layOut();

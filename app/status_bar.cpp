@@ -8,11 +8,26 @@
 #include <QKeyEvent>
 #include <QPainter>
 
+#include <array>
+
 namespace app {
 
 namespace {
 
-enum Indicator { CapsLock, NumLock, Insert };
+/// A key of the keyboard panel, with its captions.
+struct KeySpec {
+    const char* name;
+    QStringView active;
+    QStringView inactive;
+    bool shown;
+};
+
+constexpr std::array<KeySpec, 4> keys{{
+    {"CapsLock", u"CAPS", u"CAPS", true},
+    {"NumLock", u"NUM", u"NUM", true},
+    {"ScrollLock", u"SCRL", u"SCRL", false},
+    {"Insert", u"OVR", u"INS", true},
+}};
 
 constexpr int panelPadding = 4;
 
@@ -44,16 +59,14 @@ StatusBar::StatusBar(const QString& name, int height, std::span<const TextPanelS
         layout->addWidget(label, panel.width > 0 ? 0 : 1);
         textPanels_.push_back(label);
     }
-    static constexpr std::array<const char*, 3> indicatorNames{"CapsLock", "NumLock", "Insert"};
-    for (std::size_t index = 0; index < keyIndicators_.size(); ++index) {
-        keyIndicators_[index] =
-            addLabel(name + QString::fromLatin1(indicatorNames[index]), skin_.inactiveText);
-        layout->addWidget(keyIndicators_[index]);
+    for (const KeySpec& key : keys) {
+        QLabel* const label = addLabel(name + QString::fromLatin1(key.name), skin_.inactiveText);
+        label->setText(key.active.toString()); // the wider caption
+        label->setFixedWidth(label->sizeHint().width());
+        label->setHidden(!key.shown);
+        layout->addWidget(label);
+        keyIndicators_.push_back(label);
     }
-    keyIndicators_[CapsLock]->setText(QStringLiteral("CAPS"));
-    keyIndicators_[NumLock]->setText(QStringLiteral("NUM"));
-    keyIndicators_[Insert]->setText(QStringLiteral("OVR"));
-    keyIndicators_[Insert]->setFixedWidth(keyIndicators_[Insert]->sizeHint().width());
     updateKeyboardState();
     QCoreApplication::instance()->installEventFilter(this);
 }
@@ -81,6 +94,9 @@ void StatusBar::paintEvent(QPaintEvent*) {
     painter.setPen(QPen(skin_.separator, 0));
     painter.drawLine(rect().topLeft(), rect().topRight());
     for (const QLabel* label : findChildren<QLabel*>(Qt::FindDirectChildrenOnly)) {
+        if (label->isHidden()) {
+            continue;
+        }
         const QRect panel = label->geometry();
         painter.drawLine(panel.topRight() + QPoint(0, skin_.separatorInset),
                          panel.bottomRight() - QPoint(0, skin_.separatorInset));
@@ -106,14 +122,12 @@ bool StatusBar::eventFilter(QObject* watched, QEvent* event) {
 
 void StatusBar::updateKeyboardState() {
     const KeyboardState state = readKeyboardState();
-    const auto show = [this](Indicator indicator, bool active) {
-        setColor(*keyIndicators_[indicator],
-                 active ? palette().color(QPalette::WindowText) : skin_.inactiveText);
-    };
-    show(CapsLock, state.capsLock);
-    show(NumLock, state.numLock);
-    show(Insert, overwriting_);
-    keyIndicators_[Insert]->setText(overwriting_ ? QStringLiteral("OVR") : QStringLiteral("INS"));
+    const std::array<bool, keys.size()> active{state.capsLock, state.numLock, state.scrollLock, overwriting_};
+    for (std::size_t key = 0; key < keys.size(); ++key) {
+        keyIndicators_[key]->setText((active[key] ? keys[key].active : keys[key].inactive).toString());
+        setColor(*keyIndicators_[key],
+                 active[key] ? palette().color(QPalette::WindowText) : skin_.inactiveText);
+    }
 }
 
 } // namespace app

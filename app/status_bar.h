@@ -5,8 +5,8 @@
 #include <QLabel>
 #include <QWidget>
 
-#include <array>
 #include <span>
+#include <vector>
 
 namespace app {
 
@@ -29,6 +29,9 @@ public:
     void setText(int panel, const QString& text);
     void setFontColor(int panel, const QColor& color);
 
+    /// The skin that the bar is drawn with, by its name.
+    [[nodiscard]] const QString& skinName() const { return skin_.name; }
+
 protected:
     void paintEvent(QPaintEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -39,7 +42,7 @@ private:
 
     app::Skin skin_;
     std::vector<QLabel*> textPanels_;
-    std::array<QLabel*, 3> keyIndicators_{}; // Caps Lock, Num Lock, Insert
+    std::vector<QLabel*> keyIndicators_; // one for each key
     bool overwriting_ = false;
 };
 

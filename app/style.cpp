@@ -108,7 +108,8 @@ bool trySetStyle(const QString& name) {
 
 Skin loadSkin(const QString& name) {
     const QSettings file(QStringLiteral(":/skin/") + name, QSettings::IniFormat);
-    return {requiredColor(file, QStringLiteral("statusBar/separator")),
+    return {file.value(QStringLiteral("skin/name")).toString(),
+            requiredColor(file, QStringLiteral("statusBar/separator")),
             file.value(QStringLiteral("statusBar/separatorInset")).toInt(),
             requiredColor(file, QStringLiteral("statusBar/inactiveText"))};
 }

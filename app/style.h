@@ -11,6 +11,7 @@ bool trySetStyle(const QString& name);
 
 /// How skinned controls are drawn.
 struct Skin {
+    QString name;
     QColor separator;
     int separatorInset = 0; ///< pixels left free above and below a separator
     QColor inactiveText;

@@ -28,12 +28,15 @@ Selector::Selector(const QString& hint, QWidget* parent) : QComboBox(parent), hi
     setStatusTip(hint);
     setAccessibleName(hint);
     lineEdit()->setPlaceholderText(hint);
+    // It has the focus in the selector's stead, so a screen reader calls it by its own name.
+    lineEdit()->setAccessibleName(hint);
     connect(this, &QComboBox::editTextChanged, this, &Selector::takeTypedItem);
 }
 
 void Selector::setWarning(const QString& warning) {
     setToolTip(warning.isEmpty() ? hint_ : warning);
     setAccessibleDescription(warning);
+    lineEdit()->setAccessibleDescription(warning);
     setBackground(warning.isEmpty() ? background : warningBackground);
 }
 

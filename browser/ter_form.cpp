@@ -275,9 +275,10 @@ void TTERForm::FormCloseQuery(bool& canClose) {
     canClose = true;
 }
 
-void TTERForm::FormClose() {
+void TTERForm::FormClose(ui::CloseAction& action) {
     // Whatever fails on the way, no browser is open afterwards.
-    const auto release = qScopeGuard([this] {
+    const auto release = qScopeGuard([this, &action] {
+        action = ui::CloseAction::Free;
         TERForm = nullptr;
         host_.clearOpenBrowserMarker();
     });

@@ -87,7 +87,7 @@ public:
     void cxComboBox1PropertiesChange();
     void cxComboBox2PropertiesChange();
     void FormCloseQuery(bool& canClose) override;
-    void FormClose() override;
+    void FormClose(ui::CloseAction& action) override;
     void Button1Click() { exportTab(&TTERForm::Button1); }
     void Button2Click() { exportTab(&TTERForm::Button2); }
     void Button3Click() { exportTab(&TTERForm::Button3); }

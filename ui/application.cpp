@@ -5,14 +5,22 @@
 #include <QLibraryInfo>
 #include <QMessageBox>
 #include <QPixmapCache>
+#include <QRegularExpression>
 #include <QTranslator>
 
 namespace ui {
 
 namespace {
 
+/// The text with places where a line may end in what has no blanks, such as a path.
+QString breakable(QString text) {
+    constexpr QChar zeroWidthSpace(0x200B);
+    static const QRegularExpression lineEnd(QStringLiteral("([/\\\\_]|\\S{40})"));
+    return text.replace(lineEnd, QStringLiteral("\\1") + zeroWidthSpace);
+}
+
 void showMessageBox(QMessageBox::Icon icon, const QString& text) {
-    QMessageBox box(icon, QApplication::applicationName(), text, QMessageBox::Ok,
+    QMessageBox box(icon, QApplication::applicationName(), breakable(text), QMessageBox::Ok,
                     QApplication::activeWindow());
     // The server's texts are no markup.
     box.setTextFormat(Qt::PlainText);

@@ -1,5 +1,7 @@
 #include "ui/form.h"
 
+#include <QScopeGuard>
+
 namespace ui {
 
 Form::Form(const QString& name) {
@@ -14,11 +16,16 @@ Form::~Form() {
 void Form::closeForm() {
     bool canClose = true;
     FormCloseQuery(canClose);
-    if (canClose) {
-        // Freed by the event queue, so never before FormClose() has returned.
-        deleteLater();
-        FormClose();
+    if (!canClose) {
+        return;
     }
+    CloseAction action = CloseAction::None;
+    const auto obey = qScopeGuard([&] {
+        if (action == CloseAction::Free) {
+            deleteLater();
+        }
+    });
+    FormClose(action);
 }
 
 std::vector<Form*> Form::all() {

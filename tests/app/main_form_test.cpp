@@ -129,7 +129,7 @@ TEST_F(MainFormTest, LogsOneLineForAnErrorAndShowsIt) {
     EXPECT_TRUE(
         QRegularExpression(time + ":DatabaseError:первая Компонент Panel1$").match(lines[0]).hasMatch())
         << lines[0].toStdString();
-    EXPECT_TRUE(QRegularExpression(time + ":runtime_error:вторая в две строки  Компонент $")
+    EXPECT_TRUE(QRegularExpression(time + ":runtime_error:вторая в две строки Компонент $")
                     .match(lines[1])
                     .hasMatch())
         << lines[1].toStdString();

@@ -20,7 +20,7 @@ QDialog* openDialog() {
 
 QString textOf(const QDialog& dialog) {
     const auto* const message = qobject_cast<const QMessageBox*>(&dialog);
-    return message ? message->text() : dialog.windowTitle();
+    return message ? message->text().remove(QChar(0x200B)) : dialog.windowTitle();
 }
 
 } // namespace

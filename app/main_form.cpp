@@ -11,6 +11,7 @@
 #include "ui/screen_cursor.h"
 #include "ui/tight_layout.h"
 
+#include <QAccessibleWidget>
 #include <QActionGroup>
 #include <QCloseEvent>
 #include <QScreen>
@@ -49,6 +50,13 @@ constexpr app::OpenDialog::Options openDialogOptions =
     app::OpenDialog::HideReadOnly | app::OpenDialog::PathMustExist | app::OpenDialog::FileMustExist |
     app::OpenDialog::ShareAware | app::OpenDialog::EnableSizing;
 
+/// Qt takes a window that is a plain widget for a container.
+QAccessibleInterface* accessibleWindow(const QString& className, QObject* object) {
+    return object && className == QStringLiteral("TMainForm")
+               ? new QAccessibleWidget(static_cast<QWidget*>(object), QAccessible::Window)
+               : nullptr;
+}
+
 QString tahoma() {
     return QStringLiteral("Tahoma");
 }
@@ -82,6 +90,7 @@ const TMainForm::NamedCommand TMainForm::namedCommands[]{
 
 TMainForm::TMainForm() {
     setObjectName(QStringLiteral("MainForm"));
+    QAccessible::installFactory(accessibleWindow);
     showEmpty();
     createEvents();
     OpenDialog1 = new app::OpenDialog(QStringLiteral("OpenDialog1"), QStringLiteral("Открыть базу данных"),

@@ -12,6 +12,7 @@ gi.require_version("Atspi", "2.0")
 from gi.repository import Atspi, GLib  # noqa: E402
 
 PATIENCE = 15  # seconds until something that should appear counts as missing
+TAB_SCROLLS = 20  # more than there are tabs
 TABLE_ROLES = ("table", "tree")  # their children are rows; they are asked for one by one
 
 
@@ -288,6 +289,22 @@ def click(element, across=0.5, held_key=None):
         _xdotool("keydown", held_key, "click", 1, "keyup", held_key)
     else:
         _xdotool("click", 1)
+
+
+def click_tab(tab):
+    """Clicks a tab; where its bar shows only a part of it, by the bar's arrows first."""
+    bar_left, _, bar_width, _ = tab.parent.box
+    arrows = [child for child in tab.parent.children() if child.role == "push button" and child.showing]
+    for _ in range(TAB_SCROLLS if arrows else 0):
+        back, forth = arrows
+        left, _, width, _ = tab.box
+        if left + width > back.box[0]:
+            click(forth)
+        elif left < bar_left:
+            click(back)
+        else:
+            break
+    click(tab)
 
 
 def click_near_right_edge(element, distance):

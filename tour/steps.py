@@ -3,8 +3,8 @@ from tour import row_heights, workbook
 from tour.catalog import (COEFFICIENTS, CONTENTS, FER2014, FER2017, FER2020, FIRMS, GRID_TABS, LABOUR, MACHINES,
                           MATERIALS, REGIONS, SERVER, TER, TRANSPORT, TREE_TAB, Selection, count, literal, query,
                           rows, shown)
-from tour.desktop import (NotShown, Program, Table, TourError, click, click_near_right_edge, colours, drag, expect,
-                          point, press, type_text)
+from tour.desktop import (NotShown, Program, Table, TourError, click, click_near_right_edge, click_tab, colours,
+                          drag, expect, point, press, type_text)
 
 GREEN, RED = (0, 128, 0), (255, 0, 0)
 NOBODY = "127.0.0.99"  # where no server listens
@@ -198,7 +198,7 @@ def enter_selector(tour, prompt):
 # Tabs
 
 def show_tab(tour, tab):
-    click(tour.find("page tab", tab.caption))
+    click_tab(tour.find("page tab", tab.caption))
     expect("the columns", lambda: tour.table(tab).columns, [column.label for column in tab.columns])
     found = tour.expect_count(tab)
     tour.expect_column(tab, tab.counted, tab.order, max(1, found // 40))
@@ -206,7 +206,7 @@ def show_tab(tour, tab):
 
 
 def show_tree(tour):
-    click(tour.find("page tab", TREE_TAB))
+    click_tab(tour.find("page tab", TREE_TAB))
     wanted = [name for name, in query(["NAME"], "from KATALOG where PARENTID is null")]
     expect("the nodes", lambda: tree_nodes(tour), wanted)
     return f"{TREE_TAB}: {len(wanted)} nodes at the top"
@@ -375,7 +375,7 @@ def check_export(tour, tab, columns=None, wanted=None, keys=None):
 
 def export_all(tour):
     for tab in GRID_TABS:
-        click(tour.find("page tab", tab.caption))
+        click_tab(tour.find("page tab", tab.caption))
         export(tour)
         check_export(tour, tab)
     return f"the workbooks of all {len(GRID_TABS)} grids of {tour.selection.edition.caption} equal the database"

@@ -10,6 +10,7 @@
 #include "support/waiting.h"
 #include "ui/application.h"
 
+#include <QAccessible>
 #include <QActionGroup>
 #include <QDir>
 #include <QInputDialog>
@@ -78,6 +79,12 @@ protected:
     QString caption_, prompt_, preset_;
 };
 
+/// An object whose handling of events fails.
+class Failing final : public QObject {
+public:
+    bool event(QEvent*) override { throw base::Error("из обработчика"); }
+};
+
 TEST(XpmResource, IsReadOrRefused) {
     EXPECT_FALSE(app::readXpmResource(":/cursor/CAT_DRAG_COPY").isNull());
     EXPECT_THROW(static_cast<void>(app::readXpmResource(":/cursor/NONE")), base::ResourceError);
@@ -91,6 +98,7 @@ TEST_F(MainFormTest, ConnectsAndReportsTheOutcomeOnly) {
     EXPECT_EQ(outcome(), "База FB не подключена #ff0000");
     connectTo(test::sampleServer);
     EXPECT_EQ(outcome(), "База FB подключена #008000 tool bar");
+    EXPECT_EQ(form_.focusWidget()->accessibleName(), "ТЕР");
     connectTo(test::sampleServer);
     EXPECT_EQ(outcome(), "База FB подключена #008000 tool bar");
     connectTo(test::limitsServer);
@@ -139,6 +147,16 @@ TEST_F(MainFormTest, LogsOneLineForAnErrorAndShowsIt) {
     EXPECT_EQ(app::defaultDateTimeText(QDateTime(QDate(2024, 3, 5), QTime(7, 8, 9)), russian),
               "05.03.2024 07:08:09");
     EXPECT_EQ(app::defaultDateTimeText(QDateTime(QDate(2024, 3, 5), QTime(0, 0)), russian), "05.03.2024");
+}
+
+TEST_F(MainFormTest, LogsWhatTheHandlingOfAnEventThrows) {
+    Failing failing;
+    failing.setObjectName("failing");
+    const NextMessage shown;
+    QEvent event(QEvent::User);
+    QCoreApplication::sendEvent(&failing, &event);
+    EXPECT_EQ(shown.text(), "из обработчика");
+    EXPECT_TRUE(logLines().value(0).endsWith(":Error:из обработчика Компонент failing"));
 }
 
 TEST_F(MainFormTest, ShowsThatTheLogCannotBeWritten) {
@@ -247,6 +265,13 @@ TEST_F(MainFormTest, HasItsComponentsByName) {
     EXPECT_EQ(form_.ActionToolBar1->height(), 23);
     EXPECT_EQ(form_.dxStatusBar1->height(), 20);
     EXPECT_EQ(form_.OpenDialog1->fileName(), "BAZAKATALOG.FDB");
+    EXPECT_EQ(form_.OpenDialog1->options().toInt(), 0b11111U);
+    EXPECT_EQ(form_.ActionManager1->property("style"), "Platform Default");
+    EXPECT_EQ(form_.ActionList1->actions().size(), data::editions.size() + 1);
+    EXPECT_EQ(form_.dxStatusBar1->skinName(), "UserSkin");
+    EXPECT_EQ(panel("dxStatusBar1ScrollLock").text(), "SCRL");
+    EXPECT_FALSE(panel("dxStatusBar1ScrollLock").isVisible());
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(&form_)->role(), QAccessible::Window);
 }
 
 } // namespace

@@ -148,13 +148,13 @@ void TTERForm::createGridPage(const TabSpec& tab, QWidget& sheet) {
     // Created in the order of the keyboard: the grids, then the button above them.
     auto* const grids = new QStackedLayout;
     grids->setStackingMode(QStackedLayout::StackAll);
-    if (tab.covered.member) {
-        grid::Grid* const covered = createGrid(tab.covered, sheet, *grids);
+    grid::Grid* const covered = tab.covered.member ? createGrid(tab.covered, sheet, *grids) : nullptr;
+    grid::Grid* const shown = createGrid(tab.shown, sheet, *grids);
+    if (covered) {
         // A focus that nobody sees would be lost.
         covered->view().setFocusPolicy(Qt::NoFocus);
-        covered->setFocusPolicy(Qt::NoFocus);
+        covered->setFocusProxy(shown);
     }
-    createGrid(tab.shown, sheet, *grids);
     auto* const layout = ui::makeTightLayout<QVBoxLayout>(&sheet);
     layout->addWidget(createButtonPanel(tab, sheet));
     layout->addLayout(grids, 1);

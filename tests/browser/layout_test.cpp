@@ -156,6 +156,9 @@ TEST(BrowserLayout, IsWhatTheWindowWasDesignedToBe) {
     const QString layout = describe(*TERForm);
     EXPECT_EQ(layout, designedLayout(layout)) << "TARVELO_RENEW=1 rewrites tests/browser/layout.txt";
     EXPECT_EQ(keyboardOrder(*TERForm->cxGrid2, 3), QStringList({"cxGrid2", "cxGrid3", "Button2"}));
+    TERForm->cxPageControl1->setCurrentWidget(TERForm->cxTabSheet2);
+    TERForm->cxGrid2->setFocus();
+    EXPECT_TRUE(TERForm->cxGrid3->view().hasFocus());
     EXPECT_EQ(TERForm->width(), window.form().Panel1->width() - 6);
     EXPECT_EQ(TERForm->cxGrid2->geometry(), TERForm->cxGrid3->geometry());
 }

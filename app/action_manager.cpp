@@ -13,7 +13,7 @@ namespace app {
 
 namespace {
 
-/// A button that the pointer or a press marks in the tool bar's own highlight.
+/// A button that the pointer, a press or its check marks in the tool bar's own highlight.
 class FlatToolButton final : public QToolButton {
 public:
     using QToolButton::QToolButton;
@@ -36,9 +36,12 @@ protected:
         }
     }
 
+    /// A click does not check it: only the command tells what is checked.
+    void nextCheckState() override {}
+
     void initStyleOption(QStyleOptionToolButton* option) const override {
         QToolButton::initStyleOption(option);
-        if ((option->state & (QStyle::State_MouseOver | QStyle::State_Sunken)) != 0) {
+        if ((option->state & (QStyle::State_MouseOver | QStyle::State_Sunken | QStyle::State_On)) != 0) {
             option->palette.setColor(QPalette::Button, palette().color(QPalette::Highlight));
             option->palette.setColor(QPalette::ButtonText, palette().color(QPalette::HighlightedText));
         }
@@ -78,7 +81,15 @@ void ActionManager::addButton(QAction& action, const QString& caption) {
     button->setStatusTip(action.statusTip());
     button->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
     connect(button, &QToolButton::clicked, &action, &QAction::trigger);
+    button->setCheckable(action.isCheckable());
     toolBar_.addWidget(button);
+    buttons_.emplace_back(&action, button);
+}
+
+void ActionManager::showChecks() {
+    for (const auto& [action, button] : buttons_) {
+        button->setChecked(action->isChecked());
+    }
 }
 
 } // namespace app

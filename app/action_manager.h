@@ -2,8 +2,12 @@
 
 #include <QToolBar>
 
+#include <utility>
+#include <vector>
+
 class QAction;
 class QActionGroup;
+class QToolButton;
 
 namespace app {
 
@@ -39,7 +43,11 @@ public:
     /// accelerator.
     void addButton(QAction& action, const QString& caption);
 
+    /// Shows the buttons whose commands are checked as pressed, and the others not.
+    void showChecks();
+
 private:
+    std::vector<std::pair<const QAction*, QToolButton*>> buttons_;
     QString style_;
     QActionGroup& actionList_;
     QToolBar& toolBar_;

@@ -4,6 +4,7 @@
 #include "app/application_events.h"
 #include "app/error_log.h"
 #include "app/input_box.h"
+#include "app/key_help.h"
 #include "browser/ter_form.h"
 #include "data/data_modul.h"
 #include "ui/application.h"
@@ -14,7 +15,9 @@
 #include <QAccessibleWidget>
 #include <QActionGroup>
 #include <QCloseEvent>
+#include <QScopeGuard>
 #include <QScreen>
+#include <QShortcut>
 #include <QStatusTipEvent>
 #include <QVBoxLayout>
 
@@ -59,6 +62,10 @@ QAccessibleInterface* accessibleWindow(const QString& className, QObject* object
 
 QString tahoma() {
     return QStringLiteral("Tahoma");
+}
+
+QString commandName(int number) {
+    return QStringLiteral("Action%1").arg(number);
 }
 
 /// Any failure is told by the result alone: the status bar is all that a failed connection shows.
@@ -140,6 +147,7 @@ void TMainForm::createMenu() {
     N1 = new app::Command(QStringLiteral("N1"), caption, caption, std::bind_front(&TMainForm::N1Click, this),
                           *this, this);
     MainMenu1->addAction(N1);
+    connect(new QShortcut(Qt::Key_F1, this), &QShortcut::activated, this, [this] { app::showKeyHelp(this); });
 }
 
 void TMainForm::createToolBar() {
@@ -159,6 +167,7 @@ void TMainForm::createToolBar() {
 void TMainForm::createCommands() {
     ActionList1 = new QActionGroup(this);
     ActionList1->setObjectName(QStringLiteral("ActionList1"));
+    ActionList1->setExclusionPolicy(QActionGroup::ExclusionPolicy::None);
     ActionManager1 =
         new app::ActionManager(QStringLiteral("ActionManager1"), QStringLiteral("Platform Default"),
                                *ActionList1, *ActionToolBar1, this);
@@ -176,8 +185,9 @@ void TMainForm::createCommand(int number, const data::Edition::Words& words, app
         handler = std::bind_front(named->handler, this);
     }
     auto* const command =
-        new app::Command(QStringLiteral("Action%1").arg(number), words.caption.toString(),
-                         words.hint.toString(), std::move(handler), *ActionToolBar1, ActionList1);
+        new app::Command(commandName(number), words.caption.toString(), words.hint.toString(),
+                         std::move(handler), *ActionToolBar1, ActionList1);
+    command->setCheckable(number != closeCommand);
     if (isNamed) {
         this->*named->member = command;
     }
@@ -228,6 +238,7 @@ void TMainForm::N1Click(QObject&) {
 }
 
 void TMainForm::openEdition(const data::Edition& edition) {
+    const auto check = qScopeGuard([this] { checkOpenEdition(); });
     if (Tag != 0 && Tag != edition.number) {
         Action9->execute();
     }
@@ -241,6 +252,19 @@ void TMainForm::openEdition(const data::Edition& edition) {
     }
     TERForm->show();
     TERForm->raise();
+}
+
+void TMainForm::checkOpenEdition() {
+    const QString open = TERForm ? commandName(Tag) : QString();
+    for (QAction* command : ActionList1->actions()) {
+        command->setChecked(command->objectName() == open);
+    }
+    ActionManager1->showChecks();
+}
+
+void TMainForm::clearOpenBrowserMarker() {
+    Tag = 0;
+    checkOpenEdition();
 }
 
 void TMainForm::Action9Execute(QObject&) {

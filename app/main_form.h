@@ -68,7 +68,7 @@ public:
     void FormClose(QObject& sender, ui::CloseAction& action);
 
     [[nodiscard]] QWidget& clientPanel() override { return *Panel1; }
-    void clearOpenBrowserMarker() override { Tag = 0; }
+    void clearOpenBrowserMarker() override;
 
 protected:
     bool event(QEvent* event) override;
@@ -90,6 +90,8 @@ private:
     void createStatusBar();
     void layOut();
     void openEdition(const data::Edition& edition);
+    /// Checks the command of the edition whose browser is open, and no other.
+    void checkOpenEdition();
 };
 
 /// The main window of the running program.

@@ -2,15 +2,20 @@
 
 #include "ui/fonts.h"
 
+#include <QAbstractItemView>
 #include <QCoreApplication>
 #include <QLineEdit>
+#include <QScreen>
 #include <QSignalBlocker>
 #include <QWheelEvent>
+
+#include <algorithm>
 
 namespace browser {
 
 namespace {
 
+constexpr int listLines = 25;
 constexpr QRgb background = qRgb(255, 251, 240);
 constexpr QRgb warningBackground = qRgb(255, 214, 204);
 
@@ -22,6 +27,7 @@ Selector::Selector(const QString& hint, QWidget* parent) : QComboBox(parent), hi
     // What is typed is taken letter by letter; completing it would choose what the user did not type.
     setCompleter(nullptr);
     setFocusPolicy(Qt::StrongFocus);
+    setMaxVisibleItems(listLines);
     setFont(ui::pixelFont(QStringLiteral("Tahoma"), 13));
     setBackground(background);
     setToolTip(hint);
@@ -56,6 +62,14 @@ void Selector::takeTypedItem(const QString& text) {
     const int cursor = lineEdit()->cursorPosition();
     setCurrentIndex(item);
     lineEdit()->setCursorPosition(cursor);
+}
+
+void Selector::showPopup() {
+    constexpr int listMargin = 8;
+    const int scrollBar = count() > maxVisibleItems() ? style()->pixelMetric(QStyle::PM_ScrollBarExtent) : 0;
+    const int widest = view()->sizeHintForColumn(0) + scrollBar + listMargin;
+    view()->setMinimumWidth(std::max(width(), std::min(widest, screen()->availableSize().width())));
+    QComboBox::showPopup();
 }
 
 void Selector::hidePopup() {

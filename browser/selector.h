@@ -17,6 +17,8 @@ public:
     /// away.
     void setWarning(const QString& warning);
 
+    /// Shows the list as wide as its widest item, and 25 of its lines.
+    void showPopup() override;
     void hidePopup() override;
 
 protected:

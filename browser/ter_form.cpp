@@ -22,6 +22,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScopeGuard>
+#include <QShortcut>
 #include <QShowEvent>
 #include <QStackedLayout>
 #include <QTabBar>
@@ -215,7 +216,16 @@ void TTERForm::FormCreate() {
                     markSelectors();
                 });
     }
+    connect(new QShortcut(Qt::Key_F5, this), &QShortcut::activated, this, [this] {
+        ui::guarded(*this, [this] { reread(); });
+        markSelectors();
+    });
     markSelectors();
+}
+
+void TTERForm::reread() {
+    const ui::Hourglass hourglass(ui::ScreenCursor::Default);
+    data::rereadSelection(*DM);
 }
 
 void TTERForm::markSelectors() {

@@ -117,6 +117,8 @@ private:
     QFrame* createButtonPanel(const TabSpec& tab, QWidget& sheet);
     void createGridPage(const TabSpec& tab, QWidget& sheet);
     void createTreePage(const TabSpec& tab, QWidget& sheet);
+    /// Reads the catalogs of the selection again.
+    void reread();
     /// Moves the focus from a selector to the page that has come into view.
     void leaveSelectors(int page);
     /// Marks a selector whose text does not say what the pages show.

@@ -54,6 +54,13 @@ bool isSelectionRead(TDM& module) {
     });
 }
 
+void rereadSelection(TDM& module) {
+    for (db::DataSet* dataSet : module.selectionDataSets()) {
+        bindSelection(*dataSet, CurPeriod, CurRegionId);
+        dataSet->reopenLocate(idColumn);
+    }
+}
+
 void ReopenSelectionDatasets(TDM& module) {
     for (db::DataSet* dataSet : module.selectionDataSets()) {
         dataSet->close();

@@ -40,6 +40,10 @@ void openCatalogs(TDM& module);
 /// error half way.
 [[nodiscard]] bool isSelectionRead(TDM& module);
 
+/// Reads the five datasets of the selection again; each stays at its row where that is still there. Throws
+/// db::DatabaseError.
+void rereadSelection(TDM& module);
+
 /// Closes, binds and opens the five datasets of the selection one after the other. An error leaves those done
 /// open, the failing one closed and the others untouched. Throws db::DatabaseError.
 void ReopenSelectionDatasets(TDM& module);

@@ -238,8 +238,16 @@ TEST_F(MainFormTest, OpensEditionsByEveryKeyThatPressesAButton) {
                         press.key, press.modifiers);
         // A button that is pressed by its accelerator stays down for a moment.
         EXPECT_TRUE(QTest::qWaitFor([&] { return form_.Tag == press.edition; })) << press.caption;
+        EXPECT_EQ(std::ranges::count_if(buttons, &QToolButton::isChecked), press.edition == 0 ? 0 : 1);
+        EXPECT_EQ(button->isChecked(), press.edition != 0) << "the open edition is marked";
     }
     EXPECT_GE(form_.minimumSizeHint().width(), form_.ActionToolBar1->sizeHint().width());
+}
+
+TEST_F(MainFormTest, ShowsAllKeysOnOnePage) {
+    const NextMessage shown;
+    QTest::keyClick(&form_, Qt::Key_F1);
+    EXPECT_EQ(shown.text(), "Клавиши");
 }
 
 TEST_F(MainFormTest, HasItsComponentsByName) {

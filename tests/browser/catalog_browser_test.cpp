@@ -228,6 +228,24 @@ TEST(Selection, LeavesWhatWasReadWhenADataSetFails) {
     EXPECT_TRUE(log.readAll().endsWith(" Компонент cxComboBox1\r\n"));
 }
 
+TEST(Selection, IsReadAgainByF5AndStaysWhereItIs) {
+    const FirebirdServer server("127.0.0.8", test::limitsCatalog);
+    CatalogWindow window(server.address());
+    window.choose("Action1");
+    const db::DataSet& labour = window.module().pFIBDataSet6;
+    TERForm->cxPageControl1->setCurrentWidget(TERForm->cxTabSheet4);
+    QTest::keyClick(&TERForm->cxGrid5->view(), Qt::Key_End, Qt::ControlModifier);
+    const int rows = labour.rowCount();
+    const QString current = labour.text(labour.currentRow(), labour.field("ID"));
+    runSql(server.address(),
+           "insert into TERTRUD_TABLE (ID, PER, REGIONID, KOD) values (777, '202403', 1, -5); commit;");
+    QTest::keyClick(TERForm->cxComboBox1->lineEdit(), Qt::Key_F5);
+    EXPECT_EQ(labour.rowCount(), rows + 1);
+    EXPECT_EQ(labour.text(labour.currentRow(), labour.field("ID")), current);
+    EXPECT_EQ(TERForm->cxGrid5->view().currentRow(), labour.currentRow());
+    EXPECT_EQ(ui::screenCursor(), ui::ScreenCursor::Default);
+}
+
 TEST(Lifecycle, OpensWithTheFocusOnTheFirstMaterial) {
     CatalogWindow window(test::sampleServer);
     window.choose("Action1");

@@ -20,9 +20,10 @@ constexpr int sortNumberWidth = 8;
 /// Leaves the edge free, where columns are dragged to another width.
 constexpr int marksMargin = 5;
 
-QRect filterButtonRect(const QRect& section) {
-    return {section.right() + 1 - marksMargin - filterButtonSize,
-            section.top() + (section.height() - filterButtonSize) / 2, filterButtonSize, filterButtonSize};
+/// The filter button is the last of the marks.
+QRect filterButtonRect(const QRect& marks) {
+    return {marks.right() + 1 - marksMargin - filterButtonSize,
+            marks.top() + (marks.height() - filterButtonSize) / 2, filterButtonSize, filterButtonSize};
 }
 
 } // namespace
@@ -61,54 +62,48 @@ bool TableHeader::isFiltered(int column) const {
     return model_.filters().contains(column);
 }
 
-int TableHeader::marksWidth(int column) const {
+bool TableHeader::showsFilterButton(int column) const {
+    return isFiltered(column) || (column == hovered_ && model_.column(column).field());
+}
+
+int TableHeader::sortMarksWidth(int column) const {
     const auto& sort = model_.sortColumns();
     const bool isSorted = std::ranges::find(sort, column, &SortColumn::column) != sort.end();
-    return (isFiltered(column) ? filterButtonSize + marksMargin : 0) +
-           (isSorted ? sortMarkWidth + (sort.size() > 1 ? sortNumberWidth : 0) : 0);
+    return isSorted ? sortMarkWidth + (sort.size() > 1 ? sortNumberWidth : 0) : 0;
 }
 
-QRect TableHeader::sectionRect(int column) const {
-    return {sectionViewportPosition(column), 0, sectionSize(column), height()};
+int TableHeader::marksWidth(int column) const {
+    return sortMarksWidth(column) + (showsFilterButton(column) ? filterButtonSize + marksMargin : 0);
 }
 
-QRect TableHeader::textRect(int column, const QRect& section) const {
-    const QRect beside = besideMarks(column, section);
-    if (column != hovered_ || isFiltered(column)) {
-        return beside;
-    }
-    // The button that the mouse brings up stands beside text and sort mark, unless that breaks the text into
-    // more lines than there are.
-    const QRect narrower = beside.adjusted(0, 0, -filterButtonSize - marksMargin, 0);
-    const bool fits =
-        cellTextHeight(model_.column(column).headerText(), narrower.width(), font()) <= section.height();
-    return fits ? narrower : beside;
+int TableHeader::widestMarks(int column) const {
+    return sortMarksWidth(column) + (model_.column(column).field() ? filterButtonSize + marksMargin : 0);
 }
 
 bool TableHeader::isOverFilterButton(const QPoint& position) const {
     const int column = logicalIndexAt(position);
     return column >= 0 && model_.column(column).field() &&
-           filterButtonRect(sectionRect(column)).contains(position);
+           filterButtonRect(partsOf(column, sectionRect(column), widestMarks(column)).marks)
+               .contains(position);
 }
 
 void TableHeader::paintSection(QPainter* painter, const QRect& rect, int column) const {
     painter->save();
-    drawSection(*painter, rect, column, textRect(column, rect), column == hovered_);
-    drawSortMarks(*painter, rect, column);
-    if (model_.column(column).field() && (column == hovered_ || isFiltered(column))) {
-        drawFilterButton(*painter, rect, column);
+    const Parts parts = partsOf(column, rect, marksWidth(column));
+    drawSection(*painter, rect, column, parts.text, column == hovered_);
+    drawSortMarks(*painter, parts.marks, column);
+    if (showsFilterButton(column)) {
+        drawFilterButton(*painter, filterButtonRect(parts.marks), column);
     }
     painter->restore();
 }
 
-void TableHeader::drawSortMarks(QPainter& painter, const QRect& section, int column) const {
+void TableHeader::drawSortMarks(QPainter& painter, const QRect& area, int column) const {
     const auto& sort = model_.sortColumns();
     const auto found = std::ranges::find(sort, column, &SortColumn::column);
     if (found == sort.end()) {
         return;
     }
-    const QRect area(textRect(column, section).right() + 1, section.top(), marksWidth(column),
-                     section.height());
     const QPointF center(area.left() + sortMarkWidth / 2.0, area.center().y() + 0.5);
     drawSortMark(painter, center, found->descending);
     if (sort.size() > 1) {
@@ -121,8 +116,7 @@ void TableHeader::drawSortMarks(QPainter& painter, const QRect& section, int col
     }
 }
 
-void TableHeader::drawFilterButton(QPainter& painter, const QRect& section, int column) const {
-    const QRect button = filterButtonRect(section);
+void TableHeader::drawFilterButton(QPainter& painter, const QRect& button, int column) const {
     const bool inForce = isFiltered(column);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(palette().color(QPalette::Mid), 0));
@@ -142,24 +136,30 @@ void TableHeader::setHovered(int column) {
     }
 }
 
+void TableHeader::followPointer() {
+    const QPoint pointer = QCursor::pos();
+    const bool isHere = QApplication::widgetAt(pointer) == viewport();
+    setHovered(isHere ? logicalIndexAt(viewport()->mapFromGlobal(pointer)) : -1);
+}
+
 void TableHeader::mousePressEvent(QMouseEvent* event) {
     if (event->button() == Qt::LeftButton && isOverFilterButton(event->pos())) {
         emit filterRequested(logicalIndexAt(event->pos()));
         return;
     }
-    QHeaderView::mousePressEvent(event);
+    FittedHeader::mousePressEvent(event);
 }
 
 void TableHeader::mouseMoveEvent(QMouseEvent* event) {
     setHovered(event->buttons() == Qt::NoButton ? logicalIndexAt(event->pos()) : -1);
-    QHeaderView::mouseMoveEvent(event);
+    FittedHeader::mouseMoveEvent(event);
 }
 
 bool TableHeader::viewportEvent(QEvent* event) {
     if (event->type() == QEvent::Leave) {
         setHovered(-1);
     }
-    return QHeaderView::viewportEvent(event);
+    return FittedHeader::viewportEvent(event);
 }
 
 } // namespace grid

@@ -14,6 +14,9 @@ class TableHeader final : public FittedHeader {
 public:
     TableHeader(TableModel& model, QWidget* parent);
 
+    /// Shows the filter button where the pointer is now. To be called after something had covered the header.
+    void followPointer();
+
 signals:
     /// The user has pressed the filter button of a column (index of the model).
     void filterRequested(int column);
@@ -21,6 +24,7 @@ signals:
 protected:
     void paintSection(QPainter* painter, const QRect& rect, int logicalIndex) const override;
     [[nodiscard]] int marksWidth(int column) const override;
+    [[nodiscard]] int widestMarks(int column) const override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     bool viewportEvent(QEvent* event) override;
@@ -28,12 +32,12 @@ protected:
 private:
     void toggleSort(int column);
     void setHovered(int column);
-    [[nodiscard]] QRect sectionRect(int column) const;
-    [[nodiscard]] QRect textRect(int column, const QRect& section) const;
+    [[nodiscard]] int sortMarksWidth(int column) const;
     [[nodiscard]] bool isOverFilterButton(const QPoint& position) const;
     [[nodiscard]] bool isFiltered(int column) const;
-    void drawSortMarks(QPainter& painter, const QRect& section, int column) const;
-    void drawFilterButton(QPainter& painter, const QRect& section, int column) const;
+    [[nodiscard]] bool showsFilterButton(int column) const;
+    void drawSortMarks(QPainter& painter, const QRect& area, int column) const;
+    void drawFilterButton(QPainter& painter, const QRect& button, int column) const;
 
     TableModel& model_;
     int hovered_ = -1;

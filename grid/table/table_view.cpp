@@ -49,6 +49,7 @@ TableView::TableView(const GridSpec& spec, db::DataSource& dataSource, QWidget* 
         }
     });
     connect(header, &TableHeader::filterRequested, this, &TableView::openFilter);
+    connect(this, &TableView::filterClosed, header, &TableHeader::followPointer);
 }
 
 QItemSelection TableView::selectionOf(int first, int last) const {
@@ -136,6 +137,7 @@ void TableView::openFilter(int column) {
         model_->decimalPoint(), this);
     connect(popup, &FilterPopup::accepted, this,
             [this, column](const ColumnFilter& filter) { model_->setFilter(column, filter); });
+    connect(popup, &QObject::destroyed, this, &TableView::filterClosed);
 
     const QRect free = screen()->availableGeometry();
     popup->adjustSize();

@@ -41,6 +41,10 @@ public:
     /// Opens the filter of a column (index of the model).
     void openFilter(int column);
 
+signals:
+    /// The filter that had been opened is gone, whether or not it was accepted.
+    void filterClosed();
+
 protected:
     [[nodiscard]] int rowCount() const override { return model_->rowCount(); }
     [[nodiscard]] QModelIndex indexOf(int row, int column) const override {

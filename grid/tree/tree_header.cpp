@@ -30,10 +30,10 @@ void TreeHeader::toggleSort(int column) {
 
 void TreeHeader::paintSection(QPainter* painter, const QRect& rect, int logicalIndex) const {
     painter->save();
-    drawSection(*painter, rect, logicalIndex, besideMarks(logicalIndex, rect), false);
+    const auto [text, marks] = partsOf(logicalIndex, rect, marksWidth(logicalIndex));
+    drawSection(*painter, rect, logicalIndex, text, false);
     if (model_.sortColumn() == logicalIndex) {
-        drawSortMark(*painter, QPointF(rect.right() - sortMarkWidth / 2.0, rect.center().y() + 0.5),
-                     model_.isDescending());
+        drawSortMark(*painter, QRectF(marks).center(), model_.isDescending());
     }
     painter->restore();
 }

@@ -3,16 +3,25 @@
 #include "grid/rows/column.h"
 #include "grid/view/cell_text.h"
 #include "grid/view/column_widths.h"
+#include "grid/view/cut_text_tip.h"
 
+#include <QApplication>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPainter>
 #include <QScopedValueRollback>
 
 #include <algorithm>
+#include <cmath>
+#include <utility>
 
 namespace grid {
 namespace {
 
-constexpr int minimumColumnWidth = 24; // pixels
+// Pixels.
+constexpr int minimumColumnWidth = 24;
+constexpr int marksHeight = 19; // where they stand beneath the text
 
 } // namespace
 
@@ -90,17 +99,36 @@ void FittedHeader::takeUserWidth(int index, int width) {
     applyWeights();
 }
 
+bool FittedHeader::marksFitBeside(int index, int width, int marksWidth) const {
+    const QString& text = column(index).headerText();
+    const int narrower = width - marksWidth;
+    return narrower > 0 && !isCellTextCut(text, narrower, font()) &&
+           cellTextHeight(text, narrower, font()) == cellTextHeight(text, width, font());
+}
+
 int FittedHeader::fittedHeight() const {
     int height = 0;
     for (const int index : visibleColumns()) {
-        const int width = std::max(1, sectionSize(index) - marksWidth(index));
-        height = std::max(height, cellTextHeight(column(index).headerText(), width, font()));
+        const int width = sectionSize(index);
+        const int marks = widestMarks(index);
+        const bool areBeneath = marks > 0 && !marksFitBeside(index, width, marks);
+        height = std::max(height, cellTextHeight(column(index).headerText(), width, font()) +
+                                      (areBeneath ? marksHeight : 0));
     }
     return height + 2 * cellTextPaddingY;
 }
 
-QRect FittedHeader::besideMarks(int index, const QRect& section) const {
-    return section.adjusted(0, cellTextPaddingY, -marksWidth(index), 0);
+FittedHeader::Parts FittedHeader::partsOf(int index, const QRect& section, int marksWidth) const {
+    const QRect text = section.adjusted(0, cellTextPaddingY, 0, 0);
+    const int left = std::max(section.left(), section.right() + 1 - marksWidth);
+    if (marksWidth == 0 || marksFitBeside(index, section.width(), marksWidth)) {
+        return {text.adjusted(0, 0, -marksWidth, 0), {left, section.top(), marksWidth, section.height()}};
+    }
+    return {text, {left, section.bottom() + 1 - marksHeight, section.right() + 1 - left, marksHeight}};
+}
+
+QRect FittedHeader::sectionRect(int index) const {
+    return {sectionViewportPosition(index), 0, sectionSize(index), height()};
 }
 
 void FittedHeader::drawSection(QPainter& painter, const QRect& section, int index, const QRect& textArea,
@@ -132,6 +160,69 @@ void FittedHeader::drawTriangle(QPainter& painter, const QPointF& center, qreal 
     painter.drawPolygon(
         QPolygonF({center + QPointF(-halfWidth, -halfHeight), center + QPointF(halfWidth, -halfHeight),
                    center + QPointF(0, halfHeight)}));
+}
+
+bool FittedHeader::viewportEvent(QEvent* event) {
+    if (event->type() != QEvent::ToolTip) {
+        return QHeaderView::viewportEvent(event);
+    }
+    const auto& help = static_cast<const QHelpEvent&>(*event);
+    const int index = logicalIndexAt(help.pos());
+    const QRect section = index < 0 ? QRect() : sectionRect(index);
+    showCutTextTip(help, *viewport(),
+                   section.isEmpty() ? section : partsOf(index, section, marksWidth(index)).text,
+                   index < 0 ? QString() : column(index).headerText());
+    return true;
+}
+
+void FittedHeader::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::LeftButton) {
+        press_.emplace(event->position(), weights_);
+        // The keys go to whatever has the focus, never to the header.
+        qApp->installEventFilter(this);
+    }
+    QHeaderView::mousePressEvent(event);
+}
+
+void FittedHeader::mouseMoveEvent(QMouseEvent* event) {
+    QHeaderView::mouseMoveEvent(event);
+    if (press_) {
+        const qreal way = std::abs(event->position().x() - press_->place.x());
+        press_->isDrag =
+            press_->isDrag || way >= QApplication::startDragDistance() || weights_ != press_->weights;
+    }
+}
+
+void FittedHeader::mouseReleaseEvent(QMouseEvent* event) {
+    qApp->removeEventFilter(this);
+    press_.reset();
+    QHeaderView::mouseReleaseEvent(event);
+}
+
+bool FittedHeader::eventFilter(QObject* watched, QEvent* event) {
+    const bool isEscape =
+        event->type() == QEvent::KeyPress && static_cast<const QKeyEvent*>(event)->key() == Qt::Key_Escape;
+    if (isEscape && press_ && press_->isDrag) {
+        cancelDrag();
+        return true;
+    }
+    return QHeaderView::eventFilter(watched, event);
+}
+
+void FittedHeader::cancelDrag() {
+    const Press press = *std::exchange(press_, std::nullopt);
+    qApp->removeEventFilter(this);
+    // What is dropped where it was taken changes nothing.
+    const auto mouse = [&](QEvent::Type type, Qt::MouseButton button, Qt::MouseButtons held) {
+        return QMouseEvent(type, press.place, viewport()->mapToGlobal(press.place), button, held,
+                           Qt::NoModifier);
+    };
+    QMouseEvent back = mouse(QEvent::MouseMove, Qt::NoButton, Qt::LeftButton);
+    QHeaderView::mouseMoveEvent(&back);
+    QMouseEvent drop = mouse(QEvent::MouseButtonRelease, Qt::LeftButton, Qt::NoButton);
+    QHeaderView::mouseReleaseEvent(&drop);
+    weights_ = press.weights;
+    applyWeights();
 }
 
 } // namespace grid

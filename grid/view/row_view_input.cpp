@@ -1,4 +1,4 @@
-#include "grid/view/cell_text.h"
+#include "grid/view/cut_text_tip.h"
 #include "grid/view/fitted_header.h"
 #include "grid/view/row_view.h"
 
@@ -6,7 +6,6 @@
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QToolTip>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -16,19 +15,6 @@ namespace {
 
 /// Milliseconds between two rows while a selection is drawn beyond the edge of the view.
 constexpr int dragScrollInterval = 50;
-
-/// Shows the whole text of the cell under the pointer in a tool tip where the cell is too narrow for one of
-/// its words. `cell` is where the text is drawn, in `viewport`; the tip goes when the pointer leaves it.
-void showCutTextTip(const QHelpEvent& event, QWidget& viewport, const QRect& cell, const QString& text) {
-    if (isCellTextCut(text, cell.width(), viewport.font())) {
-        // Rich text, as only that wraps in a tool tip; escaped, as the data is no markup.
-        QString lines = text.toHtmlEscaped();
-        lines.replace(u'\n', QStringLiteral("<br>"));
-        QToolTip::showText(event.globalPos(), QStringLiteral("<p>%1</p>").arg(lines), &viewport, cell);
-    } else {
-        QToolTip::hideText();
-    }
-}
 
 } // namespace
 

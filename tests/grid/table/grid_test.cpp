@@ -11,6 +11,7 @@
 #include "grid/table/table_footer.h"
 #include "grid/table/table_header.h"
 #include "grid/table/table_view.h"
+#include "grid/view/cell_text.h"
 #include "support/firebird_server.h"
 #include "support/printing.h"
 
@@ -330,6 +331,79 @@ TEST_F(GridTest, SortsByClicksOnTheHeader) {
     // The row in focus is still the one that it was.
     EXPECT_EQ(dataSet.currentRow(), 0);
     EXPECT_EQ(view().currentIndex().row(), 0);
+}
+
+TEST_F(GridTest, KeepsCaptionsWholeBesideTheirMarks) {
+    open(fewRows);
+    const auto narrowTo = [&](const QString& text) {
+        view().header().resizeSection(name, view().header().fontMetrics().horizontalAdvance(text) +
+                                                2 * cellTextPaddingX);
+    };
+    grid().resize(1500, 300);
+    const int oneLine = view().header().height();
+    narrowTo("Наименование");
+    const int withMarksBeneath = view().header().height();
+    EXPECT_GT(withMarksBeneath, oneLine) << "the filter button has room before the pointer comes";
+    const auto caption = [&] {
+        const QRect section(view().header().sectionViewportPosition(name), 0,
+                            view().header().sectionSize(name), oneLine - 6);
+        return view().header().grab(section).toImage();
+    };
+    const QImage unsorted = caption();
+    model().sortBy({{price}, {name}});
+    EXPECT_EQ(caption(), unsorted) << "the sort marks leave it as it was";
+    EXPECT_EQ(view().header().height(), withMarksBeneath);
+    model().sortBy({});
+
+    // The button beneath the caption opens the filter; it goes with the window that it has opened.
+    const QImage atRest = view().header().grab().toImage();
+    const int right = view().header().sectionViewportPosition(name) + view().header().sectionSize(name);
+    const QPoint button(right - 12, view().header().height() - 10);
+    QTest::mouseMove(view().header().viewport(), button);
+    EXPECT_NE(view().header().grab().toImage(), atRest);
+    QTest::mouseClick(view().header().viewport(), Qt::LeftButton, {}, button);
+    auto& popup = child<QWidget>("ViewNAMEFilter");
+    ASSERT_TRUE(popup.isVisible());
+    QCursor::setPos(grid().mapToGlobal(QPoint(20, 200)));
+    QTest::keyClick(&popup, Qt::Key_Escape);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(view().header().grab().toImage(), atRest);
+}
+
+TEST_F(GridTest, EscapeCancelsTheDraggingOfAColumnOrItsEdge) {
+    open(fewRows);
+    FittedHeader& header = view().header();
+    const auto layout = [&] {
+        QStringList sections;
+        for (const int column : header.visibleColumns()) {
+            sections.append(QStringLiteral("%1:%2").arg(column).arg(header.sectionSize(column)));
+        }
+        return sections.join(u' ');
+    };
+    const QString before = layout();
+    const int y = header.height() / 2;
+    const auto drag = [&](QPoint from, QPoint to, bool cancel) {
+        QWidget& viewport = *header.viewport();
+        QTest::mousePress(&viewport, Qt::LeftButton, {}, from);
+        for (const QPoint& place : {(from + to) / 2, to}) {
+            QMouseEvent move(QEvent::MouseMove, place, viewport.mapToGlobal(place), Qt::NoButton,
+                             Qt::LeftButton, Qt::NoModifier);
+            QApplication::sendEvent(&viewport, &move);
+        }
+        if (cancel) {
+            QTest::keyClick(&view(), Qt::Key_Escape);
+            EXPECT_EQ(layout(), before);
+        }
+        QTest::mouseRelease(&viewport, Qt::LeftButton, {}, to);
+        return layout();
+    };
+    const int edge = header.sectionViewportPosition(name) - 1;
+    const int middle = header.sectionViewportPosition(price) + 20;
+    EXPECT_EQ(drag({edge, y}, {edge + 40, y}, true), before);
+    EXPECT_EQ(drag({middle, y}, {10, y}, true), before);
+    EXPECT_TRUE(model().sortColumns().empty()) << "nor is it a click";
+    EXPECT_TRUE(drag({middle, y}, {10, y}, false).startsWith("3:"));
+    EXPECT_NE(drag({edge + 40, y}, {edge + 80, y}, false), before);
 }
 
 TEST_F(GridTest, CopiesTheSelectedRowsAsTheyAreShown) {

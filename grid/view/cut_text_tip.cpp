@@ -1,0 +1,22 @@
+#include "grid/view/cut_text_tip.h"
+
+#include "grid/view/cell_text.h"
+
+#include <QHelpEvent>
+#include <QToolTip>
+#include <QWidget>
+
+namespace grid {
+
+void showCutTextTip(const QHelpEvent& event, QWidget& viewport, const QRect& cell, const QString& text) {
+    if (isCellTextCut(text, cell.width(), viewport.font())) {
+        // Rich text, as only that wraps in a tool tip; escaped, as the data is no markup.
+        QString lines = text.toHtmlEscaped();
+        lines.replace(u'\n', QStringLiteral("<br>"));
+        QToolTip::showText(event.globalPos(), QStringLiteral("<p>%1</p>").arg(lines), &viewport, cell);
+    } else {
+        QToolTip::hideText();
+    }
+}
+
+} // namespace grid

@@ -4,6 +4,7 @@
 #include "db/field.h"
 #include "grid/rows/column.h"
 #include "grid/view/cell_text.h"
+#include "grid/view/copied_rows.h"
 #include "grid/view/fitted_header.h"
 
 #include <QAccessible>
@@ -13,26 +14,9 @@
 #include <QScrollBar>
 
 #include <algorithm>
+#include <memory>
 
 namespace grid {
-
-namespace {
-
-/// A row's cells as a line of text that spreadsheets paste: tabs stand between the cells, and a cell that
-/// holds tabs, quotes or line breaks is quoted.
-QString clipboardLine(QStringList cells) {
-    for (QString& cell : cells) {
-        const bool isPlain = std::ranges::none_of(cell, [](QChar character) {
-            return character == u'\t' || character == u'"' || character == u'\n' || character == u'\r';
-        });
-        if (!isPlain) {
-            cell = u'"' + cell.replace(u'"', QStringLiteral("\"\"")) + u'"';
-        }
-    }
-    return cells.join(u'\t') + u'\n';
-}
-
-} // namespace
 
 RowView::RowView(QWidget* parent)
     : QAbstractItemView(parent), layout_([this](int row) { return measureRow(row); }) {
@@ -85,18 +69,23 @@ void RowView::copySelection() const {
     if (!selectionModel()->hasSelection() && currentRow() >= 0) {
         rows.push_back(currentRow());
     }
+    if (rows.empty()) {
+        return;
+    }
     const std::vector<int> columns = header_->visibleColumns();
-    QString text;
+    std::vector<CopiedRows::Column> kinds;
+    for (const int column : columns) {
+        const db::Field* const field = header_->column(column).field();
+        kinds.push_back(field ? CopiedRows::Column{field->isNumber(), field->fractionDigits()}
+                              : CopiedRows::Column());
+    }
+    auto copied = std::make_unique<CopiedRows>(std::move(kinds));
     for (const int row : rows) {
-        QStringList cells;
         for (const int column : columns) {
-            cells.append(textOf(row, column));
+            copied->add(textOf(row, column));
         }
-        text += clipboardLine(std::move(cells));
     }
-    if (!text.isEmpty()) {
-        QApplication::clipboard()->setText(text);
-    }
+    QApplication::clipboard()->setMimeData(copied.release());
 }
 
 void RowView::reset() {

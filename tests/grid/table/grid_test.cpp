@@ -22,6 +22,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMimeData>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTest>
@@ -431,6 +432,33 @@ TEST_F(GridTest, CopiesTheSelectedRowsAsTheyAreShown) {
     QTest::keyClick(&view(), Qt::Key_A, Qt::ControlModifier);
     EXPECT_TRUE(copied().startsWith("12,50\t30\tЩебень\t\n-3,00\t4\t\t\n"));
     EXPECT_EQ(view().visibleColumns().front()->headerText(), "Цена");
+}
+
+TEST_F(GridTest, TellsSpreadsheetsWhichCopiedCellsAreTexts) {
+    open("select cast(1 as bigint) ID, cast(7 as integer) KOD, cast('01.1.01' as varchar(1000)) NAME, "
+         "cast(1012.5 as numeric(18,2)) PRICE from RDB$DATABASE union all "
+         "select 2, null, '=1+1', -92233720368547758.08 from RDB$DATABASE union all "
+         "select 3, -2, ' a  b < \"c\" & d' || ascii_char(13) || ascii_char(10) || 'e', null from "
+         "RDB$DATABASE");
+    QTest::keyClick(&view(), Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(&view(), Qt::Key_C, Qt::ControlModifier);
+    dataSet.close();
+    // What somebody pastes later is what was copied.
+    const QMimeData& copied = *QApplication::clipboard()->mimeData();
+    EXPECT_EQ(copied.text().split('\n').at(1), "\t=1+1\t-92233720368547758,08\t");
+    const QStringList cells = copied.html().split("<td").mid(1);
+    ASSERT_EQ(cells.size(), 12);
+    const auto isText = [](const QString& cell) { return cell.contains("sdnum=\"1033;0;@\""); };
+    EXPECT_TRUE(cells[0].contains("sdval=\"7\" sdnum=\"1033;0;0\"")) << cells[0].toStdString();
+    EXPECT_TRUE(isText(cells[1]));
+    EXPECT_TRUE(cells[2].contains("sdval=\"1012.50\" sdnum=\"1033;0;0.00\">1012,50<"));
+    EXPECT_TRUE(isText(cells[5]) && cells[5].contains(">=1+1<"));
+    EXPECT_TRUE(isText(cells[6])) << "a spreadsheet's number would round it";
+    const QString blank = "<span style=\"mso-spacerun:yes\">%1</span>";
+    EXPECT_TRUE(cells[9].contains(blank.arg("&nbsp;") + "a" + blank.arg("&nbsp;&nbsp;") +
+                                  "b &lt; \"c\" &amp; d<br style=\"mso-data-placement:same-cell\">e</td>"))
+        << cells[9].toStdString();
+    EXPECT_TRUE(cells[10].startsWith("></td>"));
 }
 
 TEST_F(GridTest, FollowsTheDataSetAndLeadsIt) {

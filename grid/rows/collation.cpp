@@ -13,10 +13,9 @@ struct Letter {
     std::uint8_t lower;
 };
 
-/// The Cyrillic letters of WIN1251 by the Russian alphabet, ё a letter of its own after е; the letters of
-/// other alphabets stand after the Russian letter that they derive from. ICU's order for Russian takes ё for
-/// a variant of е; Firebird's PXW_CYRL agrees on the Russian letters, but puts those of other alphabets after
-/// я.
+/// The Cyrillic letters of WIN1251 by the Russian alphabet; the letters of other alphabets stand after the
+/// Russian letter that they derive from. Firebird's PXW_CYRL puts those after я and takes ё for a letter of
+/// its own.
 constexpr std::array<Letter, 48> cyrillicLetters = {{
     {0xC0, 0xE0}, {0xC1, 0xE1}, {0xC2, 0xE2}, {0xC3, 0xE3},               // А Б В Г
     {0xA5, 0xB4}, {0x81, 0x83},                                           // Ґ Ѓ
@@ -32,6 +31,8 @@ constexpr std::array<Letter, 48> cyrillicLetters = {{
     {0xD8, 0xF8}, {0xD9, 0xF9}, {0xDA, 0xFA}, {0xDB, 0xFB}, {0xDC, 0xFC}, // Ш Щ Ъ Ы Ь
     {0xDD, 0xFD}, {0xDE, 0xFE}, {0xDF, 0xFF},                             // Э Ю Я
 }};
+
+constexpr unsigned char lowerYe = 0xE5;
 
 constexpr bool isDigit(unsigned byte) {
     return byte >= '0' && byte <= '9';
@@ -61,7 +62,8 @@ constexpr std::array<std::uint8_t, 256> makeWeights() {
         weights[upper] = weights[upper - 'A' + 'a'] = next++;
     }
     for (const Letter letter : cyrillicLetters) {
-        weights[letter.upper] = weights[letter.lower] = next++;
+        const bool isVariant = isYo(static_cast<char>(letter.upper));
+        weights[letter.upper] = weights[letter.lower] = isVariant ? weights[lowerYe] : next++;
     }
     return weights;
 }
@@ -70,23 +72,6 @@ constexpr std::array<std::uint8_t, 256> weightTable = makeWeights();
 
 std::uint8_t weight(char byte) {
     return weightTable[static_cast<unsigned char>(byte)];
-}
-
-constexpr unsigned char lowerYe = 0xE5;
-constexpr unsigned char upperYo = 0xA8;
-constexpr unsigned char lowerYo = 0xB8;
-
-/// Weights for searching, where ё is е.
-constexpr std::array<std::uint8_t, 256> makeSearchWeights() {
-    std::array<std::uint8_t, 256> weights = weightTable;
-    weights[upperYo] = weights[lowerYo] = weights[lowerYe];
-    return weights;
-}
-
-constexpr std::array<std::uint8_t, 256> searchWeights = makeSearchWeights();
-
-std::uint8_t searchWeight(char byte) {
-    return searchWeights[static_cast<unsigned char>(byte)];
 }
 
 } // namespace
@@ -103,13 +88,17 @@ int compare(std::string_view left, std::string_view right) {
             return difference;
         }
     }
-    return left.size() == right.size() ? 0 : left.size() < right.size() ? -1 : 1;
+    if (left.size() != right.size()) {
+        return left.size() < right.size() ? -1 : 1;
+    }
+    const auto [one, other] = std::ranges::mismatch(left, right, {}, isYo, isYo);
+    return one == left.end() ? 0 : isYo(*one) ? 1 : -1;
 }
 
 Needle::Needle(std::string_view text) {
     folded_.reserve(text.size());
-    std::transform(text.begin(), text.end(), std::back_inserter(folded_), searchWeight);
-    const auto isAnchor = [](std::uint8_t place) { return place != searchWeights[lowerYe]; };
+    std::transform(text.begin(), text.end(), std::back_inserter(folded_), weight);
+    const auto isAnchor = [](std::uint8_t place) { return place != weightTable[lowerYe]; };
     const auto first = std::find_if(folded_.begin(), folded_.end(), isAnchor);
     hasAnchors_ = first != folded_.end();
     if (hasAnchors_) {
@@ -165,7 +154,7 @@ std::size_t Needle::findIn(std::string_view text) const {
 bool Needle::isStartOf(std::string_view text) const {
     return text.size() >= folded_.size() &&
            std::equal(folded_.begin(), folded_.end(), text.begin(),
-                      [](std::uint8_t sought, char byte) { return sought == searchWeight(byte); });
+                      [](std::uint8_t sought, char byte) { return sought == weight(byte); });
 }
 
 } // namespace grid::collation

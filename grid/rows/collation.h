@@ -6,11 +6,18 @@
 #include <string_view>
 
 /// Order and search of catalog texts as they are held, in WIN1251: by the Russian alphabet, without regard to
-/// case.
+/// case. As in dictionaries ё is the letter е, and comes after it only where two texts have no other
+/// difference.
 namespace grid::collation {
 
-/// The place of every byte in the alphabetical order; the two cases of a letter share one place.
+/// The place of every byte in the alphabetical order; the two cases of a letter share one place, as do е and
+/// ё.
 [[nodiscard]] const std::array<std::uint8_t, 256>& weights();
+
+/// Whether a byte is ё in one of its cases.
+[[nodiscard]] constexpr bool isYo(char byte) {
+    return byte == '\xA8' || byte == '\xB8';
+}
 
 /// Negative, 0 or positive, as `left` comes before, with or after `right`.
 [[nodiscard]] int compare(std::string_view left, std::string_view right);

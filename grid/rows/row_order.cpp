@@ -30,6 +30,9 @@ constexpr std::size_t radixThreshold = 2048;
 /// its continuations.
 constexpr std::size_t weightsPerWord = 7;
 
+/// Letters of which one word tells whether they are ё.
+constexpr std::size_t dotsPerWord = 64;
+
 void radixSort(Entries entries, std::vector<Entry>& scratch) {
     constexpr int byteCount = sizeof(Entry::word);
     std::array<std::array<std::uint32_t, 256>, byteCount> counts{};
@@ -123,11 +126,47 @@ private:
         forEachEqualRun(run, [&](Entries equal) {
             const std::uint64_t word = key.descending ? ~equal.front().word : equal.front().word;
             if ((word & 0xFF) < weightsPerWord) {
-                sortByKey(equal, keyIndex + 1); // the texts have ended
+                sortDots(equal, keyIndex, 0); // the texts have ended
             } else {
                 sortTexts(equal, keyIndex, depth + weightsPerWord);
             }
         });
+    }
+
+    /// Sorts texts that differ by case and by the dots of ё at most, from `depth` on by the dots.
+    void sortDots(Entries run, std::size_t keyIndex, std::size_t depth) {
+        const RowOrderKey& key = keys_[keyIndex];
+        const std::string_view first = store_.string(run.front().row, key.field);
+        if (depth >= first.size() || isSameText(run, key.field)) {
+            sortByKey(run, keyIndex + 1);
+            return;
+        }
+        for (Entry& entry : run) {
+            const std::uint64_t word = packDots(store_.string(entry.row, key.field).substr(depth));
+            entry.word = key.descending ? ~word : word;
+        }
+        sortWords(run);
+        forEachEqualRun(run, [&](Entries equal) { sortDots(equal, keyIndex, depth + dotsPerWord); });
+    }
+
+    /// Whether the texts are the same to the byte, which equal texts nearly always are.
+    [[nodiscard]] bool isSameText(Entries run, int field) const {
+        const std::string_view first = store_.string(run.front().row, field);
+        for (std::size_t index = 1; index < run.size(); ++index) {
+            prefetchBeyond(run, index);
+            if (store_.string(run[index].row, field) != first) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    [[nodiscard]] static std::uint64_t packDots(std::string_view text) {
+        std::uint64_t word = 0;
+        for (std::size_t i = 0; i < std::min(text.size(), dotsPerWord); ++i) {
+            word |= std::uint64_t{collation::isYo(text[i])} << (dotsPerWord - 1 - i);
+        }
+        return word;
     }
 
     /// Sets the row of a later entry on its way; texts are read in the order of the run, not of the store.

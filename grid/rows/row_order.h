@@ -18,8 +18,8 @@ struct RowOrderKey {
 };
 
 /// Puts `rows` (row numbers of `store`, ascending) in the order of `keys`, the first key first. Numbers go by
-/// value, texts by collation::weights(), NULL before everything. Rows that are equal in all keys keep their
-/// order, also when they descend.
+/// value, texts as collation::compare() does, NULL before everything. Rows that are equal in all keys keep
+/// their order, also when they descend.
 void sortRows(std::vector<std::int32_t>& rows, const db::RowStore& store, std::span<const RowOrderKey> keys);
 
 } // namespace grid

@@ -17,8 +17,10 @@ TEST(RowOrder, AgreesWithAPlainStableSort) {
     const std::array kinds{db::FieldKind::String, db::FieldKind::Decimal};
     db::RowStore store(kinds);
     std::mt19937 random(7);
-    const QStringList stems{"",  "Ель", "ель", "Ёлка", "Трубы стальные электросварные", "ТРУБЫ СТАЛЬНЫЕ Э",
-                            "a", "1"};
+    // The last two differ by one dot, far from their beginning.
+    const QString longText = QStringLiteral("Трубы стальные электросварные ").repeated(4);
+    const QStringList stems{
+        "", "Ель", "ЁЛЬ", "Ёлка", "елка", "ТРУБЫ СТАЛЬНЫЕ Э", longText + "ёще", longText + "еще"};
     const QByteArray nul("a\0", 2);
     for (int row = 0; row < 20000; ++row) {
         db::RowStore::RowWriter writer(store);

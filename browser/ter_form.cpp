@@ -19,6 +19,7 @@
 #include "ui/tight_layout.h"
 
 #include <QDir>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScopeGuard>
@@ -305,6 +306,32 @@ void TTERForm::showEvent(QShowEvent* event) {
     Form::showEvent(event);
     if (!event->spontaneous()) {
         ui::guarded(*this, [this] { FormShow(); });
+    }
+}
+
+void TTERForm::keyPressEvent(QKeyEvent* event) {
+    if (event->matches(QKeySequence::Find)) {
+        openFind();
+    } else if (event->matches(QKeySequence::NextChild)) {
+        turnPage(1);
+    } else if (event->matches(QKeySequence::PreviousChild)) {
+        turnPage(-1);
+    } else {
+        Form::keyPressEvent(event);
+    }
+}
+
+void TTERForm::turnPage(int step) {
+    const int count = cxPageControl1->count();
+    cxPageControl1->setCurrentIndex((cxPageControl1->currentIndex() + step + count) % count);
+}
+
+void TTERForm::openFind() {
+    const TabSpec& tab = tabs()[static_cast<std::size_t>(cxPageControl1->currentIndex())];
+    if (tab.tree.member) {
+        (this->*tab.tree.member)->openFind();
+    } else {
+        (this->*tab.shown.member)->openFind();
     }
 }
 

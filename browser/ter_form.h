@@ -99,6 +99,8 @@ public:
 
 protected:
     void showEvent(QShowEvent* event) override;
+    /// Takes the keys for the page in front that whatever has the focus leaves: a selector, a tab, a button.
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     struct SelectorSpec;
@@ -121,6 +123,8 @@ private:
     void reread();
     /// Moves the focus from a selector to the page that has come into view.
     void leaveSelectors(int page);
+    void turnPage(int step);
+    void openFind();
     /// Marks a selector whose text does not say what the pages show.
     void markSelectors();
     void rememberShownRegion();

@@ -18,9 +18,9 @@ Grid::Grid(const GridSpec& spec, db::DataSource& dataSource, QWidget* parent) : 
     auto* const level = new QWidget(this);
     level->setObjectName(spec.level.toString());
     view_ = new TableView(spec, dataSource, level);
-    auto* const findBar = new TableFindBar(*view_, level);
+    findBar_ = new TableFindBar(*view_, level);
     auto* const layout = ui::makeTightLayout<QVBoxLayout>(level);
-    layout->addWidget(findBar);
+    layout->addWidget(findBar_);
     layout->addWidget(view_, 1);
     layout->addWidget(new FilterBar(view_->tableModel(), level));
     ui::makeTightLayout<QVBoxLayout>(this)->addWidget(level);
@@ -30,11 +30,15 @@ Grid::Grid(const GridSpec& spec, db::DataSource& dataSource, QWidget* parent) : 
     const auto addShortcut = [&](QKeySequence::StandardKey key, void (TableFindBar::*action)()) {
         auto* const shortcut = new QShortcut(key, this);
         shortcut->setContext(Qt::WidgetWithChildrenShortcut);
-        connect(shortcut, &QShortcut::activated, findBar, action);
+        connect(shortcut, &QShortcut::activated, findBar_, action);
     };
     addShortcut(QKeySequence::Find, &TableFindBar::open);
     addShortcut(QKeySequence::FindNext, &TableFindBar::findNext);
     addShortcut(QKeySequence::FindPrevious, &TableFindBar::findPrevious);
+}
+
+void Grid::openFind() {
+    findBar_->open();
 }
 
 } // namespace grid

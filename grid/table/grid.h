@@ -10,6 +10,7 @@ class DataSource;
 
 namespace grid {
 
+class TableFindBar;
 class TableView;
 
 /// The control that shows a dataset's rows. Its one page, the level, holds the table view with the find bar
@@ -23,12 +24,16 @@ public:
     /// The table on the page.
     [[nodiscard]] TableView& view() const { return *view_; }
 
+    /// Shows the find bar with the cursor in it.
+    void openFind();
+
     /// Marks the grid while its view is written to a file.
     void setExporting(bool exporting) { exporting_ = exporting; }
     [[nodiscard]] bool isExporting() const { return exporting_; }
 
 private:
     TableView* view_;
+    TableFindBar* findBar_;
     bool exporting_ = false;
 };
 

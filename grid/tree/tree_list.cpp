@@ -29,7 +29,11 @@ TreeList::TreeList(const TreeListSpec& spec, db::DataSource& dataSource, QWidget
     connect(findPanel_, &TreeFindPanel::left, view_, &TreeView::goToFound);
     auto* const find = new QShortcut(QKeySequence::Find, this);
     find->setContext(Qt::WidgetWithChildrenShortcut);
-    connect(find, &QShortcut::activated, findPanel_, &TreeFindPanel::open);
+    connect(find, &QShortcut::activated, this, &TreeList::openFind);
+}
+
+void TreeList::openFind() {
+    findPanel_->open();
 }
 
 } // namespace grid

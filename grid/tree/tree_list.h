@@ -34,6 +34,8 @@ public:
 
     /// The tree itself.
     [[nodiscard]] TreeView& view() const { return *view_; }
+    /// Puts the cursor into the panel.
+    void openFind();
 
 private:
     TreeFindPanel* findPanel_;

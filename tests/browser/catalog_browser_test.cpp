@@ -6,6 +6,8 @@
 #include "grid/table/grid.h"
 #include "grid/table/table_footer.h"
 #include "grid/table/table_view.h"
+#include "grid/tree/tree_find_panel.h"
+#include "grid/tree/tree_list.h"
 #include "support/catalog_window.h"
 #include "support/firebird_server.h"
 #include "support/heap.h"
@@ -20,7 +22,9 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPointer>
+#include <QPushButton>
 #include <QSignalSpy>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
 #include <QWheelEvent>
@@ -109,6 +113,39 @@ TEST(Selection, FollowsWheelAndKeysOnlyWhereTheFocusIs) {
         TERForm->cxPageControl1->setCurrentIndex(page);
         EXPECT_TRUE(TERForm->cxPageControl1->currentWidget()->isAncestorOf(QApplication::focusWidget()));
     }
+}
+
+TEST(Pages, TakeTheirKeysFromWhereverTheFocusIs) {
+    CatalogWindow window(test::sampleServer);
+    window.choose("Action1");
+    QTabWidget& pages = *TERForm->cxPageControl1;
+    const auto pressIn = [](QWidget& widget, Qt::Key key, Qt::KeyboardModifiers modifiers) {
+        widget.setFocus();
+        QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+        return QApplication::focusWidget()->objectName();
+    };
+    for (QWidget* const outside :
+         {static_cast<QWidget*>(TERForm->cxComboBox1), static_cast<QWidget*>(TERForm->cxComboBox2),
+          static_cast<QWidget*>(pages.tabBar()), static_cast<QWidget*>(TERForm->Button1)}) {
+        EXPECT_EQ(pressIn(*outside, Qt::Key_F, Qt::ControlModifier), "FindBarText");
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+        EXPECT_TRUE(TERForm->cxGrid1->view().hasFocus());
+    }
+
+    for (QWidget* const place :
+         {static_cast<QWidget*>(TERForm->cxComboBox1), static_cast<QWidget*>(TERForm->cxGrid1),
+          static_cast<QWidget*>(pages.tabBar())}) {
+        pages.setCurrentIndex(0);
+        pressIn(*place, Qt::Key_Tab, Qt::ControlModifier);
+        EXPECT_EQ(pages.currentIndex(), 1) << place->objectName().toStdString();
+        pages.setCurrentIndex(0);
+        pressIn(*place, Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+        EXPECT_EQ(pages.currentIndex(), pages.count() - 1) << place->objectName().toStdString();
+    }
+    TERForm->cxComboBox2->setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_F, Qt::ControlModifier);
+    EXPECT_TRUE(
+        TERForm->cxDBTreeList1->findChild<grid::TreeFindPanel*>()->isAncestorOf(QApplication::focusWidget()));
 }
 
 TEST(Selection, TakesARegionOnlyByItsExactName) {

@@ -13,6 +13,7 @@
 #include "grid/table/grid.h"
 #include "grid/table/table_view.h"
 #include "grid/tree/tree_list.h"
+#include "grid/tree/tree_view.h"
 #include "ui/application.h"
 #include "ui/fonts.h"
 #include "ui/screen_cursor.h"
@@ -152,10 +153,9 @@ void TTERForm::createGridPage(const TabSpec& tab, QWidget& sheet) {
     grids->setStackingMode(QStackedLayout::StackAll);
     grid::Grid* const covered = tab.covered.member ? createGrid(tab.covered, sheet, *grids) : nullptr;
     grid::Grid* const shown = createGrid(tab.shown, sheet, *grids);
+    shown->view().setAccessibleName(tab.sheet.caption.toString());
     if (covered) {
-        // A focus that nobody sees would be lost.
-        covered->view().setFocusPolicy(Qt::NoFocus);
-        covered->setFocusProxy(shown);
+        covered->setCoveredBy(*shown);
     }
     auto* const layout = ui::makeTightLayout<QVBoxLayout>(&sheet);
     layout->addWidget(createButtonPanel(tab, sheet));
@@ -191,6 +191,7 @@ void TTERForm::createTreePage(const TabSpec& tab, QWidget& sheet) {
     layout->setContentsMargins(treeMargin, treeMargin, treeMargin, treeMargin);
     auto* const tree = new grid::TreeList(tab.tree.spec, DM->*tab.tree.source, &sheet);
     this->*tab.tree.member = tree;
+    tree->view().setAccessibleName(tab.sheet.caption.toString());
     layout->addWidget(tree);
 }
 

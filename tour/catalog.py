@@ -24,7 +24,6 @@ class Column(NamedTuple):
 
 class Tab(NamedTuple):
     caption: str
-    view: str  # name of the table on it
     table: str  # {} stands for the edition
     columns: tuple[Column, ...]
     counted: str  # the column over the count of the footer
@@ -50,37 +49,37 @@ UNIT = Column("Ед.изм", "EDIZM")
 BASIS = Column("Обоснование", "OBOSNOV")
 
 MATERIALS = Tab(
-    "КТЦ_Материалы", "cxGrid1DBTableView1", "{}KATALOGKTC_TABLE",
+    "КТЦ_Материалы", "{}KATALOGKTC_TABLE",
     (CODE, Column("Номер", "NOMER"), NAME, UNIT, Column("Брутто", "BRUTTO"), Column("Класс груза", "KLASSGR"),
      Column("Код узла", "KODUZLA"), Column("Базовая", "BAZOVAY", 2), Column("Оптовая", "OPTOVAY", 2),
      Column("Сметная", "CMETNAY", 2), Column("Индекс", "INDEKS", 2)),
     "Код", "_КТЦ_Материалы_", "KOD")
 CONTENTS = Tab(
-    "КТЦ_Материалы_оглавление", "cxGridDBTableView2", "{}KATOGLAVLENIE_TABLE",
+    "КТЦ_Материалы_оглавление", "{}KATOGLAVLENIE_TABLE",
     (CODE, Column("Пункт оглавления", "PUNKT"), Column("Код узла", "KODUZLA")),
     "Код", "_КТЦ_Материалы_оглавление_", "KOD")
 MACHINES = Tab(
-    "КТЦ_Машины", "cxGridDBTableView3", "{}MASH_TABLE",
+    "КТЦ_Машины", "{}MASH_TABLE",
     (CODE, BASIS, NAME, UNIT, Column("ЭММ", "EMM", 2), Column("ЗПМ", "ZMP", 2)),
     "Код", "_КТЦ_Машины_", "KOD")
 LABOUR = Tab(
-    "КТЦ_Труд", "cxGridDBTableView4", "{}TRUD_TABLE", (CODE, BASIS, NAME, UNIT, Column("ОЗП", "OZP", 2)),
+    "КТЦ_Труд", "{}TRUD_TABLE", (CODE, BASIS, NAME, UNIT, Column("ОЗП", "OZP", 2)),
     "Код", "_КТЦ_Труд_", "KOD")
 TRANSPORT = Tab(
-    "Каталог перевозка", "cxGridDBTableView8", "FER20KATALOGPEREVOZKA_TABLE",
+    "Каталог перевозка", "FER20KATALOGPEREVOZKA_TABLE",
     (CODE, BASIS, NAME, Column("Класс", "KLASSGR"), Column("Сметная цена 2001", "CMETNAY", 2),
      Column("Текущая цена", "TECCENA", 2)),
     "Код", "_Каталог перевозка_", "KOD")
 REGIONS = Tab(
-    "Справочник регионов", "cxGridDBTableView5", "REGION", (Column("Регион", "NAME"),),
+    "Справочник регионов", "REGION", (Column("Регион", "NAME"),),
     "Регион", "_Регионы", "NAME", per_selection=False)
 FIRMS = Tab(
-    "Справочник фирм", "cxGridDBTableView6", "FIRMS",
+    "Справочник фирм", "FIRMS",
     (Column("ИНН", "INN"), Column("Наименование", "FULLNAME"), Column("Адрес", "URADDRESS"),
      Column("ВЕБсайт", "WEBSITE")),
     "ИНН", "_Фирмы", per_selection=False)
 COEFFICIENTS = Tab(
-    "Региональные коэффициенты", "cxGridDBTableView7", "OGRANICHENIE",
+    "Региональные коэффициенты", "OGRANICHENIE",
     (Column("Регион", "NAME"), Column("Коэффициент", "KOEFF", 4)),
     "Регион", "_Региональные коэффициенты", per_selection=False)
 

@@ -40,7 +40,7 @@ class Tour:
         return self.program.find(role, name, description)
 
     def table(self, tab):
-        return Table(self.find("table", tab.view))
+        return Table(self.find("table", tab.caption))
 
     def selector(self, prompt):
         return self.find("combo box", description=prompt)

@@ -41,4 +41,10 @@ void Grid::openFind() {
     findBar_->open();
 }
 
+void Grid::setCoveredBy(Grid& other) {
+    covered_ = true;
+    view_->setFocusPolicy(Qt::NoFocus);
+    setFocusProxy(&other);
+}
+
 } // namespace grid

@@ -27,6 +27,11 @@ public:
     /// Shows the find bar with the cursor in it.
     void openFind();
 
+    /// Takes the grid, which lies beneath another one, out of reach, since nobody sees it: the focus goes on
+    /// to the other one, and assistive technology is not told of it.
+    void setCoveredBy(Grid& other);
+    [[nodiscard]] bool isCovered() const { return covered_; }
+
     /// Marks the grid while its view is written to a file.
     void setExporting(bool exporting) { exporting_ = exporting; }
     [[nodiscard]] bool isExporting() const { return exporting_; }
@@ -34,6 +39,7 @@ public:
 private:
     TableView* view_;
     TableFindBar* findBar_;
+    bool covered_ = false;
     bool exporting_ = false;
 };
 

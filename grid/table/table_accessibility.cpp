@@ -2,6 +2,7 @@
 
 #include "grid/rows/column.h"
 #include "grid/rows/table_model.h"
+#include "grid/table/grid.h"
 #include "grid/table/table_footer.h"
 #include "grid/table/table_header.h"
 #include "grid/table/table_view.h"
@@ -200,9 +201,30 @@ QList<QAccessibleInterface*> AccessibleCell::columnHeaderCells() const {
                  : QList<QAccessibleInterface*>();
 }
 
+/// A grid, which tells of nothing while it is covered.
+class AccessibleGrid final : public QAccessibleWidget {
+public:
+    explicit AccessibleGrid(Grid* grid) : QAccessibleWidget(grid, QAccessible::Border) {}
+
+    [[nodiscard]] QAccessible::State state() const override {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.invisible = state.invisible || isCovered();
+        return state;
+    }
+    [[nodiscard]] int childCount() const override {
+        return isCovered() ? 0 : QAccessibleWidget::childCount();
+    }
+
+private:
+    [[nodiscard]] bool isCovered() const { return static_cast<const Grid*>(widget())->isCovered(); }
+};
+
 QAccessibleInterface* makeInterface(const QString&, QObject* object) {
-    auto* const view = qobject_cast<TableView*>(object);
-    return view ? new AccessibleTable(view) : nullptr;
+    if (auto* const view = qobject_cast<TableView*>(object)) {
+        return new AccessibleTable(view);
+    }
+    auto* const grid = qobject_cast<Grid*>(object);
+    return grid ? new AccessibleGrid(grid) : nullptr;
 }
 
 } // namespace

@@ -2,8 +2,8 @@
 
 namespace grid {
 
-/// Makes assistive technology see every TableView as a table of its visible columns with their headers. May
-/// be called any number of times.
+/// Makes assistive technology see every TableView as a table of its visible columns with their headers, and
+/// nothing of a Grid that is covered. May be called any number of times.
 void installTableAccessibility();
 
 } // namespace grid

@@ -30,7 +30,6 @@ QColor mixed(const QColor& first, const QColor& second, double share) {
 TableView::TableView(const GridSpec& spec, db::DataSource& dataSource, QWidget* parent) : RowView(parent) {
     installTableAccessibility();
     setObjectName(spec.view.toString());
-    setAccessibleName(objectName());
 
     db::DataSet& dataSet = dataSource.dataSet();
     model_ = new TableModel(dataSet, makeColumns(spec.columns, dataSet, this), this);

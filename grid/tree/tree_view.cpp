@@ -15,7 +15,6 @@ namespace grid {
 TreeView::TreeView(TreeModel& model, QWidget* parent)
     : RowView(parent), model_(model), rows_(model.structure()) {
     installTreeAccessibility();
-    setAccessibleName(QStringLiteral("Дерево"));
     assemble(model, *new TreeHeader(model, this), nullptr, model.dataSet());
     connect(&model_, &QAbstractItemModel::layoutChanged, this, [this] {
         rows_.layout();

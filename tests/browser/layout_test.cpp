@@ -14,6 +14,7 @@
 #include "support/firebird_server.h"
 #include "support/printing.h"
 
+#include <QAccessible>
 #include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
@@ -161,6 +162,31 @@ TEST(BrowserLayout, IsWhatTheWindowWasDesignedToBe) {
     EXPECT_TRUE(TERForm->cxGrid3->view().hasFocus());
     EXPECT_EQ(TERForm->width(), window.form().Panel1->width() - 6);
     EXPECT_EQ(TERForm->cxGrid2->geometry(), TERForm->cxGrid3->geometry());
+}
+
+/// The names of the tables and trees that a screen reader comes upon beneath `parent`.
+QStringList accessibleTables(QAccessibleInterface& parent) {
+    QStringList names;
+    for (int index = 0; index < parent.childCount(); ++index) {
+        QAccessibleInterface& child = *parent.child(index);
+        if (child.role() == QAccessible::Table || child.role() == QAccessible::Tree) {
+            names += child.text(QAccessible::Name);
+        } else if (!child.state().invisible) {
+            names += accessibleTables(child);
+        }
+    }
+    return names;
+}
+
+TEST(BrowserLayout, TellsScreenReadersOfOneTableOnEachPageByThePagesCaption) {
+    test::CatalogWindow window(test::sampleServer);
+    window.choose("Action1");
+    QTabWidget& pages = *TERForm->cxPageControl1;
+    for (int index = 0; index < pages.count(); ++index) {
+        pages.setCurrentIndex(index);
+        EXPECT_EQ(accessibleTables(*QAccessible::queryAccessibleInterface(pages.widget(index))),
+                  QStringList(pages.tabText(index)));
+    }
 }
 
 TEST(BrowserLayout, FillsEveryWidthWithTheColumns) {

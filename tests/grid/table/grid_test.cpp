@@ -752,7 +752,7 @@ TEST_F(GridTest, KeepsAccessibleCellsWhileTheyAreAskedFor) {
             ASSERT_NE(cells->cellAt(row, column), nullptr);
         }
     }
-    EXPECT_EQ(QAccessible::accessibleInterface(id), first);
+    ASSERT_EQ(QAccessible::accessibleInterface(id), first);
     EXPECT_EQ(first->tableCellInterface()->columnHeaderCells().size(), 1);
     QApplication::processEvents();
     EXPECT_EQ(QAccessible::accessibleInterface(id), nullptr) << "too many to keep";

@@ -202,6 +202,44 @@ TEST_F(TreeListTest, TypingGoesToTheNextNodeThatStartsWithTheText) {
     EXPECT_EQ(dataSet_.currentRow(), 7) << "in the focused column";
 }
 
+TEST_F(TreeListTest, TypingReachesNodesThatBeginWithAKeyForBranches) {
+    dataSet_.close();
+    dataSet_.setSql(query({{"1", "null", "'Прочее'", "1"},
+                           {"2", "1", "'+40 °C'", "1.1"},
+                           {"3", "1", "'-40 °C'", "1.2"},
+                           {"4", "3", "'- 5 °C'", "1.2.1"},
+                           {"5", "1", "'* примечание'", "1.3"},
+                           {"6", "1", "' без кода'", "1.4"},
+                           {"7", "null", "'Трубы'", "2"}}));
+    dataSet_.open();
+    const auto typed = [&](Qt::Key key, const char* rest = "") {
+        dataSet_.moveTo(0);
+        view().setExpanded(0, false);
+        press(key);
+        type(view(), QString::fromUtf8(rest));
+        const int found = dataSet_.currentRow();
+        press(Qt::Key_Escape);
+        return found;
+    };
+    EXPECT_EQ(typed(Qt::Key_Plus), 1);
+    EXPECT_EQ(typed(Qt::Key_Minus), 2);
+    EXPECT_EQ(typed(Qt::Key_Minus, " 5"), 3);
+    EXPECT_EQ(typed(Qt::Key_Asterisk), 4);
+    EXPECT_EQ(typed(Qt::Key_Space, "без"), 5);
+
+    // The number pad commands the branch all the same, and so do these keys in a column that has no such
+    // text.
+    dataSet_.moveTo(0);
+    view().setExpanded(0, false);
+    press(Qt::Key_Plus, Qt::KeypadModifier);
+    EXPECT_EQ(shown(), ">1 .1.1 .1.2 ..1.2.1 .1.3 .1.4 2");
+    press(Qt::Key_Minus, Qt::KeypadModifier);
+    EXPECT_EQ(shown(), ">1 2");
+    press(Qt::Key_Right, Qt::ControlModifier);
+    press(Qt::Key_Asterisk);
+    EXPECT_EQ(shown(), ">1 .1.1 .1.2 ..1.2.1 .1.3 .1.4 2");
+}
+
 TEST_F(TreeListTest, FindPanelNarrowsTheTree) {
     EXPECT_EQ(edit().placeholderText(), "Введите текст для поиска");
     view().setExpanded(6, true);

@@ -19,6 +19,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
+#include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -26,6 +27,7 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTest>
+#include <QToolTip>
 #include <QWheelEvent>
 
 #include <gtest/gtest.h>
@@ -369,6 +371,17 @@ TEST_F(GridTest, KeepsCaptionsWholeBesideTheirMarks) {
     QTest::keyClick(&popup, Qt::Key_Escape);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_EQ(view().header().grab().toImage(), atRest);
+
+    // Where even a line of two letters has no room, a tool tip says it all.
+    const auto tip = [&] {
+        const QPoint place(view().header().sectionViewportPosition(name) + 3, 5);
+        QHelpEvent help(QEvent::ToolTip, place, view().header().viewport()->mapToGlobal(place));
+        QApplication::sendEvent(view().header().viewport(), &help);
+        return QToolTip::text();
+    };
+    EXPECT_EQ(tip(), "");
+    grid().resize(50, 300);
+    EXPECT_EQ(tip(), "<p>Наименование</p>");
 }
 
 TEST_F(GridTest, EscapeCancelsTheDraggingOfAColumnOrItsEdge) {

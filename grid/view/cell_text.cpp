@@ -40,12 +40,12 @@ bool fitsOneLine(const QString& text, int width, const QFontMetrics& metrics) {
     return !text.contains(QChar::LineSeparator) && metrics.horizontalAdvance(text) <= width;
 }
 
-/// Digits with at most one decimal sign: half of it would be another number.
-bool isNumber(const QString& text) {
+/// Whether half of a text would be another number: it has digits and one decimal sign.
+bool isDecimal(const QString& text) {
     const auto digits = std::ranges::count_if(text, [](QChar each) { return each.isDigit(); });
     const auto signs = std::ranges::count_if(text, [](QChar each) { return each == u'.' || each == u','; });
     const qsizetype minus = text.startsWith(u'-') ? 1 : 0;
-    return digits > 0 && signs <= 1 && digits + signs + minus == text.size();
+    return digits > 0 && signs == 1 && digits + signs + minus == text.size();
 }
 
 /// How many characters of `word` from `start` on make a line of `width` pixels: as many parts between hyphens
@@ -87,10 +87,14 @@ QTextOption wrapping(QTextOption::WrapMode mode) {
     return option;
 }
 
+bool isUnbroken(const QString& text, CellKind kind) {
+    return kind == CellKind::Number || isDecimal(text);
+}
+
 /// The lines of a text. A single word is a number, which never breaks, or a code or an address, which breaks
 /// by wordPart(); other texts break between words, and within those that are wider than the cell.
-std::vector<TextRange> linesOf(const QString& text, int width, const QFont& font) {
-    if (isNumber(text)) {
+std::vector<TextRange> linesOf(const QString& text, int width, const QFont& font, CellKind kind) {
+    if (isUnbroken(text, kind)) {
         return {{0, text.size()}};
     }
     std::vector<TextRange> lines;
@@ -165,22 +169,22 @@ int cellTextHeight(const QString& text, int width, const QFont& font) {
     const QString shown = printable(text);
     std::size_t lines = 1;
     if (!fitsOneLine(shown, innerWidth(width), metrics)) {
-        lines = std::max<std::size_t>(1, linesOf(shown, innerWidth(width), font).size());
+        lines = std::max<std::size_t>(1, linesOf(shown, innerWidth(width), font, CellKind::Text).size());
     }
     return static_cast<int>(lines) * metrics.height() + 2 * cellTextPaddingY;
 }
 
-bool isCellTextCut(const QString& text, int width, const QFont& font) {
+bool isCellTextCut(const QString& text, int width, const QFont& font, CellKind kind) {
     const QString shown = printable(text);
     const QFontMetrics metrics(font);
-    return std::ranges::any_of(linesOf(shown, innerWidth(width), font), [&](const TextRange& line) {
+    return std::ranges::any_of(linesOf(shown, innerWidth(width), font, kind), [&](const TextRange& line) {
         return metrics.horizontalAdvance(shown.mid(line.start, line.end - line.start).trimmed()) >
                innerWidth(width) + 1;
     });
 }
 
 void drawCellText(QPainter& painter, const QRect& cell, const QString& text, Qt::Alignment horizontal,
-                  TextRange mark) {
+                  TextRange mark, CellKind kind) {
     const QFontMetrics metrics(painter.font());
     const QString shown = printable(text);
     const int width = innerWidth(cell.width());
@@ -194,11 +198,11 @@ void drawCellText(QPainter& painter, const QRect& cell, const QString& text, Qt:
         painter.drawText(QPointF(x, top + metrics.ascent()), shown);
         return;
     }
-    if (!isOneLine && isNumber(shown)) {
+    if (!isOneLine && isUnbroken(shown, kind)) {
         drawLine(painter, QRectF(left, top, width, metrics.height()), QStringLiteral("…"), horizontal, {});
         return;
     }
-    for (const TextRange& line : linesOf(shown, width, painter.font())) {
+    for (const TextRange& line : linesOf(shown, width, painter.font(), kind)) {
         const TextRange marked{std::max(mark.start, line.start) - line.start,
                                std::min(mark.end, line.end) - line.start};
         drawLine(painter, QRectF(left, top, width, metrics.height()),

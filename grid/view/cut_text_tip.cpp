@@ -1,15 +1,14 @@
 #include "grid/view/cut_text_tip.h"
 
-#include "grid/view/cell_text.h"
-
 #include <QHelpEvent>
 #include <QToolTip>
 #include <QWidget>
 
 namespace grid {
 
-void showCutTextTip(const QHelpEvent& event, QWidget& viewport, const QRect& cell, const QString& text) {
-    if (isCellTextCut(text, cell.width(), viewport.font())) {
+void showCutTextTip(const QHelpEvent& event, QWidget& viewport, const QRect& cell, const QString& text,
+                    CellKind kind) {
+    if (isCellTextCut(text, cell.width(), viewport.font(), kind)) {
         // Rich text, as only that wraps in a tool tip; escaped, as the data is no markup.
         QString lines = text.toHtmlEscaped();
         lines.replace(u'\n', QStringLiteral("<br>"));

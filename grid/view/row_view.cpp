@@ -103,11 +103,15 @@ int RowView::indentation(int, int) const {
     return 0;
 }
 
+CellKind RowView::cellKind(int column) const {
+    const db::Field* const field = header_->column(column).field();
+    return field && field->isNumber() ? CellKind::Number : CellKind::Text;
+}
+
 int RowView::measureRow(int row) const {
     int height = cellTextHeight(QString(), 1, font());
     for (const int index : header_->visibleColumns()) {
-        const db::Field* const field = header_->column(index).field();
-        if (field && !field->isNumber()) {
+        if (header_->column(index).field() && cellKind(index) == CellKind::Text) {
             const int width = header_->sectionSize(index) - gridLine - indentation(row, index);
             height = std::max(height, cellTextHeight(textOf(row, index), width, font()));
         }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "grid/rows/text_matcher.h"
+#include "grid/view/cell_text.h"
 #include "grid/view/row_layout.h"
 
 #include <QAbstractItemView>
@@ -121,6 +122,7 @@ protected:
     void timerEvent(QTimerEvent* event) override;
 
 private:
+    [[nodiscard]] CellKind cellKind(int column) const;
     [[nodiscard]] int measureRow(int row) const;
     void arrangeFor(int width);
     void followDataSet();

@@ -186,7 +186,8 @@ bool RowView::viewportEvent(QEvent* event) {
     const QModelIndex index = indexAt(help.pos());
     const ShownRow* const shown = layout_.shown(rowOf(index));
     showCutTextTip(help, *viewport(), shown ? textRect(*shown, index.column()) : QRect(),
-                   shown ? textOf(shown->row, index.column()) : QString());
+                   shown ? textOf(shown->row, index.column()) : QString(),
+                   shown ? cellKind(index.column()) : CellKind::Text);
     return true;
 }
 

@@ -1,11 +1,12 @@
 #include "export/replacement_file.h"
 
 #include "base/error.h"
-#include "export/office_lock.h"
 
 #include <QCryptographicHash>
-#include <QFileInfo>
+#include <QDir>
+#include <QSysInfo>
 
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 
@@ -61,6 +62,36 @@ bool isReadOnly(const QFileInfo& file) {
     return file.exists() && !(hasWriter && file.isWritable());
 }
 
+/// Whether an office program that left this lock file beside its document may still have that open.
+bool isHeld(const QFileInfo& lock) {
+    QFile file(lock.filePath());
+    const QByteArray fields = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    // The user's name, the account, the host, and more. What runs on other machines cannot be seen.
+    const QString host = QString::fromUtf8(fields).section(u',', 2, 2);
+    if (!host.isEmpty() && host.compare(QSysInfo::machineHostName(), Qt::CaseInsensitive) != 0) {
+        return true;
+    }
+    const QFileInfoList processes = QDir(QStringLiteral("/proc")).entryInfoList(QDir::Dirs);
+    return std::ranges::any_of(processes, [&lock](const QFileInfo& process) {
+        QFile name(process.filePath() + QStringLiteral("/comm"));
+        return process.ownerId() == lock.ownerId() && name.open(QIODevice::ReadOnly) &&
+               name.readAll().trimmed() == "soffice.bin";
+    });
+}
+
+/// Throws when a document must not be replaced.
+void checkUse(const QFileInfo& document) {
+    if (isReadOnly(document)) {
+        throw base::Error(QStringLiteral("файл защищён от записи"));
+    }
+    const QFileInfo lock(document.dir(), QStringLiteral(".~lock.%1#").arg(document.fileName()));
+    if (lock.exists() && isHeld(lock)) {
+        throw base::Error(QStringLiteral("файл открыт в другой программе; закройте его там, а если он "
+                                         "нигде не открыт, удалите «%1»")
+                              .arg(lock.filePath()));
+    }
+}
+
 /// Only then is a new name sure to outlive a power cut. By now the file is whole under it, so that a file
 /// system which does not offer this is no failure.
 void flushFolder([[maybe_unused]] const QString& folder) {
@@ -99,7 +130,8 @@ ReplacementFile::ReplacementFile(const QString& target)
     : place_(behindLinks(target)),
       lock_(temporaryName(place_, QStringLiteral(".lock"))),
       file_(temporaryName(place_, QStringLiteral(".tmp"))) {
-    checkUse(target);
+    checkUse(QFileInfo(target));
+    checkUse(QFileInfo(place_));
     lock();
     if (!file_.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)) {
         throw base::Error(file_.errorString());
@@ -109,19 +141,6 @@ ReplacementFile::ReplacementFile(const QString& target)
 ReplacementFile::~ReplacementFile() {
     if (!committed_) {
         file_.remove();
-    }
-}
-
-void ReplacementFile::checkUse(const QString& target) const {
-    if (isReadOnly(QFileInfo(target))) {
-        throw base::Error(QStringLiteral("файл защищён от записи"));
-    }
-    for (const QString& name : {target, place_}) {
-        if (const std::optional<QString> lock = officeLockOf(name)) {
-            throw base::Error(QStringLiteral("файл открыт в другой программе; закройте его там, а если он "
-                                             "нигде не открыт, удалите «%1»")
-                                  .arg(*lock));
-        }
     }
 }
 

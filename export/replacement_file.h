@@ -27,7 +27,6 @@ public:
     void commit();
 
 private:
-    void checkUse(const QString& target) const;
     void lock();
 
     QString place_; ///< of the target itself, behind all links

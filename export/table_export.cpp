@@ -1,7 +1,7 @@
 #include "export/table_export.h"
 
+#include "base/file_name.h"
 #include "db/data_set.h"
-#include "export/export_names.h"
 #include "export/replacement_file.h"
 #include "grid/rows/column.h"
 #include "grid/rows/table_model.h"
@@ -17,7 +17,7 @@ std::vector<xlsx::Column> sheetColumns(const std::vector<const grid::Column*>& c
     std::vector<xlsx::Column> result;
     for (const grid::Column* column : columns) {
         const db::Field* const field = column->field();
-        const bool number = field != nullptr && field->isNumber();
+        const bool number = field && field->isNumber();
         result.push_back({column->headerText(), column->width(), column->headerAlignment(),
                           column->alignment(),
                           number ? std::optional(field->fractionDigits()) : std::nullopt});
@@ -26,34 +26,29 @@ std::vector<xlsx::Column> sheetColumns(const std::vector<const grid::Column*>& c
 }
 
 /// NULL and what the dataset lacks stay blank.
-void writeRow(xlsx::SheetWriter& writer, const db::RowStore& rows, int row,
-              const std::vector<const db::Field*>& fields) {
-    for (const db::Field* field : fields) {
-        if (field == nullptr || rows.isNull(row, field->index())) {
-            writer.blank();
-        } else if (field->isNumber()) {
-            writer.number(rows.integer(row, field->index()));
-        } else {
-            writer.text(rows.string(row, field->index()));
-        }
+void writeCell(xlsx::SheetWriter& writer, const db::RowStore& rows, int row, const db::Field* field) {
+    if (!field || rows.isNull(row, field->index())) {
+        writer.blank();
+    } else if (field->isNumber()) {
+        writer.number(rows.integer(row, field->index()));
+    } else {
+        writer.text(rows.string(row, field->index()));
     }
-    writer.endRow();
 }
 
 void writeTable(xlsx::SheetWriter& writer, const TableExtract& extract) {
     const grid::TableModel& model = extract.model;
-    std::vector<const db::Field*> fields;
-    for (const grid::Column* column : extract.columns) {
-        fields.push_back(column->field());
-    }
+    const db::RowStore& rows = model.dataSet().rows();
     for (int row = 0; row < model.rowCount(); ++row) {
-        writeRow(writer, model.dataSet().rows(), model.dataSetRow(row), fields);
+        const int stored = model.dataSetRow(row);
+        for (const grid::Column* column : extract.columns) {
+            writeCell(writer, rows, stored, column->field());
+        }
+        writer.endRow();
     }
     const auto footer = std::ranges::find(extract.columns, extract.footerColumn);
-    if (footer != extract.columns.end()) {
-        writer.footer(static_cast<std::size_t>(footer - extract.columns.begin()), model.rowCount());
-    }
-    writer.finish();
+    const auto place = static_cast<std::size_t>(footer - extract.columns.begin());
+    writer.finish(footer == extract.columns.end() ? std::nullopt : std::optional(place));
 }
 
 void checkRowCount(int rows) {
@@ -68,18 +63,17 @@ void checkRowCount(int rows) {
 } // namespace
 
 void exportTable(const TableExtract& extract, const QString& folder, const QString& name) {
-    const QString fileName = workbookFileName(name);
-    const QString stem = exportName(fileName);
+    const QString fileName = folder + base::withExtension(name, QStringLiteral(".xlsx"));
+    const QString stem = base::withExtension(name.sliced(base::folderOf(name).size()), {});
     try {
         checkRowCount(extract.model.rowCount());
-        ReplacementFile file(folder + fileName);
-        const xlsx::Page page{sheetName(stem), stem.trimmed(), extract.pageHeader,
-                              extract.model.decimalPoint()};
+        ReplacementFile file(fileName);
+        const xlsx::Page page{stem, stem.trimmed(), extract.pageHeader, extract.model.decimalPoint()};
         xlsx::SheetWriter writer(file.device(), page, sheetColumns(extract.columns));
         writeTable(writer, extract);
         file.commit();
     } catch (const base::Error& error) {
-        throw ExportError(folder + fileName, error.message());
+        throw ExportError(fileName, error.message());
     }
 }
 

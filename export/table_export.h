@@ -29,9 +29,10 @@ struct TableExtract {
     QString pageHeader;                       ///< printed above every page
 };
 
-/// Writes a table with its footer to the workbook workbookFileName(`name`) in `folder` (which ends in its
-/// delimiter), replacing an earlier one; the one sheet is named after it. Throws ExportError; an
-/// earlier workbook is then left whole, and nothing else is left.
+/// Writes a table with its footer to a workbook in `folder` (which ends in its delimiter), replacing an
+/// earlier one. It is called `name`, where ".xlsx" stands in the place of everything from the last point on,
+/// and so, without that, are its sheet and the document. Throws ExportError; an earlier workbook is then left
+/// whole, and nothing else is left.
 void exportTable(const TableExtract& extract, const QString& folder, const QString& name);
 
 } // namespace exporter

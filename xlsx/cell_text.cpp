@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 #include <cstring>
 
 namespace xlsx {
@@ -15,9 +14,11 @@ namespace {
 
 constexpr std::int64_t firstTooLong = 1'000'000'000'000'000; // for a spreadsheet's numbers
 
+constexpr std::size_t longestCharacter = 7; // bytes of an escaped one
+
 /// What stands for one byte.
 struct Encoded {
-    std::array<char, longestCharacter - 1> bytes{};
+    std::array<char, longestCharacter> bytes{};
     std::uint8_t length = 0;
 
     Encoded() = default;
@@ -35,18 +36,7 @@ bool needsEscape(char16_t unit) {
 }
 
 QByteArray encodedUnit(char16_t unit) {
-    switch (unit) {
-    case u'&':
-        return "&amp;";
-    case u'<':
-        return "&lt;";
-    case u'>':
-        return "&gt;";
-    case u'"': // as it must be in an attribute
-        return "&#34;";
-    default:
-        return needsEscape(unit) ? escaped(unit) : QString(QChar(unit)).toUtf8();
-    }
+    return needsEscape(unit) ? escaped(unit) : QString(QChar(unit)).toHtmlEscaped().toUtf8();
 }
 
 std::array<Encoded, 256> makeTable() {
@@ -70,17 +60,19 @@ bool looksEscaped(QStringView text) {
 
 } // namespace
 
-char* writeText(char* out, std::string_view win1251) {
+void appendText(std::string& xml, std::string_view win1251) {
     static const std::array<Encoded, 256> table = makeTable();
     static const Encoded start(escaped(u'_'));
+    std::size_t used = xml.size();
+    xml.resize(used + win1251.size() * longestCharacter);
     for (std::size_t i = 0; i < win1251.size(); ++i) {
         const bool plain = win1251[i] != '_' || !looksEscaped(base::win1251::decode(win1251.substr(i, 7)));
         const Encoded& entry = plain ? table[static_cast<unsigned char>(win1251[i])] : start;
         // A copy of fixed size is the fastest; `length` bytes of it count.
-        std::memcpy(out, entry.bytes.data(), entry.bytes.size());
-        out += entry.length;
+        std::memcpy(xml.data() + used, entry.bytes.data(), entry.bytes.size());
+        used += entry.length;
     }
-    return out;
+    xml.resize(used);
 }
 
 QByteArray textOf(QStringView text) {
@@ -99,26 +91,19 @@ QByteArray textOf(QStringView text) {
     return result;
 }
 
-char* writeNumber(char* out, std::int64_t units, int fractionDigits) {
-    auto rest = static_cast<std::uint64_t>(units);
-    if (units < 0) {
-        *out++ = '-';
-        // Defined for the smallest value too.
-        rest = 0 - rest;
-    }
-    std::uint64_t one = 1;
-    for (int i = 0; i < fractionDigits; ++i) {
-        one *= 10;
-    }
-    out = std::to_chars(out, out + longestNumber, rest / one).ptr;
+std::string numberText(std::int64_t units, int fractionDigits, char point) {
+    std::string text = std::to_string(units);
     if (fractionDigits == 0) {
-        return out;
+        return text;
     }
-    *out = '.';
-    for (int i = fractionDigits; i > 0; --i, rest /= 10) {
-        out[i] = static_cast<char>('0' + rest % 10);
+    const auto digits = static_cast<std::size_t>(fractionDigits);
+    const std::size_t sign = units < 0 ? 1 : 0;
+    const std::size_t shortest = sign + 1 + digits; // a digit stands before the point
+    if (text.size() < shortest) {
+        text.insert(sign, shortest - text.size(), '0');
     }
-    return out + fractionDigits + 1;
+    text.insert(text.size() - digits, 1, point);
+    return text;
 }
 
 bool isExactInSpreadsheet(std::int64_t units) {

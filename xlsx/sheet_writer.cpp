@@ -2,7 +2,6 @@
 
 #include "base/win1251.h"
 #include "xlsx/cell_text.h"
-#include "xlsx/line_breaking.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -12,12 +11,11 @@ namespace xlsx {
 namespace {
 
 constexpr std::size_t flushedBytes = 64 * 1024;
-constexpr std::size_t cellFrame = 512; // more than what stands around a value, and before and after a row
 
 // Calibri 11 sets a line in 15 points; a row has at most 409.5 (ECMA-376 part 1, 18.3.1.73).
 constexpr int linePoints = 15;
 constexpr int tallestRowLines = 27;
-constexpr std::string_view tallestRow = "409.5";
+constexpr auto tallestRow = "409.5";
 
 constexpr int padding = 560; // both sides of a cell, 0.35 mm each, and a reserve, in units of the font
 constexpr int filterButtonPixels = 20;
@@ -25,45 +23,43 @@ constexpr int filterButtonPixels = 20;
 // After the number of a cell's row.
 constexpr std::string_view textStart = R"("><is><t>)";
 constexpr std::string_view keptTextStart = R"("><is><t xml:space="preserve">)";
-constexpr std::string_view numberStart = R"("><v>)";
-constexpr std::string_view blankEnd = R"("/>)";
 constexpr std::string_view textEnd = "</t></is></c>";
+constexpr std::string_view numberStart = R"("><v>)";
 constexpr std::string_view numberEnd = "</v></c>";
+constexpr std::string_view blankEnd = R"("/>)";
 
 /// Pixels of a sheet in units of the font's widths: LibreOffice makes the seven of a digit 5.55 points.
 int fontUnits(int pixels) {
     return pixels * 1475 / 10;
 }
 
-/// As many characters for every height, so that it can be filled in when the row is complete.
 std::string heightText(int lines) {
-    return lines > tallestRowLines
-               ? std::string(tallestRow)
-               : (std::to_string(lines * linePoints) + ".00").substr(0, tallestRow.size());
+    return lines > tallestRowLines ? tallestRow : std::to_string(lines * linePoints);
 }
 
 bool isBlank(char character) {
     return character == ' ' || character == '\t' || character == '\n';
 }
 
-char* append(char* out, std::string_view bytes) {
-    return std::copy(bytes.begin(), bytes.end(), out);
+/// How the cells of a column begin, up to the number of their row. Their names stand last: what differs from
+/// row to row is then followed by what all cells share, which packs better and faster.
+std::array<std::string, cellKinds> cellStarts(const Column& column, std::size_t index) {
+    std::array<std::string, cellKinds> starts;
+    for (std::size_t i = 0; i < cellKinds; ++i) {
+        const auto kind = static_cast<CellKind>(i);
+        const bool text = kind == CellKind::Header || kind == CellKind::Text;
+        starts[i] = "<c s=\"" + std::to_string(styleOf(column, kind)) + (text ? R"(" t="inlineStr)" : "") +
+                    "\" r=\"" + columnLetters(index).toStdString();
+    }
+    return starts;
 }
 
 } // namespace
 
 SheetWriter::SheetWriter(QIODevice& device, Page page, std::vector<Column> columns)
-    : archive_(device), page_(std::move(page)), columns_(std::move(columns)), buffer_(2 * flushedBytes) {
-    const std::vector<int> widths = sheetWidths(columns_);
-    for (std::size_t i = 0; i < columns_.size(); ++i) {
-        Cells& cells = cells_.emplace_back();
-        cells.wrapWidth = fontUnits(widths[i]) - padding;
-        for (int kind = 0; kind < cellKinds; ++kind) {
-            const std::string start = "<c s=\"" + std::to_string(styleOf(i, static_cast<CellKind>(kind)));
-            const std::string name = "\" r=\"" + columnLetters(i).toStdString();
-            cells.texts[static_cast<std::size_t>(kind)] = start + "\" t=\"inlineStr" + name;
-            cells.others[static_cast<std::size_t>(kind)] = start + name;
-        }
+    : archive_(device), page_(std::move(page)), columns_(fittedToSheet(std::move(columns))) {
+    for (const Column& column : columns_) {
+        starts_.push_back(cellStarts(column, starts_.size()));
     }
     archive_.beginPart(sheetPartName);
     archive_.write(beforeRows(columns_));
@@ -71,12 +67,12 @@ SheetWriter::SheetWriter(QIODevice& device, Page page, std::vector<Column> colum
 }
 
 void SheetWriter::writeHeader() {
+    const FontWidths bold = fontWidths(resource(QStringLiteral("bold_widths")));
     for (const Column& column : columns_) {
-        const std::string text = textOf(column.header).toStdString();
-        char* const out = startText(CellKind::Header, text.size());
-        endCell(append(append(out, keptTextStart), text), textEnd);
+        startCell(CellKind::Header, keptTextStart);
+        cells_ += textOf(column.header).toStdString();
         // Room beside or below the caption for the button of the filter, which covers a cell's lower right.
-        needLines(base::win1251::encode(column.header).toStdString(), fontUnits(filterButtonPixels), bold_);
+        finishText(base::win1251::encode(column.header).toStdString(), bold, filterButtonPixels);
     }
     endRow();
 }
@@ -90,119 +86,85 @@ void SheetWriter::text(std::string_view win1251) {
         throw std::length_error("a cell cannot hold a text of " + std::to_string(win1251.size()) +
                                 " characters");
     }
-    char* const out = startText(CellKind::Value, (win1251.size() + 1) * longestCharacter);
     const bool kept = isBlank(win1251.front()) || isBlank(win1251.back());
-    endCell(writeText(append(out, kept ? keptTextStart : textStart), win1251), textEnd);
-    needLines(win1251, 0, regular_);
+    startCell(CellKind::Text, kept ? keptTextStart : textStart);
+    appendText(cells_, win1251);
+    finishText(win1251, regular_, 0);
 }
 
 void SheetWriter::number(std::int64_t units) {
-    const bool exact = isExactInSpreadsheet(units);
-    char* const out = exact ? startOther(CellKind::Value) : startText(CellKind::NumberAsText, longestNumber);
-    const int digits = columns_[column_ - 1].fractionDigits.value_or(0);
-    if (exact) {
-        endCell(writeNumber(append(out, numberStart), units, digits), numberEnd);
+    const int digits = columns_.at(column_).fractionDigits.value_or(0);
+    if (!isExactInSpreadsheet(units)) {
+        text(numberText(units, digits, page_.decimalPoint.toLatin1()));
         return;
     }
-    char* const value = append(out, textStart);
-    char* const end = writeNumber(value, units, digits);
-    std::replace(value, end, '.', page_.decimalPoint.toLatin1());
-    endCell(end, textEnd);
-    needLines({value, end}, 0, regular_);
+    startCell(CellKind::NumberOrBlank, numberStart);
+    cells_ += numberText(units, digits);
+    cells_ += numberEnd;
 }
 
 void SheetWriter::blank() {
-    endCell(startOther(CellKind::Value), blankEnd);
+    startCell(CellKind::NumberOrBlank, blankEnd);
 }
 
 void SheetWriter::endRow() {
-    closeRow();
-    ++rows_;
-}
-
-void SheetWriter::footer(std::size_t column, std::int64_t count) {
-    for (std::size_t i = 0; i < columns_.size(); ++i) {
-        char* const out = startOther(CellKind::Footer);
-        if (i == column) {
-            endCell(writeNumber(append(out, numberStart), count, 0), numberEnd);
-        } else {
-            endCell(out, blankEnd);
-        }
+    if (column_ != columns_.size()) {
+        throw std::logic_error("a row of a sheet has too few cells");
     }
-    closeRow();
+    complete_ += "<row r=\"" + rowNumber_ + "\" ht=\"" + heightText(lines_) + "\">";
+    complete_ += cells_;
+    complete_ += "</row>";
+    if (complete_.size() >= flushedBytes) {
+        archive_.write(complete_);
+        complete_.clear();
+    }
+    cells_.clear();
+    column_ = 0;
+    lines_ = 1;
+    rowNumber_ = std::to_string(++row_);
 }
 
-void SheetWriter::finish() {
-    flush();
-    archive_.write(afterRows(page_, columns_.size(), rows_));
-    archive_.endPart();
-    for (const Part& part : partsBesideSheet(page_, columns_, rows_)) {
-        archive_.writePart(part.name, part.bytes);
+void SheetWriter::finish(std::optional<std::size_t> countColumn) {
+    const int lastRow = row_ - 1;
+    if (countColumn) {
+        writeFooter(*countColumn);
+    }
+    archive_.write(complete_);
+    archive_.write(afterRows(page_, columns_.size(), lastRow));
+    for (const Part& part : partsBesideSheet(page_, columns_.size(), lastRow)) {
+        archive_.beginPart(part.name);
+        archive_.write(part.bytes);
     }
     archive_.finish();
 }
 
-/// Begins a cell with room for `bytes` of its text; returns where what follows the number of the row goes.
-char* SheetWriter::startText(CellKind kind, std::size_t bytes) {
-    return startCell(nextCell(bytes).texts[static_cast<std::size_t>(kind)]);
-}
-
-char* SheetWriter::startOther(CellKind kind) {
-    return startCell(nextCell(longestNumber).others[static_cast<std::size_t>(kind)]);
-}
-
-char* SheetWriter::startCell(const std::string& start) {
-    return append(append(buffer_.data() + used_, start), rowNumber_);
-}
-
-/// Makes room for `bytes` of a cell's value, and begins the row with its first cell.
-const SheetWriter::Cells& SheetWriter::nextCell(std::size_t bytes) {
-    if (column_ == columns_.size()) {
-        throw std::logic_error("a row of a sheet has too many cells");
+void SheetWriter::writeFooter(std::size_t countColumn) {
+    constexpr int rowsAround = 2; // the header and this one
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+        if (i == countColumn) {
+            startCell(CellKind::Footer, numberStart);
+            cells_ += std::to_string(row_ - rowsAround);
+            cells_ += numberEnd;
+        } else {
+            startCell(CellKind::Footer, blankEnd);
+        }
     }
-    const std::size_t needed = used_ + bytes + cellFrame;
-    if (buffer_.size() < needed) {
-        buffer_.resize(needed);
-    }
-    if (column_ == 0) {
-        startRow();
-    }
-    return cells_[column_++];
+    endRow();
 }
 
-void SheetWriter::startRow() {
-    lines_ = 1;
-    rowNumber_ = std::to_string(rows_ + 1);
-    const std::string start = "<row r=\"" + rowNumber_ + "\" ht=\"";
-    height_ = used_ + start.size();
-    endCell(append(append(buffer_.data() + used_, start), tallestRow), "\">");
+/// Begins a cell up to what stands behind its name.
+void SheetWriter::startCell(CellKind kind, std::string_view afterName) {
+    cells_ += starts_.at(column_)[static_cast<std::size_t>(kind)];
+    cells_ += rowNumber_;
+    cells_ += afterName;
+    ++column_;
 }
 
-void SheetWriter::endCell(char* out, std::string_view end) {
-    used_ = static_cast<std::size_t>(append(out, end) - buffer_.data());
-}
-
-/// Makes the row high enough for the text of the cell that was written last, beside a reserve in its width.
-void SheetWriter::needLines(std::string_view text, int reserve, const FontWidths& widths) {
-    lines_ = std::max(lines_, linesOf(text, cells_[column_ - 1].wrapWidth - reserve, widths));
-}
-
-void SheetWriter::closeRow() {
-    if (column_ != columns_.size()) {
-        throw std::logic_error("a row of a sheet has too few cells");
-    }
-    append(buffer_.data() + height_, heightText(lines_));
-    // A cell leaves at least its frame unused behind it.
-    endCell(buffer_.data() + used_, "</row>");
-    column_ = 0;
-    if (used_ >= flushedBytes) {
-        flush();
-    }
-}
-
-void SheetWriter::flush() {
-    archive_.write(QByteArrayView(buffer_.data(), buffer_.data() + used_));
-    used_ = 0;
+/// Makes the row high enough for the text, which has to leave some pixels of the cell free.
+void SheetWriter::finishText(std::string_view win1251, const FontWidths& widths, int reservedPixels) {
+    cells_ += textEnd;
+    const int width = fontUnits(columns_[column_ - 1].width) - padding - fontUnits(reservedPixels);
+    lines_ = std::max(lines_, linesOf(win1251, width, widths));
 }
 
 } // namespace xlsx

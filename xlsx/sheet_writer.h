@@ -1,11 +1,11 @@
 #pragma once
 
-#include "xlsx/resources.h"
+#include "xlsx/line_breaking.h"
 #include "xlsx/workbook_parts.h"
 #include "xlsx/zip_archive.h"
 
 #include <array>
-#include <span>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,7 +14,7 @@ namespace xlsx {
 
 /// Writes a workbook of one sheet: a header that stays in view, is printed on every page and carries a
 /// filter, rows, and a footer. The cells of a row follow one another, every column has one; a row goes to the
-/// device as soon as it is complete. Everything throws what the archive throws, and std::logic_error when a
+/// device soon after it is complete. Everything throws what the archive throws, and std::logic_error when a
 /// row has too few or too many cells.
 class SheetWriter final {
 public:
@@ -29,45 +29,27 @@ public:
     void blank();
     void endRow();
 
-    /// Writes the row that closes the table: `count` in one column.
-    void footer(std::size_t column, std::int64_t count);
-
-    /// Completes the workbook, which is not to be written to any more.
-    void finish();
+    /// Completes the workbook, which is not to be written to any more; a last row tells in `countColumn` how
+    /// many were written.
+    void finish(std::optional<std::size_t> countColumn);
 
 private:
-    /// How the cells of a column begin, up to the number of their row. Their names stand last: what differs
-    /// from row to row is then followed by what all cells share, which packs better and faster.
-    struct Cells {
-        std::array<std::string, cellKinds> texts;
-        std::array<std::string, cellKinds> others; ///< numbers and blank cells
-        int wrapWidth;                             ///< in units of the font
-    };
-
     void writeHeader();
-    void startRow();
-    [[nodiscard]] char* startText(CellKind kind, std::size_t bytes);
-    [[nodiscard]] char* startOther(CellKind kind);
-    const Cells& nextCell(std::size_t bytes);
-    [[nodiscard]] char* startCell(const std::string& start);
-    void endCell(char* out, std::string_view end);
-    void needLines(std::string_view text, int reserve, const FontWidths& widths);
-    void closeRow();
-    void flush();
+    void startCell(CellKind kind, std::string_view afterName);
+    void finishText(std::string_view win1251, const FontWidths& widths, int reservedPixels);
+    void writeFooter(std::size_t countColumn);
 
-    const FontWidths regular_ = fontWidths(QStringLiteral("regular"));
-    const FontWidths bold_ = fontWidths(QStringLiteral("bold"));
+    const FontWidths regular_ = fontWidths(resource(QStringLiteral("regular_widths")));
     ZipArchive archive_;
     Page page_;
     std::vector<Column> columns_;
-    std::vector<Cells> cells_; // of every column
-    std::vector<char> buffer_; // holds whole rows unless one is being written
-    std::size_t used_ = 0;
-    std::size_t column_ = 0; // of the next cell
-    std::size_t height_ = 0; // place of the row's height in the buffer
-    int lines_ = 1;          // that the row needs
-    std::string rowNumber_;
-    int rows_ = 0; // complete ones, the header among them but not the footer
+    std::vector<std::array<std::string, cellKinds>> starts_; // of each column's cells
+    std::string complete_;                                   // rows, but for those that are in the archive
+    std::string cells_;                                      // of the row that is being written
+    std::size_t column_ = 0;                                 // of its next cell
+    int lines_ = 1;                                          // that it needs
+    int row_ = 1;                                            // its number
+    std::string rowNumber_ = "1";                            // the same, as a text
 };
 
 } // namespace xlsx

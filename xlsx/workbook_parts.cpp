@@ -1,9 +1,10 @@
 #include "xlsx/workbook_parts.h"
 
+#include "base/error.h"
 #include "xlsx/cell_text.h"
-#include "xlsx/resources.h"
 
 #include <QDateTime>
+#include <QFile>
 
 #include <algorithm>
 
@@ -15,15 +16,15 @@ constexpr int widestColumn = 1790; // pixels, the 255 characters that a sheet al
 constexpr int digitPixels = 7;     // of Calibri 11, the unit of column widths
 constexpr int widthSteps = 256;    // a width is a multiple of 1/256 of that unit
 constexpr qsizetype longestHeader = 255;
+constexpr qsizetype longestSheetName = 31;
+constexpr QChar substitute = u'_';
 
-// Numbers of built-in formats (ECMA-376 part 1, 18.8.30); behind firstOwnFormat stand those of
-// resources/xlsx/styles.xml for 1 to 18 fraction digits.
-constexpr int generalFormat = 0;
-constexpr int integerFormat = 1;
-constexpr int textFormat = 49;
-constexpr int firstOwnFormat = 164;
-
-constexpr int filterButtonIndent = 2; // of about 9 pixels each
+// The order in resources/xlsx/styles.xml: first the styles of cells aligned left, then those aligned right.
+constexpr int headerStyle = 1;
+constexpr int footerStyle = 2;
+constexpr int textStyle = 3;
+constexpr int firstNumberStyle = 4; // of whole numbers; those of 1 to 18 fraction digits follow
+constexpr int alignmentStyles = 22;
 
 struct Entity {
     QByteArrayView name; ///< such as "&title;", which no escaped text can hold
@@ -37,67 +38,48 @@ QByteArray filled(QByteArray xml, std::initializer_list<Entity> entities) {
     return xml;
 }
 
-int numberFormat(const Column& column, CellKind kind) {
-    if (kind == CellKind::Header) {
-        return generalFormat;
-    }
-    if (kind == CellKind::NumberAsText || (kind == CellKind::Value && !column.fractionDigits)) {
-        return textFormat;
-    }
-    const int digits = kind == CellKind::Footer ? 0 : *column.fractionDigits;
-    return digits == 0 ? integerFormat : firstOwnFormat + digits;
-}
-
-QByteArray cellStyle(const Column& column, CellKind kind) {
-    const bool header = kind == CellKind::Header;
-    const bool right = (header ? column.headerAlignment : column.alignment).testFlag(Qt::AlignRight);
-    const int format = numberFormat(column, kind);
-    return QStringLiteral(R"(<xf numFmtId="%1" fontId="%2" fillId="0" borderId="1" xfId="0")"
-                          R"( applyNumberFormat="1" applyFont="1" applyBorder="1" applyAlignment="1">)"
-                          R"(<alignment horizontal="%3" vertical="top" wrapText="%4" indent="%5"/></xf>)")
-        .arg(format)
-        .arg(header || kind == CellKind::Footer ? 1 : 0)
-        .arg(right ? QStringLiteral("right") : QStringLiteral("left"))
-        .arg(format == generalFormat || format == textFormat ? 1 : 0)
-        .arg(header && right ? filterButtonIndent : 0)
-        .toLatin1();
-}
-
-QByteArray styles(std::span<const Column> columns) {
-    QByteArray cells;
-    for (const Column& column : columns) {
-        for (int kind = 0; kind < cellKinds; ++kind) {
-            cells += cellStyle(column, static_cast<CellKind>(kind));
+/// `start` and what is `written` of the characters of `text`, as long as it stays within `longest` units.
+/// Half a surrogate pair comes as the replacement character.
+template <typename Written>
+QString upTo(qsizetype longest, QString start, const QString& text, Written written) {
+    for (const char32_t character : text.toUcs4()) {
+        const QString next = written(character);
+        if (start.size() + next.size() > longest) {
+            break;
         }
+        start += next;
     }
-    const int count = styleOf(columns.size(), CellKind::Header);
-    return filled(resource(QStringLiteral("styles")),
-                  {{"&count;", QByteArray::number(count)}, {"&cells;", cells}});
+    return start;
+}
+
+/// A character that XML or a sheet's name may not hold comes as the substitute.
+QString orSubstitute(char32_t character, std::u32string_view forbidden = {}) {
+    const bool possible = QChar::category(character) != QChar::Other_Control &&
+                          std::u32string_view(U"\uFFFD\uFFFE\uFFFF").find(character) == forbidden.npos &&
+                          forbidden.find(character) == forbidden.npos;
+    return possible ? QString::fromUcs4(&character, 1) : QString(substitute);
+}
+
+/// A document's title is a plain string, in which readers resolve no _xHHHH_.
+QByteArray plainText(const QString& text) {
+    const auto written = [](char32_t character) { return orSubstitute(character); };
+    return upTo(text.size(), {}, text, written).toHtmlEscaped().toUtf8();
+}
+
+/// "&" begins a code in a printed header, "&C" the part in the middle.
+QByteArray printedHeader(const QString& text) {
+    return textOf(upTo(longestHeader, QStringLiteral("&C"), text, [](char32_t character) {
+        return character == U'&' ? QStringLiteral("&&") : QString::fromUcs4(&character, 1);
+    }));
 }
 
 QByteArray workbook(const Page& page, std::size_t columnCount, int lastRow) {
-    QString quoted = page.sheetName;
-    const QByteArray sheet = '\'' + textOf(quoted.replace(u'\'', QStringLiteral("''"))) + "'!";
+    const QString name = sheetName(page.name);
+    const QByteArray sheet = '\'' + textOf(QString(name).replace(u'\'', QStringLiteral("''"))) + "'!";
     const QByteArray table =
         sheet + "$A$1:$" + columnLetters(columnCount - 1) + '$' + QByteArray::number(lastRow);
     return filled(resource(QStringLiteral("workbook")),
-                  {{"&name;", textOf(page.sheetName)}, {"&table;", table}, {"&titleRow;", sheet + "$1:$1"}});
-}
-
-/// A printed header: "&" begins a code there, "&C" the part in the middle.
-QString printedHeader(const QString& text) {
-    QString result = QStringLiteral("&C");
-    for (const QChar character : text) {
-        const QString added = character == u'&' ? QStringLiteral("&&") : QString(character);
-        if (result.size() + added.size() > longestHeader) {
-            break;
-        }
-        result += added;
-    }
-    if (result.back().isHighSurrogate()) {
-        result.chop(1);
-    }
-    return result;
+                  {{"&name;", textOf(name)}, {"&table;", table}, {"&titleRow;", sheet + "$1:$1"}});
 }
 
 /// The sheet's part up to the place of its rows, or from there on.
@@ -110,8 +92,14 @@ QByteArray sheetAround(bool before) {
 
 } // namespace
 
-int styleOf(std::size_t column, CellKind kind) {
-    return 1 + static_cast<int>(column) * cellKinds + static_cast<int>(kind);
+int styleOf(const Column& column, CellKind kind) {
+    const bool number = kind == CellKind::NumberOrBlank && column.fractionDigits;
+    const int style = kind == CellKind::Header   ? headerStyle
+                      : kind == CellKind::Footer ? footerStyle
+                      : number                   ? firstNumberStyle + *column.fractionDigits
+                                                 : textStyle;
+    const Qt::Alignment alignment = kind == CellKind::Header ? column.headerAlignment : column.alignment;
+    return alignment.testFlag(Qt::AlignRight) ? style + alignmentStyles : style;
 }
 
 QByteArray columnLetters(std::size_t column) {
@@ -122,32 +110,55 @@ QByteArray columnLetters(std::size_t column) {
     return letters;
 }
 
-std::vector<int> sheetWidths(std::span<const Column> columns) {
-    const auto widest = std::ranges::max_element(columns, {}, &Column::width)->width;
-    std::vector<int> widths;
-    for (const Column& column : columns) {
-        widths.push_back(
-            static_cast<int>(std::int64_t{column.width} * widestColumn / std::max(widestColumn, widest)));
+std::vector<Column> fittedToSheet(std::vector<Column> columns) {
+    const int widest = std::max(widestColumn, std::ranges::max(columns, {}, &Column::width).width);
+    for (Column& column : columns) {
+        column.width = static_cast<int>(std::int64_t{column.width} * widestColumn / widest);
     }
-    return widths;
+    return columns;
 }
 
-std::vector<Part> partsBesideSheet(const Page& page, std::span<const Column> columns, int lastRow) {
+QString sheetName(const QString& name) {
+    QString sheet = upTo(longestSheetName, {}, name,
+                         [](char32_t character) { return orSubstitute(character, U"[]:*?/\\"); });
+    if (sheet.trimmed().isEmpty()) {
+        return QStringLiteral("Лист1");
+    }
+    if (sheet.compare(u"History", Qt::CaseInsensitive) == 0) {
+        return sheet + substitute;
+    }
+    for (QChar* const end : {&sheet.front(), &sheet.back()}) {
+        if (*end == u'\'') {
+            *end = substitute;
+        }
+    }
+    return sheet;
+}
+
+QByteArray resource(const QString& name) {
+    QFile file(QStringLiteral(":/xlsx/") + name);
+    if (!file.open(QIODevice::ReadOnly)) {
+        throw base::ResourceError(file.fileName(), file.errorString());
+    }
+    return file.readAll();
+}
+
+std::vector<Part> partsBesideSheet(const Page& page, std::size_t columnCount, int lastRow) {
     const QByteArray core = resource(QStringLiteral("core"));
     const QByteArray now = QDateTime::currentDateTimeUtc().toString(Qt::ISODate).toLatin1();
     return {{"[Content_Types].xml", resource(QStringLiteral("content_types"))},
             {"_rels/.rels", resource(QStringLiteral("package_relations"))},
-            {"docProps/core.xml", filled(core, {{"&now;", now}, {"&title;", textOf(page.title)}})},
+            {"docProps/core.xml", filled(core, {{"&now;", now}, {"&title;", plainText(page.title)}})},
             {"xl/_rels/workbook.xml.rels", resource(QStringLiteral("workbook_relations"))},
-            {"xl/workbook.xml", workbook(page, columns.size(), lastRow)},
-            {"xl/styles.xml", styles(columns)}};
+            {"xl/workbook.xml", workbook(page, columnCount, lastRow)},
+            {"xl/styles.xml", resource(QStringLiteral("styles"))}};
 }
 
 QByteArray beforeRows(std::span<const Column> columns) {
     QByteArray result;
     int number = 0;
-    for (const int pixels : sheetWidths(columns)) {
-        const double width = static_cast<double>(pixels * widthSteps / digitPixels) / widthSteps;
+    for (const Column& column : columns) {
+        const double width = static_cast<double>(column.width * widthSteps / digitPixels) / widthSteps;
         result += QStringLiteral(R"(<col min="%1" max="%1" width="%2" customWidth="1"/>)")
                       .arg(++number)
                       .arg(width, 0, 'g', 12)
@@ -159,7 +170,7 @@ QByteArray beforeRows(std::span<const Column> columns) {
 QByteArray afterRows(const Page& page, std::size_t columnCount, int lastRow) {
     const QByteArray table = "A1:" + columnLetters(columnCount - 1) + QByteArray::number(lastRow);
     // Codes such as 00012 are texts on purpose: the filtered table needs no warning marks.
-    return filled(sheetAround(false), {{"&table;", table}, {"&header;", textOf(printedHeader(page.header))}});
+    return filled(sheetAround(false), {{"&table;", table}, {"&header;", printedHeader(page.header)}});
 }
 
 } // namespace xlsx

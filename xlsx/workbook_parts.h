@@ -25,34 +25,39 @@ struct Column {
 
 /// What surrounds the table.
 struct Page {
-    QString sheetName;  ///< fit for a sheet: 1 to 31 UTF-16 units, none of []:*?/\ among them
+    QString name;       ///< of the sheet, as far as it may be one's
     QString title;      ///< of the document
     QString header;     ///< printed above every page
     QChar decimalPoint; ///< in numbers that have to be written as texts
 };
 
 /// Each column has a style for every kind of its cells.
-enum class CellKind { Header, Value, NumberAsText, Footer };
-inline constexpr int cellKinds = 4;
+enum class CellKind { Header, Text, NumberOrBlank, Footer };
+inline constexpr std::size_t cellKinds = 4;
 
 /// The style that a cell of a column names.
-[[nodiscard]] int styleOf(std::size_t column, CellKind kind);
+[[nodiscard]] int styleOf(const Column& column, CellKind kind);
 
 /// "A" for column 0.
 [[nodiscard]] QByteArray columnLetters(std::size_t column);
 
-/// Pixels of the columns in the sheet. Where one is wider than a sheet allows all shrink, so that their
-/// proportions stay.
-[[nodiscard]] std::vector<int> sheetWidths(std::span<const Column> columns);
+/// The columns in a width that a sheet allows. Where one is wider all shrink, so that their proportions stay.
+[[nodiscard]] std::vector<Column> fittedToSheet(std::vector<Column> columns);
+
+/// The name of a sheet that comes closest to `name`: at most 31 UTF-16 units, what sheet names may not hold
+/// replaced by "_", never empty and never the one that spreadsheets keep for themselves. Blanks stay.
+[[nodiscard]] QString sheetName(const QString& name);
+
+/// What resources/xlsx holds. Throws base::ResourceError when it is missing.
+[[nodiscard]] QByteArray resource(const QString& name);
 
 struct Part {
-    const char* name;
+    QByteArray name;
     QByteArray bytes;
 };
 
 /// The parts beside the sheet; `lastRow` ends the table that the filter covers.
-[[nodiscard]] std::vector<Part> partsBesideSheet(const Page& page, std::span<const Column> columns,
-                                                 int lastRow);
+[[nodiscard]] std::vector<Part> partsBesideSheet(const Page& page, std::size_t columnCount, int lastRow);
 
 inline constexpr auto sheetPartName = "xl/worksheets/sheet1.xml";
 [[nodiscard]] QByteArray beforeRows(std::span<const Column> columns);

@@ -2,9 +2,11 @@
 
 #include "base/error.h"
 
+#include <QDataStream>
 #include <QIODevice>
 
 #include <algorithm>
+#include <concepts>
 #include <stdexcept>
 
 #include <isa-l/crc.h>
@@ -18,92 +20,67 @@ constexpr int level = 1; // the higher ones gain a few per cent of size for much
 constexpr std::size_t packedBytes = 64 * 1024;
 
 // The numbers are those of PKWARE's APPNOTE.TXT 6.3.
-constexpr std::uint32_t localSignature = 0x04034b50;
-constexpr std::uint32_t directorySignature = 0x02014b50;
-constexpr std::uint32_t endSignature = 0x06054b50;
-constexpr std::uint32_t end64Signature = 0x06064b50;
-constexpr std::uint32_t locator64Signature = 0x07064b50;
-constexpr std::uint16_t version = 20;
-constexpr std::uint16_t version64 = 45;
-constexpr std::uint16_t deflated = 8;
-constexpr std::uint16_t noDate = (1 << 5) | 1; // the first day that the format knows, 1980-01-01
-constexpr std::uint16_t sizesTag = 0x0001;     // sizes and offsets of 64 bits
-constexpr std::uint64_t limit32 = 0xFFFFFFFF;
+constexpr quint32 localSignature = 0x04034b50;
+constexpr quint32 directorySignature = 0x02014b50;
+constexpr quint32 endSignature = 0x06054b50;
+constexpr quint32 end64Signature = 0x06064b50;
+constexpr quint32 locator64Signature = 0x07064b50;
+constexpr quint16 version = 20;
+constexpr quint16 version64 = 45;
+constexpr quint16 deflated = 8;
+constexpr quint16 noDate = (1 << 5) | 1; // the first day that the format knows, 1980-01-01
+constexpr quint16 sizesTag = 0x0001;     // sizes and offsets of 64 bits
+constexpr quint32 limit32 = 0xFFFFFFFF;
 
 // Open packaging conventions, ECMA-376 part 2: room that a part keeps for growing.
-constexpr std::uint16_t growthTag = 0xA220;
-constexpr std::uint16_t growthSignature = 0xA028;
+constexpr quint16 growthTag = 0xA220;
+constexpr quint16 growthSignature = 0xA028;
 
-/// Numbers one after the other, the lowest byte first.
-class Record final {
-public:
-    Record& u16(std::uint64_t value) { return add(value, 2); }
-    Record& u32(std::uint64_t value) { return add(value, 4); }
-    Record& u64(std::uint64_t value) { return add(value, 8); }
-    Record& bytes(const std::string& bytes) {
-        bytes_ += bytes;
-        return *this;
-    }
-    [[nodiscard]] const std::string& all() const { return bytes_; }
-
-private:
-    Record& add(std::uint64_t value, int count) {
-        for (int i = 0; i < count; ++i) {
-            bytes_ += static_cast<char>((value >> (8 * i)) & 0xFF);
-        }
-        return *this;
-    }
-
-    std::string bytes_;
-};
+/// Numbers one after the other, the lowest byte of each first.
+template <std::integral... Numbers>
+QByteArray record(Numbers... numbers) {
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    stream.setByteOrder(QDataStream::LittleEndian);
+    (stream << ... << numbers);
+    return bytes;
+}
 
 /// What a part's own header and its entry in the directory have in common.
-std::string commonFields(const ZipPart& part, bool large, std::size_t extraBytes) {
-    Record fields;
-    fields.u16(large ? version64 : version).u16(0).u16(deflated).u16(0).u16(noDate).u32(part.checksum);
-    fields.u32(large ? limit32 : part.packedSize).u32(large ? limit32 : part.size);
-    return fields.u16(part.name.size()).u16(extraBytes).all();
+QByteArray commonFields(const ZipPart& part, bool large, const QByteArray& extra) {
+    return record(large ? version64 : version, quint16(0), deflated, quint16(0), noDate, part.checksum,
+                  large ? limit32 : quint32(part.packedSize), large ? limit32 : quint32(part.size),
+                  quint16(part.name.size()), quint16(extra.size()));
 }
 
 /// As long for a part of any size, since it is written before the size is known.
-std::string localHeader(const ZipPart& part) {
+QByteArray localHeader(const ZipPart& part) {
     const bool large = std::max(part.size, part.packedSize) >= limit32;
-    Record extra;
-    if (large) {
-        extra.u16(sizesTag).u16(16).u64(part.size).u64(part.packedSize);
-    } else {
-        extra.u16(growthTag).u16(16).u16(growthSignature).u16(12).u64(0).u32(0);
-    }
-    Record header;
-    header.u32(localSignature).bytes(commonFields(part, large, extra.all().size()));
-    return header.bytes(part.name).bytes(extra.all()).all();
+    const QByteArray extra =
+        large ? record(sizesTag, quint16(16), part.size, part.packedSize)
+              : record(growthTag, quint16(16), growthSignature, quint16(12), qint64(0), quint32(0));
+    return record(localSignature) + commonFields(part, large, extra) + part.name + extra;
 }
 
-std::string directoryEntry(const ZipPart& part) {
+QByteArray directoryEntry(const ZipPart& part) {
     const bool large = std::max({part.offset, part.size, part.packedSize}) >= limit32;
-    Record extra;
-    if (large) {
-        extra.u16(sizesTag).u16(24).u64(part.size).u64(part.packedSize).u64(part.offset);
-    }
-    Record entry;
-    entry.u32(directorySignature).u16(large ? version64 : version);
-    entry.bytes(commonFields(part, large, extra.all().size()));
-    entry.u16(0).u16(0).u16(0).u32(0); // comment, disk, attributes
-    entry.u32(large ? limit32 : part.offset);
-    return entry.bytes(part.name).bytes(extra.all()).all();
+    const QByteArray extra =
+        large ? record(sizesTag, quint16(24), part.size, part.packedSize, part.offset) : QByteArray();
+    return record(directorySignature, large ? version64 : version) + commonFields(part, large, extra) +
+           record(quint16(0), quint16(0), quint16(0), quint32(0)) + // comment, disk, attributes
+           record(large ? limit32 : quint32(part.offset)) + part.name + extra;
 }
 
 /// What closes the directory that lies from `start` to `end`.
-std::string endRecords(std::uint64_t count, std::uint64_t start, std::uint64_t end) {
-    Record records;
-    if (end >= limit32) {
-        records.u32(end64Signature).u64(44); // bytes that follow
-        records.u16(version64).u16(version64).u32(0).u32(0);
-        records.u64(count).u64(count).u64(end - start).u64(start);
-        records.u32(locator64Signature).u32(0).u64(end).u32(1);
-    }
-    records.u32(endSignature).u16(0).u16(0).u16(count).u16(count);
-    return records.u32(end - start).u32(std::min(start, limit32)).u16(0).all();
+QByteArray endRecords(qint64 count, qint64 start, qint64 end) {
+    const QByteArray records64 = record(end64Signature, qint64(44), version64, version64, quint32(0),
+                                        quint32(0), count, count, end - start,
+                                        start) + // 44 bytes follow the second number
+                                 record(locator64Signature, quint32(0), end, quint32(1));
+    const QByteArray records =
+        record(endSignature, quint16(0), quint16(0), quint16(count), quint16(count), quint32(end - start),
+               quint32(std::min<qint64>(start, limit32)), quint16(0));
+    return end >= limit32 ? records64 + records : records;
 }
 
 } // namespace
@@ -116,46 +93,38 @@ ZipArchive::ZipArchive(QIODevice& device)
 
 ZipArchive::~ZipArchive() = default;
 
-void ZipArchive::beginPart(std::string_view name) {
-    ZipPart& part = parts_.emplace_back();
-    part.name = name;
-    part.offset = position();
-    append(localHeader(part));
+void ZipArchive::beginPart(const QByteArray& name) {
+    endPart();
+    parts_.push_back({.name = name, .offset = device_.pos()});
+    append(localHeader(parts_.back()));
     isal_deflate_init(stream_.get());
     stream_->level = level;
     stream_->level_buf = workspace_.data();
-    stream_->level_buf_size = static_cast<std::uint32_t>(workspace_.size());
-}
-
-void ZipArchive::endPart() {
-    pack({}, true);
-    const ZipPart& part = parts_.back();
-    const std::uint64_t end = position();
-    seek(part.offset);
-    append(localHeader(part));
-    seek(end);
-}
-
-void ZipArchive::writePart(std::string_view name, QByteArrayView bytes) {
-    beginPart(name);
-    write(bytes);
-    endPart();
+    stream_->level_buf_size = static_cast<quint32>(workspace_.size());
 }
 
 void ZipArchive::finish() {
-    const std::uint64_t start = position();
+    endPart();
+    const qint64 start = device_.pos();
     for (const ZipPart& part : parts_) {
         append(directoryEntry(part));
     }
-    append(endRecords(parts_.size(), start, position()));
+    append(endRecords(std::ssize(parts_), start, device_.pos()));
 }
 
-std::uint64_t ZipArchive::position() const {
-    return static_cast<std::uint64_t>(device_.pos());
+void ZipArchive::endPart() {
+    if (parts_.empty()) {
+        return;
+    }
+    pack({}, true);
+    const qint64 end = device_.pos();
+    seek(parts_.back().offset);
+    append(localHeader(parts_.back()));
+    seek(end);
 }
 
-void ZipArchive::seek(std::uint64_t position) {
-    if (!device_.seek(static_cast<qint64>(position))) {
+void ZipArchive::seek(qint64 position) {
+    if (!device_.seek(position)) {
         throw base::Error(device_.errorString());
     }
 }
@@ -175,19 +144,19 @@ void ZipArchive::pack(QByteArrayView bytes, bool last) {
     ZipPart& part = parts_.back();
     // The library only reads from there.
     stream_->next_in = reinterpret_cast<unsigned char*>(const_cast<char*>(bytes.data()));
-    stream_->avail_in = static_cast<std::uint32_t>(bytes.size());
+    stream_->avail_in = static_cast<quint32>(bytes.size());
     stream_->end_of_stream = last ? 1 : 0;
     part.checksum = crc32_gzip_refl(part.checksum, stream_->next_in, stream_->avail_in);
-    part.size += stream_->avail_in;
+    part.size += bytes.size();
     do {
         stream_->next_out = packed_.data();
-        stream_->avail_out = static_cast<std::uint32_t>(packed_.size());
+        stream_->avail_out = static_cast<quint32>(packed_.size());
         if (isal_deflate(stream_.get()) != COMP_OK) {
             throw std::runtime_error("the bytes of a workbook cannot be packed");
         }
         const QByteArrayView packed(packed_.data(), stream_->next_out);
         append(packed);
-        part.packedSize += static_cast<std::uint64_t>(packed.size());
+        part.packedSize += packed.size();
     } while (stream_->avail_out == 0);
 }
 

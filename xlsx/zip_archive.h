@@ -1,12 +1,9 @@
 #pragma once
 
-#include <QByteArrayView>
+#include <QByteArray>
 #include <QtGlobal>
 
-#include <cstdint>
 #include <memory>
-#include <string>
-#include <string_view>
 #include <vector>
 
 class QIODevice;
@@ -16,11 +13,11 @@ namespace xlsx {
 
 /// What an archive knows of one of its parts.
 struct ZipPart {
-    std::string name;
-    std::uint64_t offset = 0;
-    std::uint64_t size = 0;
-    std::uint64_t packedSize = 0;
-    std::uint32_t checksum = 0;
+    QByteArray name;
+    qint64 offset = 0;
+    qint64 size = 0;
+    qint64 packedSize = 0;
+    quint32 checksum = 0;
 };
 
 /// A ZIP archive whose parts are packed while they are written, one after the other. Parts and archives may
@@ -32,19 +29,16 @@ public:
     ~ZipArchive();
     Q_DISABLE_COPY_MOVE(ZipArchive)
 
-    /// `name` is plain ASCII with "/" between folders.
-    void beginPart(std::string_view name);
+    /// Ends the part before; `name` is plain ASCII with "/" between folders.
+    void beginPart(const QByteArray& name);
     void write(QByteArrayView bytes) { pack(bytes, false); }
-    void endPart();
 
-    void writePart(std::string_view name, QByteArrayView bytes);
-
-    /// Closes the archive with the directory of its parts.
+    /// Ends the last part and closes the archive with the directory of its parts.
     void finish();
 
 private:
-    [[nodiscard]] std::uint64_t position() const;
-    void seek(std::uint64_t position);
+    void endPart();
+    void seek(qint64 position);
     void append(QByteArrayView bytes);
     void pack(QByteArrayView bytes, bool last);
 

@@ -27,7 +27,7 @@ SCHEMA = {
     "cols": ("col", {}),
     "col": ("", {"min": NUMBER, "max": NUMBER, "width": r"\d+(\.\d+)?", "customWidth": FLAG}),
     "sheetData": ("row", {}),
-    "row": ("c", {"r": NUMBER, "ht": r"\d+\.\d+"}),
+    "row": ("c", {"r": NUMBER, "ht": r"\d+(\.\d+)?"}),
     "c": ("f v is", {"r": r"[A-Z]{1,3}\d+", "s": NUMBER, "t": "inlineStr"}),
     "is": ("t", {}),
     "t": ("", {"{http://www.w3.org/XML/1998/namespace}space": "preserve"}),

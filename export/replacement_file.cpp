@@ -22,25 +22,20 @@ namespace exporter {
 namespace {
 
 /// A name beside the target. Short, because the longest possible target leaves no room for an addition.
-QString temporaryName(const QString& target, const QString& extension) {
-    const QFileInfo file(target);
+QString temporaryName(const QFileInfo& target, const QString& extension) {
     const QByteArray hash =
-        QCryptographicHash::hash(file.fileName().toUtf8(), QCryptographicHash::Sha256).toHex();
+        QCryptographicHash::hash(target.fileName().toUtf8(), QCryptographicHash::Sha256).toHex();
     return QStringLiteral("%1/.tarvelo-%2%3")
-        .arg(file.path(), QString::fromLatin1(hash.first(16)), extension);
-}
-
-std::filesystem::path systemPath(const QString& name) {
-    return QFileInfo(name).filesystemFilePath();
+        .arg(target.path(), QString::fromLatin1(hash.first(16)), extension);
 }
 
 /// Where a chain of symbolic links ends, whether there is a file or not. Throws when a file of that name can
 /// be told to be impossible.
-QString behindLinks(const QString& target) {
+QFileInfo behindLinks(const QString& target) {
     if (target.contains(QChar::Null) || QFile::decodeName(QFile::encodeName(target)) != target) {
         throw base::Error(QStringLiteral("имя содержит знаки, недопустимые в именах файлов"));
     }
-    std::filesystem::path path = systemPath(target);
+    std::filesystem::path path = QFileInfo(target).filesystemFilePath();
     std::error_code error;
     const std::filesystem::file_status status = std::filesystem::status(path, error);
     if (std::filesystem::is_directory(status)) {
@@ -53,7 +48,7 @@ QString behindLinks(const QString& target) {
     while (std::filesystem::is_symlink(path, error)) {
         path = path.parent_path() / std::filesystem::read_symlink(path);
     }
-    return QFileInfo(path).filePath();
+    return QFileInfo(path);
 }
 
 /// The superuser may write whatever the permissions of a file say.
@@ -131,7 +126,7 @@ ReplacementFile::ReplacementFile(const QString& target)
       lock_(temporaryName(place_, QStringLiteral(".lock"))),
       file_(temporaryName(place_, QStringLiteral(".tmp"))) {
     checkUse(QFileInfo(target));
-    checkUse(QFileInfo(place_));
+    checkUse(place_);
     lock();
     if (!file_.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered)) {
         throw base::Error(file_.errorString());
@@ -139,9 +134,7 @@ ReplacementFile::ReplacementFile(const QString& target)
 }
 
 ReplacementFile::~ReplacementFile() {
-    if (!committed_) {
-        file_.remove();
-    }
+    file_.remove();
 }
 
 void ReplacementFile::lock() {
@@ -172,12 +165,11 @@ void ReplacementFile::commit() {
     }
     file_.close();
     std::error_code error;
-    std::filesystem::rename(systemPath(file_.fileName()), systemPath(place_), error);
+    std::filesystem::rename(file_.filesystemFileName(), place_.filesystemFilePath(), error);
     if (error) {
         throw base::Error(renamingReason(error));
     }
-    committed_ = true;
-    flushFolder(QFileInfo(place_).path());
+    flushFolder(place_.path());
 }
 
 } // namespace exporter

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QFile>
+#include <QFileInfo>
 #include <QLockFile>
 #include <QString>
 
@@ -16,7 +17,7 @@ class ReplacementFile final {
 public:
     /// Throws when `target` can be told to be impossible, is read-only or in use by another program.
     explicit ReplacementFile(const QString& target);
-    /// Removes the temporary file unless it has become the target.
+    /// Removes the temporary file, which is no more once it has become the target.
     ~ReplacementFile();
     Q_DISABLE_COPY_MOVE(ReplacementFile)
 
@@ -29,10 +30,9 @@ public:
 private:
     void lock();
 
-    QString place_; ///< of the target itself, behind all links
+    QFileInfo place_; ///< of the target itself, behind all links
     QLockFile lock_;
     QFile file_;
-    bool committed_ = false;
 };
 
 } // namespace exporter

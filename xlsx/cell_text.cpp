@@ -21,8 +21,7 @@ struct Encoded {
     std::array<char, longestCharacter> bytes{};
     std::uint8_t length = 0;
 
-    Encoded() = default;
-    explicit Encoded(const QByteArray& text) : length(static_cast<std::uint8_t>(text.size())) {
+    explicit Encoded(const QByteArray& text = {}) : length(static_cast<std::uint8_t>(text.size())) {
         std::ranges::copy(text, bytes.begin());
     }
 };
@@ -107,13 +106,10 @@ std::string numberText(std::int64_t units, int fractionDigits, char point) {
 }
 
 bool isExactInSpreadsheet(std::int64_t units) {
-    while (units <= -firstTooLong || units >= firstTooLong) {
-        if (units % 10 != 0) {
-            return false;
-        }
+    while (units != 0 && units % 10 == 0) {
         units /= 10;
     }
-    return true;
+    return -firstTooLong < units && units < firstTooLong;
 }
 
 } // namespace xlsx

@@ -17,7 +17,9 @@ constexpr int linePoints = 15;
 constexpr int tallestRowLines = 27;
 constexpr auto tallestRow = "409.5";
 
-constexpr int padding = 560; // both sides of a cell, 0.35 mm each, and a reserve, in units of the font
+// In units of the font: LibreOffice makes the seven pixels of a digit 5.55 points.
+constexpr int tenPixels = 1475;
+constexpr int padding = 560; // both sides of a cell, 0.35 mm each, and a reserve
 constexpr int filterButtonPixels = 20;
 
 // After the number of a cell's row.
@@ -27,15 +29,6 @@ constexpr std::string_view textEnd = "</t></is></c>";
 constexpr std::string_view numberStart = R"("><v>)";
 constexpr std::string_view numberEnd = "</v></c>";
 constexpr std::string_view blankEnd = R"("/>)";
-
-/// Pixels of a sheet in units of the font's widths: LibreOffice makes the seven of a digit 5.55 points.
-int fontUnits(int pixels) {
-    return pixels * 1475 / 10;
-}
-
-std::string heightText(int lines) {
-    return lines > tallestRowLines ? tallestRow : std::to_string(lines * linePoints);
-}
 
 bool isBlank(char character) {
     return character == ' ' || character == '\t' || character == '\n';
@@ -83,8 +76,7 @@ void SheetWriter::text(std::string_view win1251) {
         return;
     }
     if (win1251.size() > longestText) {
-        throw std::length_error("a cell cannot hold a text of " + std::to_string(win1251.size()) +
-                                " characters");
+        throw std::length_error("a text is too long for a cell of a sheet");
     }
     const bool kept = isBlank(win1251.front()) || isBlank(win1251.back());
     startCell(CellKind::Text, kept ? keptTextStart : textStart);
@@ -111,7 +103,8 @@ void SheetWriter::endRow() {
     if (column_ != columns_.size()) {
         throw std::logic_error("a row of a sheet has too few cells");
     }
-    complete_ += "<row r=\"" + rowNumber_ + "\" ht=\"" + heightText(lines_) + "\">";
+    const std::string height = lines_ > tallestRowLines ? tallestRow : std::to_string(lines_ * linePoints);
+    complete_ += "<row r=\"" + rowNumber_ + "\" ht=\"" + height + "\">";
     complete_ += cells_;
     complete_ += "</row>";
     if (complete_.size() >= flushedBytes) {
@@ -163,8 +156,8 @@ void SheetWriter::startCell(CellKind kind, std::string_view afterName) {
 /// Makes the row high enough for the text, which has to leave some pixels of the cell free.
 void SheetWriter::finishText(std::string_view win1251, const FontWidths& widths, int reservedPixels) {
     cells_ += textEnd;
-    const int width = fontUnits(columns_[column_ - 1].width) - padding - fontUnits(reservedPixels);
-    lines_ = std::max(lines_, linesOf(win1251, width, widths));
+    const int pixels = columns_[column_ - 1].width - reservedPixels;
+    lines_ = std::max(lines_, linesOf(win1251, pixels * tenPixels / 10 - padding, widths));
 }
 
 } // namespace xlsx

@@ -5,6 +5,7 @@
 
 #include <QDateTime>
 #include <QFile>
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -19,12 +20,9 @@ constexpr qsizetype longestHeader = 255;
 constexpr qsizetype longestSheetName = 31;
 constexpr QChar substitute = u'_';
 
-// The order in resources/xlsx/styles.xml: first the styles of cells aligned left, then those aligned right.
-constexpr int headerStyle = 1;
-constexpr int footerStyle = 2;
-constexpr int textStyle = 3;
-constexpr int firstNumberStyle = 4; // of whole numbers; those of 1 to 18 fraction digits follow
-constexpr int alignmentStyles = 22;
+constexpr int alignmentStyles = 22; // of resources/xlsx/styles.xml: first those of cells aligned left
+
+constexpr QByteArrayView rowsEnd = "</sheetData>";
 
 struct Entity {
     QByteArrayView name; ///< such as "&title;", which no escaped text can hold
@@ -52,18 +50,16 @@ QString upTo(qsizetype longest, QString start, const QString& text, Written writ
     return start;
 }
 
-/// A character that XML or a sheet's name may not hold comes as the substitute.
-QString orSubstitute(char32_t character, std::u32string_view forbidden = {}) {
-    const bool possible = QChar::category(character) != QChar::Other_Control &&
-                          std::u32string_view(U"\uFFFD\uFFFE\uFFFF").find(character) == forbidden.npos &&
-                          forbidden.find(character) == forbidden.npos;
+/// A character that XML may not hold, or that was half a surrogate pair, comes as the substitute.
+QString orSubstitute(char32_t character) {
+    const bool possible = QChar::category(character) != QChar::Other_Control && character != U'\uFFFD' &&
+                          character != U'\uFFFE' && character != U'\uFFFF';
     return possible ? QString::fromUcs4(&character, 1) : QString(substitute);
 }
 
 /// A document's title is a plain string, in which readers resolve no _xHHHH_.
 QByteArray plainText(const QString& text) {
-    const auto written = [](char32_t character) { return orSubstitute(character); };
-    return upTo(text.size(), {}, text, written).toHtmlEscaped().toUtf8();
+    return upTo(text.size(), {}, text, orSubstitute).toHtmlEscaped().toUtf8();
 }
 
 /// "&" begins a code in a printed header, "&C" the part in the middle.
@@ -82,24 +78,16 @@ QByteArray workbook(const Page& page, std::size_t columnCount, int lastRow) {
                   {{"&name;", textOf(name)}, {"&table;", table}, {"&titleRow;", sheet + "$1:$1"}});
 }
 
-/// The sheet's part up to the place of its rows, or from there on.
-QByteArray sheetAround(bool before) {
-    constexpr QByteArrayView rows = "&rows;";
-    const QByteArray sheet = resource(QStringLiteral("sheet"));
-    const qsizetype place = sheet.indexOf(rows);
-    return before ? sheet.first(place) : sheet.sliced(place + rows.size());
-}
-
 } // namespace
 
 int styleOf(const Column& column, CellKind kind) {
-    const bool number = kind == CellKind::NumberOrBlank && column.fractionDigits;
-    const int style = kind == CellKind::Header   ? headerStyle
-                      : kind == CellKind::Footer ? footerStyle
-                      : number                   ? firstNumberStyle + *column.fractionDigits
-                                                 : textStyle;
     const Qt::Alignment alignment = kind == CellKind::Header ? column.headerAlignment : column.alignment;
-    return alignment.testFlag(Qt::AlignRight) ? style + alignmentStyles : style;
+    const int first = alignment.testFlag(Qt::AlignRight) ? 1 + alignmentStyles : 1;
+    if (kind == CellKind::NumberOrBlank && !column.fractionDigits) {
+        return first + static_cast<int>(CellKind::Text);
+    }
+    const int digits = kind == CellKind::NumberOrBlank ? *column.fractionDigits : 0;
+    return first + static_cast<int>(kind) + digits;
 }
 
 QByteArray columnLetters(std::size_t column) {
@@ -119,8 +107,9 @@ std::vector<Column> fittedToSheet(std::vector<Column> columns) {
 }
 
 QString sheetName(const QString& name) {
-    QString sheet = upTo(longestSheetName, {}, name,
-                         [](char32_t character) { return orSubstitute(character, U"[]:*?/\\"); });
+    static const QRegularExpression forbidden(QStringLiteral(R"([\[\]:*?/\\])"));
+    QString sheet =
+        upTo(longestSheetName, {}, QString(name).replace(forbidden, QString(substitute)), orSubstitute);
     if (sheet.trimmed().isEmpty()) {
         return QStringLiteral("Лист1");
     }
@@ -164,13 +153,16 @@ QByteArray beforeRows(std::span<const Column> columns) {
                       .arg(width, 0, 'g', 12)
                       .toLatin1();
     }
-    return filled(sheetAround(true), {{"&columns;", result}});
+    const QByteArray sheet = resource(QStringLiteral("sheet"));
+    return filled(sheet.first(sheet.indexOf(rowsEnd)), {{"&columns;", result}});
 }
 
 QByteArray afterRows(const Page& page, std::size_t columnCount, int lastRow) {
     const QByteArray table = "A1:" + columnLetters(columnCount - 1) + QByteArray::number(lastRow);
+    const QByteArray sheet = resource(QStringLiteral("sheet"));
     // Codes such as 00012 are texts on purpose: the filtered table needs no warning marks.
-    return filled(sheetAround(false), {{"&table;", table}, {"&header;", printedHeader(page.header)}});
+    return filled(sheet.sliced(sheet.indexOf(rowsEnd)),
+                  {{"&table;", table}, {"&header;", printedHeader(page.header)}});
 }
 
 } // namespace xlsx

@@ -31,8 +31,9 @@ struct Page {
     QChar decimalPoint; ///< in numbers that have to be written as texts
 };
 
-/// Each column has a style for every kind of its cells.
-enum class CellKind { Header, Text, NumberOrBlank, Footer };
+/// The kinds of a column's cells, in the order of their styles in resources/xlsx/styles.xml. Numbers have one
+/// for every count of fraction digits.
+enum class CellKind { Header, Footer, Text, NumberOrBlank };
 inline constexpr std::size_t cellKinds = 4;
 
 /// The style that a cell of a column names.

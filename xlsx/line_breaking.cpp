@@ -43,10 +43,11 @@ std::size_t wordLength(std::string_view text) {
     return text.size();
 }
 
-int widthOf(std::string_view text, const FontWidths& widths) {
+/// The width of a text, or of the beginning that alone goes beyond `limit`.
+int widthUpTo(int limit, std::string_view text, const FontWidths& widths) {
     int total = 0;
-    for (const char character : text) {
-        total += widths[static_cast<unsigned char>(character)];
+    for (std::size_t i = 0; i < text.size() && total <= limit; ++i) {
+        total += widths[static_cast<unsigned char>(text[i])];
     }
     return total;
 }
@@ -71,13 +72,17 @@ public:
 
 private:
     void placeWord(std::string_view word) {
-        const int total = widthOf(word, widths_);
+        const int total = widthUpTo(width_, word, widths_);
         if (used_ + total > width_) {
             startLine();
         }
+        if (total <= width_) {
+            used_ += total;
+            return;
+        }
         for (std::size_t i = 0; i < word.size(); ++i) {
             // The minus of a number that has to be cut stays behind alone.
-            if (i == 1 && word.front() == '-' && total > width_) {
+            if (i == 1 && word.front() == '-') {
                 startLine();
             }
             place(word[i], false);
@@ -123,7 +128,7 @@ int linesOf(std::string_view text, int width, const FontWidths& widths) {
         const std::size_t end = std::min(text.find('\r'), text.find('\n'));
         const std::string_view paragraph = text.substr(0, end);
         // Most texts fit into their cell as they are.
-        lines += widthOf(paragraph, widths) <= width ? 1 : Paragraph(width, widths).lines(paragraph);
+        lines += widthUpTo(width, paragraph, widths) <= width ? 1 : Paragraph(width, widths).lines(paragraph);
         if (end == text.npos) {
             return lines;
         }

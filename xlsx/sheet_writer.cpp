@@ -30,19 +30,15 @@ constexpr std::string_view numberStart = R"("><v>)";
 constexpr std::string_view numberEnd = "</v></c>";
 constexpr std::string_view blankEnd = R"("/>)";
 
-bool isBlank(char character) {
-    return character == ' ' || character == '\t' || character == '\n';
-}
-
 /// How the cells of a column begin, up to the number of their row. Their names stand last: what differs from
 /// row to row is then followed by what all cells share, which packs better and faster.
-std::array<std::string, cellKinds> cellStarts(const Column& column, std::size_t index) {
+std::array<std::string, cellKinds> cellStarts(std::size_t column) {
     std::array<std::string, cellKinds> starts;
     for (std::size_t i = 0; i < cellKinds; ++i) {
         const auto kind = static_cast<CellKind>(i);
         const bool text = kind == CellKind::Header || kind == CellKind::Text;
         starts[i] = "<c s=\"" + std::to_string(styleOf(column, kind)) + (text ? R"(" t="inlineStr)" : "") +
-                    "\" r=\"" + columnLetters(index).toStdString();
+                    "\" r=\"" + columnLetters(column).toStdString();
     }
     return starts;
 }
@@ -51,8 +47,8 @@ std::array<std::string, cellKinds> cellStarts(const Column& column, std::size_t 
 
 SheetWriter::SheetWriter(QIODevice& device, Page page, std::vector<Column> columns)
     : archive_(device), page_(std::move(page)), columns_(fittedToSheet(std::move(columns))) {
-    for (const Column& column : columns_) {
-        starts_.push_back(cellStarts(column, starts_.size()));
+    while (starts_.size() < columns_.size()) {
+        starts_.push_back(cellStarts(starts_.size()));
     }
     archive_.beginPart(sheetPartName);
     archive_.write(beforeRows(columns_));
@@ -62,10 +58,9 @@ SheetWriter::SheetWriter(QIODevice& device, Page page, std::vector<Column> colum
 void SheetWriter::writeHeader() {
     const FontWidths bold = fontWidths(resource(QStringLiteral("bold_widths")));
     for (const Column& column : columns_) {
-        startCell(CellKind::Header, keptTextStart);
-        cells_ += textOf(column.header).toStdString();
+        writeCell(CellKind::Header, keptTextStart, textOf(column.header).toStdString(), textEnd);
         // Room beside or below the caption for the button of the filter, which covers a cell's lower right.
-        finishText(base::win1251::encode(column.header).toStdString(), bold, filterButtonPixels);
+        needLines(base::win1251::encode(column.header).toStdString(), bold, filterButtonPixels);
     }
     endRow();
 }
@@ -78,10 +73,11 @@ void SheetWriter::text(std::string_view win1251) {
     if (win1251.size() > longestText) {
         throw std::length_error("a text is too long for a cell of a sheet");
     }
-    const bool kept = isBlank(win1251.front()) || isBlank(win1251.back());
-    startCell(CellKind::Text, kept ? keptTextStart : textStart);
-    appendText(cells_, win1251);
-    finishText(win1251, regular_, 0);
+    const bool kept = QByteArrayView(win1251).trimmed().size() < std::ssize(win1251);
+    text_.clear();
+    appendText(text_, win1251);
+    writeCell(CellKind::Text, kept ? keptTextStart : textStart, text_, textEnd);
+    needLines(win1251, regular_, 0);
 }
 
 void SheetWriter::number(std::int64_t units) {
@@ -90,13 +86,11 @@ void SheetWriter::number(std::int64_t units) {
         text(numberText(units, digits, page_.decimalPoint.toLatin1()));
         return;
     }
-    startCell(CellKind::NumberOrBlank, numberStart);
-    cells_ += numberText(units, digits);
-    cells_ += numberEnd;
+    writeCell(CellKind::NumberOrBlank, numberStart, numberText(units, digits), numberEnd);
 }
 
 void SheetWriter::blank() {
-    startCell(CellKind::NumberOrBlank, blankEnd);
+    writeCell(CellKind::NumberOrBlank, {}, {}, blankEnd);
 }
 
 void SheetWriter::endRow() {
@@ -124,7 +118,7 @@ void SheetWriter::finish(std::optional<std::size_t> countColumn) {
     }
     archive_.write(complete_);
     archive_.write(afterRows(page_, columns_.size(), lastRow));
-    for (const Part& part : partsBesideSheet(page_, columns_.size(), lastRow)) {
+    for (const Part& part : partsBesideSheet(page_, columns_, lastRow)) {
         archive_.beginPart(part.name);
         archive_.write(part.bytes);
     }
@@ -135,27 +129,26 @@ void SheetWriter::writeFooter(std::size_t countColumn) {
     constexpr int rowsAround = 2; // the header and this one
     for (std::size_t i = 0; i < columns_.size(); ++i) {
         if (i == countColumn) {
-            startCell(CellKind::Footer, numberStart);
-            cells_ += std::to_string(row_ - rowsAround);
-            cells_ += numberEnd;
+            writeCell(CellKind::Footer, numberStart, std::to_string(row_ - rowsAround), numberEnd);
         } else {
-            startCell(CellKind::Footer, blankEnd);
+            writeCell(CellKind::Footer, {}, {}, blankEnd);
         }
     }
     endRow();
 }
 
-/// Begins a cell up to what stands behind its name.
-void SheetWriter::startCell(CellKind kind, std::string_view afterName) {
+void SheetWriter::writeCell(CellKind kind, std::string_view start, std::string_view value,
+                            std::string_view end) {
     cells_ += starts_.at(column_)[static_cast<std::size_t>(kind)];
-    cells_ += rowNumber_;
-    cells_ += afterName;
     ++column_;
+    cells_ += rowNumber_;
+    cells_ += start;
+    cells_ += value;
+    cells_ += end;
 }
 
-/// Makes the row high enough for the text, which has to leave some pixels of the cell free.
-void SheetWriter::finishText(std::string_view win1251, const FontWidths& widths, int reservedPixels) {
-    cells_ += textEnd;
+/// Makes the row high enough for the text of the last cell, which has to leave some pixels of it free.
+void SheetWriter::needLines(std::string_view win1251, const FontWidths& widths, int reservedPixels) {
     const int pixels = columns_[column_ - 1].width - reservedPixels;
     lines_ = std::max(lines_, linesOf(win1251, pixels * tenPixels / 10 - padding, widths));
 }

@@ -35,8 +35,8 @@ public:
 
 private:
     void writeHeader();
-    void startCell(CellKind kind, std::string_view afterName);
-    void finishText(std::string_view win1251, const FontWidths& widths, int reservedPixels);
+    void writeCell(CellKind kind, std::string_view start, std::string_view value, std::string_view end);
+    void needLines(std::string_view win1251, const FontWidths& widths, int reservedPixels);
     void writeFooter(std::size_t countColumn);
 
     const FontWidths regular_ = fontWidths(resource(QStringLiteral("regular_widths")));
@@ -46,6 +46,7 @@ private:
     std::vector<std::array<std::string, cellKinds>> starts_; // of each column's cells
     std::string complete_;                                   // rows, but for those that are in the archive
     std::string cells_;                                      // of the row that is being written
+    std::string text_;                                       // a cell's, reused for its memory
     std::size_t column_ = 0;                                 // of its next cell
     int lines_ = 1;                                          // that it needs
     int row_ = 1;                                            // its number

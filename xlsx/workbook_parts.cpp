@@ -20,8 +20,6 @@ constexpr qsizetype longestHeader = 255;
 constexpr qsizetype longestSheetName = 31;
 constexpr QChar substitute = u'_';
 
-constexpr int alignmentStyles = 22; // of resources/xlsx/styles.xml: first those of cells aligned left
-
 constexpr QByteArrayView rowsEnd = "</sheetData>";
 
 struct Entity {
@@ -36,18 +34,19 @@ QByteArray filled(QByteArray xml, std::initializer_list<Entity> entities) {
     return xml;
 }
 
-/// `start` and what is `written` of the characters of `text`, as long as it stays within `longest` units.
-/// Half a surrogate pair comes as the replacement character.
+/// What is `written` of the characters of `text` as long as it stays within `longest` units. Half a surrogate
+/// pair comes as the replacement character.
 template <typename Written>
-QString upTo(qsizetype longest, QString start, const QString& text, Written written) {
+QString upTo(qsizetype longest, const QString& text, Written written) {
+    QString result;
     for (const char32_t character : text.toUcs4()) {
         const QString next = written(character);
-        if (start.size() + next.size() > longest) {
+        if (result.size() + next.size() > longest) {
             break;
         }
-        start += next;
+        result += next;
     }
-    return start;
+    return result;
 }
 
 /// A character that XML may not hold, or that was half a surrogate pair, comes as the substitute.
@@ -57,16 +56,12 @@ QString orSubstitute(char32_t character) {
     return possible ? QString::fromUcs4(&character, 1) : QString(substitute);
 }
 
-/// A document's title is a plain string, in which readers resolve no _xHHHH_.
-QByteArray plainText(const QString& text) {
-    return upTo(text.size(), {}, text, orSubstitute).toHtmlEscaped().toUtf8();
-}
-
 /// "&" begins a code in a printed header, "&C" the part in the middle.
 QByteArray printedHeader(const QString& text) {
-    return textOf(upTo(longestHeader, QStringLiteral("&C"), text, [](char32_t character) {
-        return character == U'&' ? QStringLiteral("&&") : QString::fromUcs4(&character, 1);
-    }));
+    const QString middle = QStringLiteral("&C");
+    return textOf(middle + upTo(longestHeader - middle.size(), text, [](char32_t character) {
+                      return character == U'&' ? QStringLiteral("&&") : QString::fromUcs4(&character, 1);
+                  }));
 }
 
 QByteArray workbook(const Page& page, std::size_t columnCount, int lastRow) {
@@ -78,16 +73,34 @@ QByteArray workbook(const Page& page, std::size_t columnCount, int lastRow) {
                   {{"&name;", textOf(name)}, {"&table;", table}, {"&titleRow;", sheet + "$1:$1"}});
 }
 
+/// The line of resources/xlsx/cell_styles.xml for cells of a column. There is a line for each kind; behind
+/// that for blank cells among texts follow those for 0 to 18 fraction digits, and then all again for cells
+/// aligned right.
+int styleLine(const Column& column, CellKind kind) {
+    constexpr int alignedRight = 23;
+    const Qt::Alignment alignment = kind == CellKind::Header ? column.headerAlignment : column.alignment;
+    const int digits =
+        kind == CellKind::NumberOrBlank && column.fractionDigits ? 1 + *column.fractionDigits : 0;
+    return static_cast<int>(kind) + digits + (alignment.testFlag(Qt::AlignRight) ? alignedRight : 0);
+}
+
+QByteArray styles(std::span<const Column> columns) {
+    const QByteArrayList lines = resource(QStringLiteral("cell_styles")).split('\n');
+    QByteArray cells;
+    for (const Column& column : columns) {
+        for (std::size_t kind = 0; kind < cellKinds; ++kind) {
+            cells += lines[styleLine(column, static_cast<CellKind>(kind))];
+        }
+    }
+    const std::size_t count = styleOf(columns.size(), CellKind::Header);
+    return filled(resource(QStringLiteral("styles")),
+                  {{"&count;", QByteArray::number(count)}, {"&cells;", cells}});
+}
+
 } // namespace
 
-int styleOf(const Column& column, CellKind kind) {
-    const Qt::Alignment alignment = kind == CellKind::Header ? column.headerAlignment : column.alignment;
-    const int first = alignment.testFlag(Qt::AlignRight) ? 1 + alignmentStyles : 1;
-    if (kind == CellKind::NumberOrBlank && !column.fractionDigits) {
-        return first + static_cast<int>(CellKind::Text);
-    }
-    const int digits = kind == CellKind::NumberOrBlank ? *column.fractionDigits : 0;
-    return first + static_cast<int>(kind) + digits;
+std::size_t styleOf(std::size_t column, CellKind kind) {
+    return 1 + column * cellKinds + static_cast<std::size_t>(kind);
 }
 
 QByteArray columnLetters(std::size_t column) {
@@ -107,21 +120,12 @@ std::vector<Column> fittedToSheet(std::vector<Column> columns) {
 }
 
 QString sheetName(const QString& name) {
-    static const QRegularExpression forbidden(QStringLiteral(R"([\[\]:*?/\\])"));
-    QString sheet =
-        upTo(longestSheetName, {}, QString(name).replace(forbidden, QString(substitute)), orSubstitute);
+    static const QRegularExpression forbidden(QStringLiteral(R"(^'|'$|[\[\]:*?/\\])"));
+    const QString sheet = upTo(longestSheetName, name, orSubstitute).replace(forbidden, QString(substitute));
     if (sheet.trimmed().isEmpty()) {
         return QStringLiteral("Лист1");
     }
-    if (sheet.compare(u"History", Qt::CaseInsensitive) == 0) {
-        return sheet + substitute;
-    }
-    for (QChar* const end : {&sheet.front(), &sheet.back()}) {
-        if (*end == u'\'') {
-            *end = substitute;
-        }
-    }
-    return sheet;
+    return sheet.compare(u"History", Qt::CaseInsensitive) == 0 ? sheet + substitute : sheet;
 }
 
 QByteArray resource(const QString& name) {
@@ -132,15 +136,17 @@ QByteArray resource(const QString& name) {
     return file.readAll();
 }
 
-std::vector<Part> partsBesideSheet(const Page& page, std::size_t columnCount, int lastRow) {
+std::vector<Part> partsBesideSheet(const Page& page, std::span<const Column> columns, int lastRow) {
     const QByteArray core = resource(QStringLiteral("core"));
+    // A plain string, in which readers resolve no _xHHHH_.
+    const QString title = upTo(page.title.size(), page.title, orSubstitute).toHtmlEscaped();
     const QByteArray now = QDateTime::currentDateTimeUtc().toString(Qt::ISODate).toLatin1();
     return {{"[Content_Types].xml", resource(QStringLiteral("content_types"))},
             {"_rels/.rels", resource(QStringLiteral("package_relations"))},
-            {"docProps/core.xml", filled(core, {{"&now;", now}, {"&title;", plainText(page.title)}})},
+            {"docProps/core.xml", filled(core, {{"&now;", now}, {"&title;", title.toUtf8()}})},
             {"xl/_rels/workbook.xml.rels", resource(QStringLiteral("workbook_relations"))},
-            {"xl/workbook.xml", workbook(page, columnCount, lastRow)},
-            {"xl/styles.xml", resource(QStringLiteral("styles"))}};
+            {"xl/workbook.xml", workbook(page, columns.size(), lastRow)},
+            {"xl/styles.xml", styles(columns)}};
 }
 
 QByteArray beforeRows(std::span<const Column> columns) {

@@ -31,13 +31,12 @@ struct Page {
     QChar decimalPoint; ///< in numbers that have to be written as texts
 };
 
-/// The kinds of a column's cells, in the order of their styles in resources/xlsx/styles.xml. Numbers have one
-/// for every count of fraction digits.
+/// Each column has a style for every kind of its cells.
 enum class CellKind { Header, Footer, Text, NumberOrBlank };
 inline constexpr std::size_t cellKinds = 4;
 
 /// The style that a cell of a column names.
-[[nodiscard]] int styleOf(const Column& column, CellKind kind);
+[[nodiscard]] std::size_t styleOf(std::size_t column, CellKind kind);
 
 /// "A" for column 0.
 [[nodiscard]] QByteArray columnLetters(std::size_t column);
@@ -58,7 +57,8 @@ struct Part {
 };
 
 /// The parts beside the sheet; `lastRow` ends the table that the filter covers.
-[[nodiscard]] std::vector<Part> partsBesideSheet(const Page& page, std::size_t columnCount, int lastRow);
+[[nodiscard]] std::vector<Part> partsBesideSheet(const Page& page, std::span<const Column> columns,
+                                                 int lastRow);
 
 inline constexpr auto sheetPartName = "xl/worksheets/sheet1.xml";
 [[nodiscard]] QByteArray beforeRows(std::span<const Column> columns);

@@ -60,9 +60,9 @@ bool isReadOnly(const QFileInfo& file) {
 /// Whether an office program that left this lock file beside its document may still have that open.
 bool isHeld(const QFileInfo& lock) {
     QFile file(lock.filePath());
-    const QByteArray fields = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    const auto fields = file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
     // The user's name, the account, the host, and more. What runs on other machines cannot be seen.
-    const QString host = QString::fromUtf8(fields).section(u',', 2, 2);
+    const QString host = fields.section(u',', 2, 2);
     if (!host.isEmpty() && host.compare(QSysInfo::machineHostName(), Qt::CaseInsensitive) != 0) {
         return true;
     }
@@ -81,9 +81,10 @@ void checkUse(const QFileInfo& document) {
     }
     const QFileInfo lock(document.dir(), QStringLiteral(".~lock.%1#").arg(document.fileName()));
     if (lock.exists() && isHeld(lock)) {
-        throw base::Error(QStringLiteral("файл открыт в другой программе; закройте его там, а если он "
-                                         "нигде не открыт, удалите «%1»")
-                              .arg(lock.filePath()));
+        const auto reason =
+            QStringLiteral("файл открыт в другой программе; закройте его там, а если он нигде "
+                           "не открыт, удалите «%1»");
+        throw base::Error(reason.arg(lock.filePath()));
     }
 }
 
@@ -110,9 +111,8 @@ bool flushFile(int handle) {
 /// The reason why the new file could not take the target's place.
 QString renamingReason(const std::error_code& error) {
 #ifdef Q_OS_WIN
-    constexpr int sharingViolation = 32; // ERROR_SHARING_VIOLATION and ERROR_ACCESS_DENIED of winerror.h
-    constexpr int accessDenied = 5;
-    if (error.value() == sharingViolation || error.value() == accessDenied) {
+    // ERROR_ACCESS_DENIED and ERROR_SHARING_VIOLATION of winerror.h
+    if (error.value() == 5 || error.value() == 32) {
         return QStringLiteral("файл открыт в другой программе; закройте его там");
     }
 #endif

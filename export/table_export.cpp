@@ -13,6 +13,8 @@ namespace exporter {
 
 namespace {
 
+constexpr int mostRows = xlsx::sheetRows - 2;
+
 std::vector<xlsx::Column> sheetColumns(const std::vector<const grid::Column*>& columns) {
     std::vector<xlsx::Column> result;
     for (const grid::Column* column : columns) {
@@ -51,22 +53,16 @@ void writeTable(xlsx::SheetWriter& writer, const TableExtract& extract) {
     writer.finish(footer == extract.columns.end() ? std::nullopt : std::optional(place));
 }
 
-void checkRowCount(int rows) {
-    constexpr int mostRows = xlsx::sheetRows - 2;
-    if (rows > mostRows) {
-        throw base::Error(QStringLiteral("строк %1, а на листе с шапкой и итогом помещается только %2")
-                              .arg(rows)
-                              .arg(mostRows));
-    }
-}
-
 } // namespace
 
 void exportTable(const TableExtract& extract, const QString& folder, const QString& name) {
     const QString fileName = folder + base::withExtension(name, QStringLiteral(".xlsx"));
     const QString stem = base::withExtension(name.sliced(base::folderOf(name).size()), {});
     try {
-        checkRowCount(extract.model.rowCount());
+        if (extract.model.rowCount() > mostRows) {
+            const auto reason = QStringLiteral("строк %1, а на листе с шапкой и итогом помещается только %2");
+            throw base::Error(reason.arg(extract.model.rowCount()).arg(mostRows));
+        }
         ReplacementFile file(fileName);
         const xlsx::Page page{stem, stem.trimmed(), extract.pageHeader, extract.model.decimalPoint()};
         xlsx::SheetWriter writer(file.device(), page, sheetColumns(extract.columns));

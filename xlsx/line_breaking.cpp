@@ -76,13 +76,9 @@ private:
         if (used_ + total > width_) {
             startLine();
         }
-        if (total <= width_) {
-            used_ += total;
-            return;
-        }
         for (std::size_t i = 0; i < word.size(); ++i) {
             // The minus of a number that has to be cut stays behind alone.
-            if (i == 1 && word.front() == '-') {
+            if (i == 1 && word.front() == '-' && total > width_) {
                 startLine();
             }
             place(word[i], false);

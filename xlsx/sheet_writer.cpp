@@ -15,7 +15,6 @@ constexpr std::size_t flushedBytes = 64 * 1024;
 // Calibri 11 sets a line in 15 points; a row has at most 409.5 (ECMA-376 part 1, 18.3.1.73).
 constexpr int linePoints = 15;
 constexpr int tallestRowLines = 27;
-constexpr auto tallestRow = "409.5";
 
 // In units of the font: LibreOffice makes the seven pixels of a digit 5.55 points.
 constexpr int tenPixels = 1475;
@@ -50,7 +49,7 @@ SheetWriter::SheetWriter(QIODevice& device, Page page, std::vector<Column> colum
     while (starts_.size() < columns_.size()) {
         starts_.push_back(cellStarts(starts_.size()));
     }
-    archive_.beginPart(sheetPartName);
+    archive_.beginPart("xl/worksheets/sheet1.xml");
     archive_.write(beforeRows(columns_));
     writeHeader();
 }
@@ -97,7 +96,7 @@ void SheetWriter::endRow() {
     if (column_ != columns_.size()) {
         throw std::logic_error("a row of a sheet has too few cells");
     }
-    const std::string height = lines_ > tallestRowLines ? tallestRow : std::to_string(lines_ * linePoints);
+    const std::string height = lines_ > tallestRowLines ? "409.5" : std::to_string(lines_ * linePoints);
     complete_ += "<row r=\"" + rowNumber_ + "\" ht=\"" + height + "\">";
     complete_ += cells_;
     complete_ += "</row>";

@@ -120,8 +120,8 @@ std::vector<Column> fittedToSheet(std::vector<Column> columns) {
 }
 
 QString sheetName(const QString& name) {
-    static const QRegularExpression forbidden(QStringLiteral(R"(^'|'$|[\[\]:*?/\\])"));
-    const QString sheet = upTo(longestSheetName, name, orSubstitute).replace(forbidden, QString(substitute));
+    static const QRegularExpression wrong(QStringLiteral(R"(^'|'$|[\[\]:*?/\\])"));
+    const QString sheet = upTo(longestSheetName, name, orSubstitute).replace(wrong, QString(substitute));
     if (sheet.trimmed().isEmpty()) {
         return QStringLiteral("Лист1");
     }
@@ -154,10 +154,9 @@ QByteArray beforeRows(std::span<const Column> columns) {
     int number = 0;
     for (const Column& column : columns) {
         const double width = static_cast<double>(column.width * widthSteps / digitPixels) / widthSteps;
-        result += QStringLiteral(R"(<col min="%1" max="%1" width="%2" customWidth="1"/>)")
-                      .arg(++number)
-                      .arg(width, 0, 'g', 12)
-                      .toLatin1();
+        const QByteArray place = QByteArray::number(++number);
+        result += "<col min=\"" + place + "\" max=\"" + place + "\" width=\"" +
+                  QByteArray::number(width, 'g', 12) + "\" customWidth=\"1\"/>";
     }
     const QByteArray sheet = resource(QStringLiteral("sheet"));
     return filled(sheet.first(sheet.indexOf(rowsEnd)), {{"&columns;", result}});

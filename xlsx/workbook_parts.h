@@ -60,7 +60,6 @@ struct Part {
 [[nodiscard]] std::vector<Part> partsBesideSheet(const Page& page, std::span<const Column> columns,
                                                  int lastRow);
 
-inline constexpr auto sheetPartName = "xl/worksheets/sheet1.xml";
 [[nodiscard]] QByteArray beforeRows(std::span<const Column> columns);
 [[nodiscard]] QByteArray afterRows(const Page& page, std::size_t columnCount, int lastRow);
 

@@ -127,13 +127,13 @@ void ZipArchive::endPart() {
     }
     pack({}, true);
     const qint64 end = device_.pos();
-    seek(parts_.back().offset);
+    require(device_.seek(parts_.back().offset));
     append(localHeader(parts_.back()));
-    seek(end);
+    require(device_.seek(end));
 }
 
-void ZipArchive::seek(qint64 position) {
-    if (!device_.seek(position)) {
+void ZipArchive::require(bool done) const {
+    if (!done) {
         throw base::Error(device_.errorString());
     }
 }
@@ -142,9 +142,7 @@ void ZipArchive::append(QByteArrayView bytes) {
     while (!bytes.isEmpty()) {
         // A disk that fills up takes a part first and refuses the rest with its reason.
         const qint64 written = device_.write(bytes.data(), bytes.size());
-        if (written <= 0) {
-            throw base::Error(device_.errorString());
-        }
+        require(written > 0);
         bytes = bytes.sliced(written);
     }
 }

@@ -38,7 +38,7 @@ public:
 
 private:
     void endPart();
-    void seek(qint64 position);
+    void require(bool done) const;
     void append(QByteArrayView bytes);
     void pack(QByteArrayView bytes, bool last);
 

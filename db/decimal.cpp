@@ -1,20 +1,13 @@
 #include "db/decimal.h"
 
+#include "base/decimal.h"
+
 namespace db {
 
 QString decimalText(std::int64_t units, int digits, QChar decimalPoint) {
-    const bool negative = units < 0;
-    // Negating in unsigned arithmetic is defined for the smallest value too.
-    const auto magnitude = negative ? 0 - static_cast<qulonglong>(units) : static_cast<qulonglong>(units);
-    QString text = QString::number(magnitude);
-    if (digits > 0) {
-        text = text.rightJustified(digits + 1, u'0');
-        text.insert(text.size() - digits, decimalPoint);
-    }
-    if (negative) {
-        text.prepend(u'-');
-    }
-    return text;
+    constexpr char point = '.';
+    return QString::fromStdString(base::decimalText(units, digits, point))
+        .replace(QLatin1Char(point), decimalPoint);
 }
 
 } // namespace db

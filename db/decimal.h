@@ -6,8 +6,7 @@
 
 namespace db {
 
-/// Writes the exact decimal `units` / 10^`digits` with all its fraction digits and without grouping:
-/// decimalText(-5, 2, ',') is "-0,05". `digits` is 0 to 18.
+/// base::decimalText() as it is shown; `digits` is 0 to 18.
 [[nodiscard]] QString decimalText(std::int64_t units, int digits, QChar decimalPoint);
 
 } // namespace db

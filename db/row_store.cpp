@@ -115,6 +115,15 @@ std::int64_t RowStore::integer(int row, int field) const noexcept {
     return place.kind == FieldKind::Integer32 ? load<std::int32_t>(source) : load<std::int64_t>(source);
 }
 
+std::pair<std::int64_t, std::int64_t> RowStore::integerRange(int field) const noexcept {
+    std::pair<std::int64_t, std::int64_t> range;
+    for (int row = 0; row < rowCount_; ++row) {
+        const std::int64_t value = integer(row, field);
+        range = {std::min(range.first, value), std::max(range.second, value)};
+    }
+    return range;
+}
+
 std::string_view RowStore::string(int row, int field) const noexcept {
     const std::uint8_t* const bytes = rowBytes(row);
     std::size_t start = fixedSize_;

@@ -6,6 +6,7 @@
 #include <memory>
 #include <span>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace db {
@@ -42,6 +43,8 @@ public:
     [[nodiscard]] bool isNull(int row, int field) const noexcept;
     /// The number of a numeric field (a decimal's in units of its last digit); 0 where it is NULL.
     [[nodiscard]] std::int64_t integer(int row, int field) const noexcept;
+    /// The least and the greatest number of a numeric field; 0 counts too.
+    [[nodiscard]] std::pair<std::int64_t, std::int64_t> integerRange(int field) const noexcept;
     /// The bytes of a text field as they came; empty where it is NULL. Valid as long as the store.
     [[nodiscard]] std::string_view string(int row, int field) const noexcept;
 

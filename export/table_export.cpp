@@ -15,12 +15,23 @@ namespace {
 
 constexpr int mostRows = xlsx::sheetRows - 2;
 
-std::vector<xlsx::Column> sheetColumns(const std::vector<const grid::Column*>& columns) {
+/// Pixels in which a spreadsheet shows all numbers of a field; in fewer they would become "###".
+int neededWidth(const db::RowStore& rows, const db::Field& field) {
+    constexpr int pixelsOfDigit = 8;
+    const auto [least, greatest] = rows.integerRange(field.index());
+    const auto digits = std::max(std::to_string(least).size(), std::to_string(greatest).size());
+    // Beside them the decimal sign and the margins of the cell.
+    return pixelsOfDigit * (std::max(static_cast<int>(digits), 1 + field.fractionDigits()) + 2);
+}
+
+std::vector<xlsx::Column> sheetColumns(const TableExtract& extract) {
+    const db::DataSet& dataSet = extract.model.dataSet();
     std::vector<xlsx::Column> result;
-    for (const grid::Column* column : columns) {
+    for (const grid::Column* column : extract.columns) {
         const db::Field* const field = column->field();
         const bool number = field && field->isNumber();
-        result.push_back({column->headerText(), column->width(), column->headerAlignment(),
+        const int needed = number && dataSet.isOpen() ? neededWidth(dataSet.rows(), *field) : 0;
+        result.push_back({column->headerText(), std::max(column->width(), needed), column->headerAlignment(),
                           column->alignment(),
                           number ? std::optional(field->fractionDigits()) : std::nullopt});
     }
@@ -40,11 +51,10 @@ void writeCell(xlsx::SheetWriter& writer, const db::RowStore& rows, int row, con
 
 void writeTable(xlsx::SheetWriter& writer, const TableExtract& extract) {
     const grid::TableModel& model = extract.model;
-    const db::RowStore& rows = model.dataSet().rows();
     for (int row = 0; row < model.rowCount(); ++row) {
         const int stored = model.dataSetRow(row);
         for (const grid::Column* column : extract.columns) {
-            writeCell(writer, rows, stored, column->field());
+            writeCell(writer, model.dataSet().rows(), stored, column->field());
         }
         writer.endRow();
     }
@@ -63,9 +73,12 @@ void exportTable(const TableExtract& extract, const QString& folder, const QStri
             const auto reason = QStringLiteral("строк %1, а на листе с шапкой и итогом помещается только %2");
             throw base::Error(reason.arg(extract.model.rowCount()).arg(mostRows));
         }
+        if (name.contains(u'/')) {
+            throw base::Error(QStringLiteral("в имени файла не может быть знака «/»"));
+        }
         ReplacementFile file(fileName);
         const xlsx::Page page{stem, stem.trimmed(), extract.pageHeader, extract.model.decimalPoint()};
-        xlsx::SheetWriter writer(file.device(), page, sheetColumns(extract.columns));
+        xlsx::SheetWriter writer(file.device(), page, sheetColumns(extract));
         writeTable(writer, extract);
         file.commit();
     } catch (const base::Error& error) {

@@ -18,9 +18,6 @@ void appendText(std::string& xml, std::string_view win1251);
 /// The same of any other text; half a surrogate pair is escaped as well.
 [[nodiscard]] QByteArray textOf(QStringView text);
 
-/// `units` / 10^`fractionDigits` digit for digit.
-[[nodiscard]] std::string numberText(std::int64_t units, int fractionDigits, char point = '.');
-
 /// Whether a spreadsheet, which keeps 15 significant digits, holds `units` without loss, wherever the decimal
 /// point stands.
 [[nodiscard]] bool isExactInSpreadsheet(std::int64_t units);

@@ -8,6 +8,7 @@ namespace xlsx {
 
 namespace {
 
+constexpr int pixelUnits = 135;    // of 15 pixels that LibreOffice makes 10.82 points
 constexpr int tabWidth = 6 * 1038; // generous: its real width depends on where it stands
 
 bool isLetter(char character) {
@@ -113,6 +114,10 @@ FontWidths fontWidths(const QByteArray& table) {
     QTextStream numbers(table);
     for (int& width : widths) {
         numbers >> width;
+        // On a screen a spreadsheet sets each character in whole pixels, LibreOffice in 15 for the font's
+        // size.
+        const int pixels = (width * 15 + 1024) / 2048;
+        width = std::max(width, pixels * pixelUnits);
     }
     widths['\t'] = tabWidth;
     return widths;

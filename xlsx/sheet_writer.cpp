@@ -1,5 +1,6 @@
 #include "xlsx/sheet_writer.h"
 
+#include "base/decimal.h"
 #include "base/win1251.h"
 #include "xlsx/cell_text.h"
 
@@ -82,10 +83,10 @@ void SheetWriter::text(std::string_view win1251) {
 void SheetWriter::number(std::int64_t units) {
     const int digits = columns_.at(column_).fractionDigits.value_or(0);
     if (!isExactInSpreadsheet(units)) {
-        text(numberText(units, digits, page_.decimalPoint.toLatin1()));
+        text(base::decimalText(units, digits, page_.decimalPoint.toLatin1()));
         return;
     }
-    writeCell(CellKind::NumberOrBlank, numberStart, numberText(units, digits), numberEnd);
+    writeCell(CellKind::NumberOrBlank, numberStart, base::decimalText(units, digits, '.'), numberEnd);
 }
 
 void SheetWriter::blank() {
@@ -126,12 +127,11 @@ void SheetWriter::finish(std::optional<std::size_t> countColumn) {
 
 void SheetWriter::writeFooter(std::size_t countColumn) {
     constexpr int rowsAround = 2; // the header and this one
+    const std::string count = std::to_string(row_ - rowsAround);
     for (std::size_t i = 0; i < columns_.size(); ++i) {
-        if (i == countColumn) {
-            writeCell(CellKind::Footer, numberStart, std::to_string(row_ - rowsAround), numberEnd);
-        } else {
-            writeCell(CellKind::Footer, {}, {}, blankEnd);
-        }
+        const bool counts = i == countColumn;
+        writeCell(CellKind::Footer, counts ? numberStart : "", counts ? count : "",
+                  counts ? numberEnd : blankEnd);
     }
     endRow();
 }

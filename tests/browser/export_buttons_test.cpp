@@ -88,6 +88,7 @@ TEST(ExportButtons, NameTheFileAfterEditionTabRegionAndPeriod) {
                 EXPECT_TRUE(outcome.contains(texts.region) && !outcome.contains("завершена") &&
                             outcome.endsWith('|'))
                     << outcome.toStdString();
+                EXPECT_EQ(outcome.contains("не может быть знака «/»"), texts.region.contains('/'));
             }
         }
     }

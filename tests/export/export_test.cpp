@@ -129,6 +129,7 @@ void expectShown(const QJsonObject& workbook, const grid::TableView& view) {
                 QString value = QString::number(written["value"].toDouble(), 'f', digits);
                 EXPECT_TRUE(number);
                 EXPECT_EQ(value.replace('.', model.decimalPoint()), shown);
+                EXPECT_GT(workbook["widths"][i].toDouble(), shown.size()) << "the width counts digits";
                 EXPECT_EQ(written["format"].toString(), digits == 0 ? "0" : "0." + QString(digits, '0'));
             } else {
                 EXPECT_EQ(written["type"].toString(), "text");

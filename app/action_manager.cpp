@@ -13,10 +13,17 @@ namespace app {
 
 namespace {
 
-/// A button that the pointer, a press or its check marks in the tool bar's own highlight.
+/// A button that the pointer, a press or its command's check marks in the tool bar's own highlight. It is not
+/// checkable itself: assistive technology would take it for a check box.
 class FlatToolButton final : public QToolButton {
 public:
     using QToolButton::QToolButton;
+
+    void setMarked(bool marked) {
+        marked_ = marked;
+        setAccessibleDescription(marked ? QStringLiteral("Открыт") : QString());
+        update();
+    }
 
 protected:
     void keyPressEvent(QKeyEvent* event) override {
@@ -36,16 +43,17 @@ protected:
         }
     }
 
-    /// A click does not check it: only the command tells what is checked.
-    void nextCheckState() override {}
-
     void initStyleOption(QStyleOptionToolButton* option) const override {
         QToolButton::initStyleOption(option);
+        option->state.setFlag(QStyle::State_On, marked_);
         if ((option->state & (QStyle::State_MouseOver | QStyle::State_Sunken | QStyle::State_On)) != 0) {
             option->palette.setColor(QPalette::Button, palette().color(QPalette::Highlight));
             option->palette.setColor(QPalette::ButtonText, palette().color(QPalette::HighlightedText));
         }
     }
+
+private:
+    bool marked_ = false;
 };
 
 } // namespace
@@ -81,15 +89,8 @@ void ActionManager::addButton(QAction& action, const QString& caption) {
     button->setStatusTip(action.statusTip());
     button->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
     connect(button, &QToolButton::clicked, &action, &QAction::trigger);
-    button->setCheckable(action.isCheckable());
+    connect(&action, &QAction::toggled, button, &FlatToolButton::setMarked);
     toolBar_.addWidget(button);
-    buttons_.emplace_back(&action, button);
-}
-
-void ActionManager::showChecks() {
-    for (const auto& [action, button] : buttons_) {
-        button->setChecked(action->isChecked());
-    }
 }
 
 } // namespace app

@@ -2,12 +2,8 @@
 
 #include <QToolBar>
 
-#include <utility>
-#include <vector>
-
 class QAction;
 class QActionGroup;
-class QToolButton;
 
 namespace app {
 
@@ -39,15 +35,12 @@ public:
     ActionManager(const QString& name, const QString& style, QActionGroup& actionList, QToolBar& toolBar,
                   QObject* parent);
 
-    /// Takes the command into the list and gives it a button. `caption`: "&" marks the button's Alt
+    /// Takes the command into the list and gives it a button, which is marked while the command is checked.
+    /// `caption`: "&" marks the button's Alt
     /// accelerator.
     void addButton(QAction& action, const QString& caption);
 
-    /// Shows the buttons whose commands are checked as pressed, and the others not.
-    void showChecks();
-
 private:
-    std::vector<std::pair<const QAction*, QToolButton*>> buttons_;
     QString style_;
     QActionGroup& actionList_;
     QToolBar& toolBar_;

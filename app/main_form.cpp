@@ -259,7 +259,6 @@ void TMainForm::checkOpenEdition() {
     for (QAction* command : ActionList1->actions()) {
         command->setChecked(command->objectName() == open);
     }
-    ActionManager1->showChecks();
 }
 
 void TMainForm::clearOpenBrowserMarker() {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace grid::collation {
 
@@ -34,7 +35,10 @@ constexpr std::array<Letter, 48> cyrillicLetters = {{
 
 constexpr unsigned char lowerYe = 0xE5;
 
-constexpr bool isDigit(unsigned byte) {
+constexpr std::string_view decimalDigits = "0123456789";
+constexpr std::uint8_t lastPlace = 255; // behind all characters
+
+constexpr bool isDigit(int byte) {
     return byte >= '0' && byte <= '9';
 }
 
@@ -51,7 +55,7 @@ constexpr std::array<std::uint8_t, 256> makeWeights() {
     std::array<std::uint8_t, 256> weights{};
     std::uint8_t next = 0;
     for (unsigned byte = 0; byte < weights.size(); ++byte) {
-        if (!isDigit(byte) && !isLatin(byte) && !isCyrillic(byte)) {
+        if (!isDigit(static_cast<int>(byte)) && !isLatin(byte) && !isCyrillic(byte)) {
             weights[byte] = next++;
         }
     }
@@ -74,35 +78,91 @@ std::uint8_t weight(char byte) {
     return weightTable[static_cast<unsigned char>(byte)];
 }
 
+/// Whether a text is nothing but digits, with a decimal comma among them or not.
+bool isUnsigned(std::string_view text) {
+    const std::size_t comma = std::min(text.size(), text.find_first_not_of(decimalDigits));
+    const std::string_view fraction = text.substr(std::min(text.size(), comma + 1));
+    return comma > 0 && fraction.find_first_not_of(decimalDigits) == text.npos &&
+           (comma == text.size() || (text[comma] == ',' && !fraction.empty()));
+}
+
 } // namespace
 
-const std::array<std::uint8_t, 256>& weights() {
-    return weightTable;
+OrderBytes::OrderBytes(std::string_view text)
+    : text_(text), isNegative_(text.starts_with('-') && isUnsigned(text.substr(1))) {}
+
+int OrderBytes::next() {
+    if (digits_ == 0) {
+        if (at_ == text_.size()) {
+            // Of two negative numbers the one with more digits is less.
+            return std::exchange(hasEnded_, true) || !isNegative_ ? -1 : lastPlace;
+        }
+        if (!isDigit(text_[at_])) {
+            return weight(text_[at_++]);
+        }
+        startNumber();
+    }
+    if (isTelling_) {
+        const std::size_t told = std::min<std::size_t>(length_, 9);
+        length_ -= told;
+        isTelling_ = told == 9;
+        return placeOfDigit(told);
+    }
+    --digits_;
+    return placeOfDigit(static_cast<std::size_t>(text_[at_++] - '0'));
+}
+
+/// The digits behind a decimal sign tell their value by themselves.
+void OrderBytes::startNumber() {
+    const bool isFraction = at_ >= 2 && text_[at_ - 1] == ',' && isDigit(text_[at_ - 2]);
+    const std::size_t end = std::min(text_.size(), text_.find_first_not_of(decimalDigits, at_));
+    if (!isFraction) {
+        at_ = std::min(end - 1, text_.find_first_not_of('0', at_));
+    }
+    digits_ = end - at_;
+    length_ = digits_;
+    isTelling_ = !isFraction;
+}
+
+int OrderBytes::placeOfDigit(std::size_t digit) const {
+    return weight(decimalDigits[isNegative_ ? 9 - digit : digit]);
+}
+
+void appendOrderBytes(std::string_view text, std::vector<std::uint8_t>& bytes) {
+    OrderBytes places(text);
+    for (int place = places.next(); place >= 0; place = places.next()) {
+        bytes.push_back(static_cast<std::uint8_t>(place));
+    }
 }
 
 int compare(std::string_view left, std::string_view right) {
-    const std::size_t common = std::min(left.size(), right.size());
-    for (std::size_t index = 0; index < common; ++index) {
-        const int difference = weight(left[index]) - weight(right[index]);
+    OrderBytes one(left);
+    OrderBytes other(right);
+    for (;;) {
+        const int place = one.next();
+        const int difference = place - other.next();
         if (difference != 0) {
             return difference;
+        }
+        if (place < 0) {
+            break;
         }
     }
     if (left.size() != right.size()) {
         return left.size() < right.size() ? -1 : 1;
     }
-    const auto [one, other] = std::ranges::mismatch(left, right, {}, isYo, isYo);
-    return one == left.end() ? 0 : isYo(*one) ? 1 : -1;
+    const auto [dotted, plain] = std::ranges::mismatch(left, right, {}, isYo, isYo);
+    return dotted == left.end() ? 0 : isYo(*dotted) ? 1 : -1;
 }
 
 Needle::Needle(std::string_view text) {
     folded_.reserve(text.size());
-    std::transform(text.begin(), text.end(), std::back_inserter(folded_), weight);
+    std::ranges::transform(text, std::back_inserter(folded_), weight);
     const auto isAnchor = [](std::uint8_t place) { return place != weightTable[lowerYe]; };
-    const auto first = std::find_if(folded_.begin(), folded_.end(), isAnchor);
+    const auto first = std::ranges::find_if(folded_, isAnchor);
     hasAnchors_ = first != folded_.end();
     if (hasAnchors_) {
-        const auto last = std::find_if(folded_.rbegin(), folded_.rend(), isAnchor);
+        const auto last = std::ranges::find_if(folded_.rbegin(), folded_.rend(), isAnchor);
         firstPlace_ = static_cast<std::size_t>(first - folded_.begin());
         lastPlace_ = static_cast<std::size_t>(folded_.rend() - last) - 1;
         first_ = casesOf(*first);
@@ -152,9 +212,7 @@ std::size_t Needle::findIn(std::string_view text) const {
 }
 
 bool Needle::isStartOf(std::string_view text) const {
-    return text.size() >= folded_.size() &&
-           std::equal(folded_.begin(), folded_.end(), text.begin(),
-                      [](std::uint8_t sought, char byte) { return sought == weight(byte); });
+    return std::ranges::equal(folded_, text.substr(0, folded_.size()), {}, {}, weight);
 }
 
 } // namespace grid::collation

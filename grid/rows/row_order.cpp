@@ -15,10 +15,7 @@ namespace {
 struct Entry {
     std::uint64_t word;
     std::int32_t row;
-
-    bool operator<(const Entry& other) const {
-        return word != other.word ? word < other.word : row < other.row;
-    }
+    std::uint32_t text; // its place among those that are being sorted
 };
 
 using Entries = std::span<Entry>;
@@ -26,9 +23,9 @@ using Entries = std::span<Entry>;
 /// From how many entries on a radix sort, which reads them once a byte that differs, beats comparing.
 constexpr std::size_t radixThreshold = 2048;
 
-/// Weights that one word holds; its last byte says how many of them there are, so that a text comes before
-/// its continuations.
-constexpr std::size_t weightsPerWord = 7;
+/// Bytes of a text that one word holds; its last byte says how many of them there are, so that a text comes
+/// before its continuations.
+constexpr std::size_t bytesPerWord = 7;
 
 /// Letters of which one word tells whether they are ё.
 constexpr std::size_t dotsPerWord = 64;
@@ -59,7 +56,7 @@ void radixSort(Entries entries, std::vector<Entry>& scratch) {
         std::swap(from, to);
     }
     if (from != entries.data()) {
-        std::copy(from, from + entries.size(), entries.data());
+        std::ranges::copy_n(from, std::ssize(entries), entries.data());
     }
 }
 
@@ -79,7 +76,7 @@ public:
         if (key.isNumber) {
             sortNumbers(values, keyIndex);
         } else {
-            sortTexts(values, keyIndex, 0);
+            sortTexts(values, keyIndex);
         }
     }
 
@@ -93,7 +90,7 @@ private:
         const auto belongsFirst = [&](const Entry& entry) {
             return store_.isNull(entry.row, key.field) != key.descending;
         };
-        const auto middle = std::stable_partition(run.begin(), run.end(), belongsFirst);
+        const auto middle = std::ranges::stable_partition(run, belongsFirst).begin();
         const Entries first(run.begin(), middle);
         const Entries second(middle, run.end());
         return key.descending ? Split{second, first} : Split{first, second};
@@ -111,33 +108,71 @@ private:
         forEachEqualRun(run, [&](Entries equal) { sortByKey(equal, keyIndex + 1); });
     }
 
-    void sortTexts(Entries run, std::size_t keyIndex, std::size_t depth) {
+    /// The order bytes of a run's texts, which its entries name by their place.
+    struct Texts {
+        std::vector<std::uint8_t> bytes;
+        std::vector<std::size_t> starts;
+
+        [[nodiscard]] std::span<const std::uint8_t> of(const Entry& entry, std::size_t depth) const {
+            const std::size_t start = starts[entry.text] + depth;
+            return {bytes.data() + start, starts[entry.text + 1] - start};
+        }
+    };
+
+    void sortTexts(Entries run, std::size_t keyIndex) {
         if (run.size() < 2) {
             return;
         }
-        const RowOrderKey& key = keys_[keyIndex];
-        depth += commonLength(run, key.field, depth);
+        Texts texts;
+        texts.starts.reserve(run.size() + 1);
         for (std::size_t index = 0; index < run.size(); ++index) {
             prefetchBeyond(run, index);
-            const std::uint64_t word = packWeights(store_.string(run[index].row, key.field), depth);
-            run[index].word = key.descending ? ~word : word;
+            run[index].text = static_cast<std::uint32_t>(index);
+            texts.starts.push_back(texts.bytes.size());
+            collation::appendOrderBytes(store_.string(run[index].row, keys_[keyIndex].field), texts.bytes);
+        }
+        texts.starts.push_back(texts.bytes.size());
+        sortTexts(run, keyIndex, texts, 0);
+    }
+
+    void sortTexts(Entries run, std::size_t keyIndex, const Texts& texts, std::size_t depth) {
+        const RowOrderKey& key = keys_[keyIndex];
+        depth += commonLength(run, texts, depth);
+        for (Entry& entry : run) {
+            const std::uint64_t word = packed(texts.of(entry, depth));
+            entry.word = key.descending ? ~word : word;
         }
         sortWords(run);
         forEachEqualRun(run, [&](Entries equal) {
             const std::uint64_t word = key.descending ? ~equal.front().word : equal.front().word;
-            if ((word & 0xFF) < weightsPerWord) {
-                sortDots(equal, keyIndex, 0); // the texts have ended
+            if ((word & 0xFF) < bytesPerWord) {
+                sortByLength(equal, keyIndex); // the texts have ended
             } else {
-                sortTexts(equal, keyIndex, depth + weightsPerWord);
+                sortTexts(equal, keyIndex, texts, depth + bytesPerWord);
             }
         });
     }
 
-    /// Sorts texts that differ by case and by the dots of ё at most, from `depth` on by the dots.
+    /// Sorts texts that differ by case, by leading zeros and by the dots of ё at most.
+    void sortByLength(Entries run, std::size_t keyIndex) {
+        const RowOrderKey& key = keys_[keyIndex];
+        if (isSameText(run, key.field)) {
+            sortByKey(run, keyIndex + 1);
+            return;
+        }
+        for (Entry& entry : run) {
+            const std::uint64_t word = store_.string(entry.row, key.field).size();
+            entry.word = key.descending ? ~word : word;
+        }
+        sortWords(run);
+        forEachEqualRun(run, [&](Entries equal) { sortDots(equal, keyIndex, 0); });
+    }
+
+    /// Sorts texts of one length from `depth` on by the dots of ё.
     void sortDots(Entries run, std::size_t keyIndex, std::size_t depth) {
         const RowOrderKey& key = keys_[keyIndex];
         const std::string_view first = store_.string(run.front().row, key.field);
-        if (depth >= first.size() || isSameText(run, key.field)) {
+        if (depth >= first.size()) {
             sortByKey(run, keyIndex + 1);
             return;
         }
@@ -177,42 +212,30 @@ private:
         }
     }
 
-    /// How many weights from `depth` on all the texts share.
-    [[nodiscard]] std::size_t commonLength(Entries run, int field, std::size_t depth) const {
-        const std::string_view first = store_.string(run.front().row, field).substr(depth);
+    /// How many order bytes from `depth` on all the texts share.
+    [[nodiscard]] static std::size_t commonLength(Entries run, const Texts& texts, std::size_t depth) {
+        const auto first = texts.of(run.front(), depth);
         std::size_t common = first.size();
-        for (std::size_t index = 1; index < run.size(); ++index) {
-            prefetchBeyond(run, index);
-            const std::string_view text = store_.string(run[index].row, field).substr(depth);
-            common = std::min(common, text.size());
-            std::size_t same = 0;
-            while (same < common && weight(text[same]) == weight(first[same])) {
-                ++same;
-            }
-            common = same;
-            if (common == 0) {
-                break;
-            }
+        for (std::size_t index = 1; index < run.size() && common > 0; ++index) {
+            const auto text = texts.of(run[index], depth);
+            const auto end = std::ranges::mismatch(first.first(common), text).in1;
+            common = static_cast<std::size_t>(end - first.begin());
         }
         return common;
     }
 
-    [[nodiscard]] std::uint64_t packWeights(std::string_view text, std::size_t depth) const {
-        const std::size_t count = std::min(text.size() - depth, weightsPerWord);
+    [[nodiscard]] static std::uint64_t packed(std::span<const std::uint8_t> bytes) {
+        const std::size_t count = std::min(bytes.size(), bytesPerWord);
         std::uint64_t word = 0;
         for (std::size_t i = 0; i < count; ++i) {
-            word |= std::uint64_t{weight(text[depth + i])} << (8 * (weightsPerWord - i));
+            word |= std::uint64_t{bytes[i]} << (8 * (bytesPerWord - i));
         }
         return word | count;
     }
 
-    [[nodiscard]] std::uint8_t weight(char character) const {
-        return weights_[static_cast<unsigned char>(character)];
-    }
-
     void sortWords(Entries run) {
         if (run.size() < radixThreshold) {
-            std::sort(run.begin(), run.end());
+            std::ranges::sort(run, {}, [](const Entry& entry) { return std::pair(entry.word, entry.row); });
         } else {
             radixSort(run, scratch_);
         }
@@ -234,7 +257,6 @@ private:
 
     const db::RowStore& store_;
     std::span<const RowOrderKey> keys_;
-    const std::array<std::uint8_t, 256>& weights_ = collation::weights();
     std::vector<Entry> scratch_;
 };
 
@@ -244,7 +266,7 @@ void sortRows(std::vector<std::int32_t>& rows, const db::RowStore& store, std::s
     std::vector<Entry> entries;
     entries.reserve(rows.size());
     for (const std::int32_t row : rows) {
-        entries.push_back({0, row});
+        entries.push_back({0, row, 0});
     }
     Sorter(store, keys).sortByKey(entries, 0);
     std::ranges::transform(entries, rows.begin(), &Entry::row);

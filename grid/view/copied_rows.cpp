@@ -28,9 +28,11 @@ void appendPlain(QString& text, QStringView cell) {
 bool isExactNumber(QStringView text) {
     constexpr qsizetype keptDigits = 15;
     const auto isSignificant = [](QChar character) { return character >= u'1' && character <= u'9'; };
-    const auto first = std::find_if(text.begin(), text.end(), isSignificant);
-    const auto last = std::find_if(text.rbegin(), std::make_reverse_iterator(first), isSignificant).base();
-    return std::count_if(first, last, [](QChar character) { return character.isDigit(); }) <= keptDigits;
+    const auto first = std::ranges::find_if(text, isSignificant);
+    const auto last =
+        std::ranges::find_if(text.rbegin(), std::make_reverse_iterator(first), isSignificant).base();
+    return std::ranges::count_if(first, last, [](QChar character) { return character.isDigit(); }) <=
+           keptDigits;
 }
 
 bool isControl(char byte) {

@@ -30,6 +30,8 @@ TEST(RowOrder, AgreesWithAPlainStableSort) {
         } else {
             QByteArray text = choice < 8 ? base::win1251::encode(stems[choice]) : nul;
             text += choice % 2 == 0 ? QByteArray::number(random() % 300) : QByteArray();
+            text += choice % 3 == 0 ? ",0" + QByteArray::number(random() % 30) : QByteArray();
+            text = choice == 6 ? "-" + QByteArray::number(random() % 3000) : text;
             writer.putString(0, text.toStdString());
         }
         if (random() % 10 == 0) {

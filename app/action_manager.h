@@ -36,8 +36,7 @@ public:
                   QObject* parent);
 
     /// Takes the command into the list and gives it a button, which is marked while the command is checked.
-    /// `caption`: "&" marks the button's Alt
-    /// accelerator.
+    /// `caption`: "&" marks the button's Alt accelerator.
     void addButton(QAction& action, const QString& caption);
 
 private:

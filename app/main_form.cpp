@@ -246,12 +246,22 @@ void TMainForm::openEdition(const data::Edition& edition) {
     if (!TERForm) {
         ui::setScreenCursor(ui::ScreenCursor::Hourglass);
         Tag = edition.number;
-        DM->chooseEdition(edition);
-        TTERForm::create(*this);
+        createBrowser(edition);
         TERForm->cxLabel1->setText(QStringLiteral("   ") + edition.words.caption.toString());
     }
     TERForm->show();
     TERForm->raise();
+}
+
+void TMainForm::createBrowser(const data::Edition& edition) {
+    try {
+        DM->chooseEdition(edition);
+        TTERForm::create(*this);
+    } catch (...) {
+        // No browser is there to do it when it closes.
+        DM->releaseQueries();
+        throw;
+    }
 }
 
 void TMainForm::checkOpenEdition() {

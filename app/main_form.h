@@ -90,6 +90,7 @@ private:
     void createStatusBar();
     void layOut();
     void openEdition(const data::Edition& edition);
+    void createBrowser(const data::Edition& edition);
     /// Checks the command of the edition whose browser is open, and no other.
     void checkOpenEdition();
 };

@@ -52,7 +52,7 @@ int runWindows() {
     ui::Application::setWindowIcon(imageOf(QStringLiteral(":/icon/tarvelo")));
     ui::installFontSubstitutes();
     // Without its style the program looks plainer, no more; the failure has been shown.
-    static_cast<void>(app::trySetStyle(QStringLiteral("SLATECLASSICO")));
+    static_cast<void>(trySetStyle(QStringLiteral("SLATECLASSICO")));
 
     // The program's own cursors by their numbers, the hot spot at the upper left.
     const std::map<int, QCursor> cursors{

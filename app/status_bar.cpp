@@ -40,7 +40,7 @@ void setColor(QLabel& label, const QColor& color) {
 } // namespace
 
 StatusBar::StatusBar(const QString& name, int height, std::span<const TextPanelSpec> panels,
-                     const QFont& font, const QColor& fontColor, const app::Skin& skin, QWidget* parent)
+                     const QFont& font, const QColor& fontColor, const Skin& skin, QWidget* parent)
     : QWidget(parent), skin_(skin) {
     setObjectName(name);
     setFixedHeight(height);

@@ -23,7 +23,7 @@ class StatusBar final : public QWidget {
 
 public:
     StatusBar(const QString& name, int height, std::span<const TextPanelSpec> panels, const QFont& font,
-              const QColor& fontColor, const app::Skin& skin, QWidget* parent);
+              const QColor& fontColor, const Skin& skin, QWidget* parent);
 
     /// Text panel by position, from 0.
     void setText(int panel, const QString& text);
@@ -40,7 +40,7 @@ private:
     QLabel* addLabel(const QString& name, const QColor& color);
     void updateKeyboardState();
 
-    app::Skin skin_;
+    Skin skin_;
     std::vector<QLabel*> textPanels_;
     std::vector<QLabel*> keyIndicators_; // one for each key
     bool overwriting_ = false;

@@ -108,9 +108,13 @@ bool trySetStyle(const QString& name) {
 
 Skin loadSkin(const QString& name) {
     const QSettings file(QStringLiteral(":/skin/") + name, QSettings::IniFormat);
-    return {file.value(QStringLiteral("skin/name")).toString(),
-            requiredColor(file, QStringLiteral("statusBar/separator")),
-            file.value(QStringLiteral("statusBar/separatorInset")).toInt(),
+    const QString skinName = file.value(QStringLiteral("skin/name")).toString();
+    bool hasInset = false;
+    const int inset = file.value(QStringLiteral("statusBar/separatorInset")).toInt(&hasInset);
+    if (skinName.isEmpty() || !hasInset) {
+        throw base::ResourceError(file.fileName(), QStringLiteral("нет имени или отступа разделителей"));
+    }
+    return {skinName, requiredColor(file, QStringLiteral("statusBar/separator")), inset,
             requiredColor(file, QStringLiteral("statusBar/inactiveText"))};
 }
 

@@ -14,7 +14,8 @@ constexpr int initialRegionIndex = 3;
 constexpr int initialPeriodIndex = 0;
 
 /// Lists the values of `column` and selects the one at `index`; a shorter list leaves the selector's text.
-void fillSelector(QComboBox& selector, db::DataSet& dataSet, const QString& column, int index) {
+/// Tells whether it is long enough.
+bool fillSelector(QComboBox& selector, db::DataSet& dataSet, const QString& column, int index) {
     QStringList items;
     const db::Field& field = dataSet.field(column);
     for (int row = 0; row < dataSet.rowCount(); ++row) {
@@ -24,28 +25,32 @@ void fillSelector(QComboBox& selector, db::DataSet& dataSet, const QString& colu
     const QString text = selector.currentText();
     selector.clear();
     selector.addItems(items);
-    if (index < selector.count()) {
+    const bool hasItem = index < selector.count();
+    if (hasItem) {
         selector.setCurrentIndex(index);
     } else {
         selector.setCurrentIndex(-1);
         selector.setEditText(text);
     }
+    return hasItem;
 }
 
 } // namespace
 
 void fillRegionSelector(TDM& module, QComboBox& selector) {
     module.pFIBDataSet1.open();
-    fillSelector(selector, module.pFIBDataSet1, QStringLiteral("NAME"), initialRegionIndex);
-    // Where the list is short the selector still holds its first text, which names no region on purpose.
-    if (selector.currentIndex() >= 0 && data::locateRegion(module, selector.currentText())) {
+    const bool isChosen =
+        fillSelector(selector, module.pFIBDataSet1, QStringLiteral("NAME"), initialRegionIndex);
+    // Where the list is short the selector still holds its first text, which is not meant as a region's name.
+    if (isChosen && data::locateRegion(module, selector.currentText())) {
         CurRegionId = data::currentRegionId(module);
     }
 }
 
 void fillPeriodSelector(TDM& module, QComboBox& selector) {
     module.pFIBDataSet2.open();
-    fillSelector(selector, module.pFIBDataSet2, QStringLiteral("PERIOD"), initialPeriodIndex);
+    static_cast<void>(
+        fillSelector(selector, module.pFIBDataSet2, QStringLiteral("PERIOD"), initialPeriodIndex));
     CurPeriod = selector.currentText();
 }
 

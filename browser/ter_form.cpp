@@ -233,9 +233,11 @@ void TTERForm::reread() {
 void TTERForm::markSelectors() {
     rememberShownRegion();
     cxComboBox1->setWarning(regionWarning());
-    const bool isEmpty = std::ranges::all_of(
-        DM->selectionDataSets(), [](const db::DataSet* dataSet) { return dataSet->rowCount() == 0; });
-    cxComboBox2->setWarning(isEmpty ? QStringLiteral("За этот период строк нет") : QString());
+    const bool isEmpty = data::isSelectionRead(*DM) &&
+                         std::ranges::all_of(DM->selectionDataSets(), [](const db::DataSet* dataSet) {
+                             return dataSet->rowCount() == 0;
+                         });
+    cxComboBox2->setWarning(isEmpty ? QStringLiteral("Для этого региона и периода строк нет") : QString());
 }
 
 void TTERForm::rememberShownRegion() {
@@ -253,9 +255,11 @@ QString TTERForm::regionWarning() const {
     if (data::isRegion(*DM, cxComboBox1->currentText())) {
         return {};
     }
-    const QString shown = shownRegion_.isEmpty() ? QStringLiteral("с кодом %1").arg(CurRegionId)
-                                                 : QStringLiteral("«%1»").arg(shownRegion_);
-    return QStringLiteral("Такого региона нет. Показан регион %1").arg(shown);
+    return QStringLiteral("Такого региона нет. Показан «%1»").arg(shownRegion());
+}
+
+QString TTERForm::shownRegion() const {
+    return shownRegion_.isEmpty() ? QStringLiteral("регион с кодом %1").arg(CurRegionId) : shownRegion_;
 }
 
 void TTERForm::FormShow() {
@@ -339,8 +343,9 @@ void TTERForm::openFind() {
 /// What stands above the printed pages of an export: the edition, the tab, and what was chosen.
 QString TTERForm::printedHeader(const TabSpec& tab) const {
     QStringList parts{cxLabel1->text().trimmed(), tab.sheet.caption.toString()};
-    if (tab.file.ofSelection) {
-        parts += {cxComboBox1->currentText(), cxComboBox2->currentText()};
+    // The rows' own region and period, whatever the selectors say.
+    if (tab.file.ofSelection && data::isSelectionRead(*DM)) {
+        parts += {shownRegion(), CurPeriod};
     }
     return parts.join(QStringLiteral(", "));
 }

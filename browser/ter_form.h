@@ -129,6 +129,7 @@ private:
     void markSelectors();
     void rememberShownRegion();
     [[nodiscard]] QString regionWarning() const;
+    [[nodiscard]] QString shownRegion() const;
     [[nodiscard]] QString printedHeader(const TabSpec& tab) const;
     /// Writes the grid of the tab with that button to a workbook.
     void exportTab(QPushButton* TTERForm::*button);

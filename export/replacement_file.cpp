@@ -46,7 +46,7 @@ QFileInfo behindLinks(const QString& target) {
         throw base::Error(qt_error_string(error.value()));
     }
     while (std::filesystem::is_symlink(path, error)) {
-        path = path.parent_path() / std::filesystem::read_symlink(path);
+        path = path.parent_path() / std::filesystem::read_symlink(path, error);
     }
     return QFileInfo(path);
 }

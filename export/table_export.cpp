@@ -73,7 +73,7 @@ void exportTable(const TableExtract& extract, const QString& folder, const QStri
             const auto reason = QStringLiteral("строк %1, а на листе с шапкой и итогом помещается только %2");
             throw base::Error(reason.arg(extract.model.rowCount()).arg(mostRows));
         }
-        if (name.contains(u'/')) {
+        if (fileName.sliced(folder.size()).contains(u'/')) {
             throw base::Error(QStringLiteral("в имени файла не может быть знака «/»"));
         }
         ReplacementFile file(fileName);

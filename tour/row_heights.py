@@ -59,8 +59,7 @@ def compare(given, needed):
         lines = round((office - OFFICE_PADDING) / OFFICE_LINE)
         if ours < min(lines * LINE, TALLEST) - 1:
             low.append(number)
-        # Of two dozen lines, whose breaks differ with the rounding of widths, one or the other may be saved.
-        elif ours > (max(lines, 1) + 1 + lines // 24) * LINE + 1:
+        elif ours > (max(lines, 1) + 1) * LINE + 1:
             high.append(number)
     return low, high
 

@@ -12,11 +12,18 @@ namespace ui {
 
 namespace {
 
-/// The text with places where a line may end in what has no blanks, such as a path.
-QString breakable(QString text) {
+/// The text with places where a line may end within words that no line holds, such as long paths.
+QString breakable(const QString& text) {
+    constexpr int longestWord = 60; // characters
     constexpr QChar zeroWidthSpace(0x200B);
-    static const QRegularExpression lineEnd(QStringLiteral("([/\\\\_]|\\S{40})"));
-    return text.replace(lineEnd, QStringLiteral("\\1") + zeroWidthSpace);
+    static const QRegularExpression lineEnd(QStringLiteral("([/\\\\_]|\\S{30})"));
+    QStringList words = text.split(u' ');
+    for (QString& word : words) {
+        if (word.size() > longestWord) {
+            word.replace(lineEnd, QStringLiteral("\\1") + zeroWidthSpace);
+        }
+    }
+    return words.join(u' ');
 }
 
 void showMessageBox(QMessageBox::Icon icon, const QString& text) {

@@ -114,10 +114,8 @@ FontWidths fontWidths(const QByteArray& table) {
     QTextStream numbers(table);
     for (int& width : widths) {
         numbers >> width;
-        // On a screen a spreadsheet sets each character in whole pixels, LibreOffice in 15 for the font's
-        // size.
-        const int pixels = (width * 15 + 1024) / 2048;
-        width = std::max(width, pixels * pixelUnits);
+        // On a screen a spreadsheet sets a character in whole pixels, 15 to LibreOffice's font size.
+        width = (width * 15 + 1024) / 2048 * pixelUnits;
     }
     widths['\t'] = tabWidth;
     return widths;

@@ -19,7 +19,7 @@ constexpr int tallestRowLines = 27;
 
 // In units of the font: LibreOffice makes the seven pixels of a digit 5.55 points.
 constexpr int tenPixels = 1475;
-constexpr int padding = 560; // both sides of a cell, 0.35 mm each, and a reserve
+constexpr int padding = 600; // both sides of a cell, 0.35 mm each, and a reserve
 constexpr int filterButtonPixels = 20;
 
 // After the number of a cell's row.

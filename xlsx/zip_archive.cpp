@@ -84,7 +84,8 @@ QByteArray endRecords(qint64 count, qint64 start, qint64 end) {
 }
 
 /// The packing library leaves the upper halves of vector registers in use, which slows down all that follows.
-void releaseVectorRegisters() {
+/// Not inlined, since a caller takes it for granted that a call clobbers them.
+[[gnu::noinline]] void releaseVectorRegisters() {
 #ifdef Q_PROCESSOR_X86
     if (__builtin_cpu_supports("avx")) {
         asm volatile("vzeroupper");

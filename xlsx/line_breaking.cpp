@@ -8,8 +8,8 @@ namespace xlsx {
 
 namespace {
 
-constexpr int pixelUnits = 135;    // of 15 pixels that LibreOffice makes 10.82 points
-constexpr int tabWidth = 6 * 1038; // generous: its real width depends on where it stands
+constexpr int tenPixelUnits = 1343; // LibreOffice makes 15 pixels 10.82 points
+constexpr int tabWidth = 6 * 1038;  // generous: its real width depends on where it stands
 
 bool isLetter(char character) {
     const auto byte = static_cast<unsigned char>(character);
@@ -115,7 +115,7 @@ FontWidths fontWidths(const QByteArray& table) {
     for (int& width : widths) {
         numbers >> width;
         // On a screen a spreadsheet sets a character in whole pixels, 15 to LibreOffice's font size.
-        width = (width * 15 + 1024) / 2048 * pixelUnits;
+        width = (width * 15 + 1024) / 2048 * tenPixelUnits / 10;
     }
     widths['\t'] = tabWidth;
     return widths;

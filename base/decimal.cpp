@@ -2,18 +2,27 @@
 
 namespace base {
 
+DecimalCharacters::DecimalCharacters(std::int64_t units, int fractionDigits) {
+    // Negating in unsigned arithmetic is defined for the smallest value too.
+    auto magnitude = static_cast<std::uint64_t>(units);
+    magnitude = units < 0 ? 0 - magnitude : magnitude;
+    for (int written = 0; magnitude > 0 || written <= fractionDigits; ++written) {
+        if (written == fractionDigits && fractionDigits > 0) {
+            bytes_[--start_] = '.';
+        }
+        bytes_[--start_] = static_cast<char>('0' + magnitude % 10);
+        magnitude /= 10;
+    }
+    if (units < 0) {
+        bytes_[--start_] = '-';
+    }
+}
+
 std::string decimalText(std::int64_t units, int fractionDigits, char point) {
-    std::string text = std::to_string(units);
-    if (fractionDigits == 0) {
-        return text;
+    std::string text(DecimalCharacters(units, fractionDigits).view());
+    if (fractionDigits > 0) {
+        text[text.size() - 1 - static_cast<std::size_t>(fractionDigits)] = point;
     }
-    const auto digits = static_cast<std::size_t>(fractionDigits);
-    const std::size_t sign = units < 0 ? 1 : 0;
-    const std::size_t shortest = sign + 1 + digits; // a digit stands before the point
-    if (text.size() < shortest) {
-        text.insert(sign, shortest - text.size(), '0');
-    }
-    text.insert(text.size() - digits, 1, point);
     return text;
 }
 

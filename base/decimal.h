@@ -1,12 +1,27 @@
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace base {
 
-/// Writes the exact decimal `units` / 10^`fractionDigits` with all its fraction digits and without grouping:
-/// decimalText(-5, 2, ',') is "-0,05".
+/// The exact decimal `units` / 10^`fractionDigits` in characters, with a point, all its fraction digits and no
+/// grouping. `fractionDigits` is 0 to 18. Takes no memory from the heap, so that whole columns can be gone
+/// through.
+class DecimalCharacters final {
+public:
+    DecimalCharacters(std::int64_t units, int fractionDigits);
+
+    [[nodiscard]] std::string_view view() const { return {bytes_.data() + start_, bytes_.size() - start_}; }
+
+private:
+    std::array<char, 24> bytes_; // filled from the end; sign, point and 19 digits at most
+    std::size_t start_ = bytes_.size();
+};
+
+/// The same as a text with another decimal point: decimalText(-5, 2, ',') is "-0,05".
 [[nodiscard]] std::string decimalText(std::int64_t units, int fractionDigits, char point);
 
 } // namespace base

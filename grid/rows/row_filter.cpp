@@ -1,47 +1,15 @@
 #include "grid/rows/row_filter.h"
 
-#include "base/win1251.h"
 #include "db/data_set.h"
-#include "db/decimal.h"
 #include "grid/rows/collation.h"
 #include "grid/rows/text_matcher.h"
 
 #include <algorithm>
-#include <functional>
 #include <string_view>
 #include <unordered_set>
 
 namespace grid {
 namespace {
-
-/// A cell's value without a copy of its text.
-using CellView = std::variant<std::monostate, std::int64_t, std::string_view>;
-
-CellView cellView(const db::RowStore& rows, int row, const db::Field& field) {
-    const int index = field.index();
-    if (rows.isNull(row, index)) {
-        return {};
-    }
-    if (field.isNumber()) {
-        return rows.integer(row, index);
-    }
-    const std::string_view text = rows.string(row, index);
-    return text.empty() ? CellView() : CellView(text);
-}
-
-CellValue toValue(const CellView& view) {
-    if (const auto* text = std::get_if<std::string_view>(&view)) {
-        return std::string(*text);
-    }
-    if (const auto* number = std::get_if<std::int64_t>(&view)) {
-        return *number;
-    }
-    return {};
-}
-
-CellView toView(const CellValue& value) {
-    return std::visit([](const auto& held) { return CellView(held); }, value);
-}
 
 bool standsBefore(const CellValue& left, const CellValue& right) {
     const auto* leftText = std::get_if<std::string>(&left);
@@ -56,10 +24,11 @@ bool standsBefore(const CellValue& left, const CellValue& right) {
 /// A column's filter made ready for many rows.
 class Check final {
 public:
-    Check(const FieldFilter& source, QChar decimalPoint)
+    explicit Check(const FieldFilter& source)
         : field_(*source.field),
           rule_(source.filter->rule),
-          text_(source.filter->containedText, decimalPoint) {
+          text_(source.filter->containedText),
+          condition_(source.filter->condition) {
         for (const CellValue& value : source.filter->values) {
             values_.insert(toView(value));
         }
@@ -67,6 +36,9 @@ public:
 
     [[nodiscard]] bool passes(const db::DataSet& dataSet, int row) const {
         if (!text_.isEmpty() && text_.findIn(dataSet, row, field_).isEmpty()) {
+            return false;
+        }
+        if (condition_ && !holds(dataSet.rows(), row)) {
             return false;
         }
         if (rule_ == ColumnFilter::Values::Any) {
@@ -77,30 +49,29 @@ public:
     }
 
 private:
+    [[nodiscard]] bool holds(const db::RowStore& rows, int row) const {
+        const int index = field_.index();
+        if (!field_.isNumber()) {
+            return condition_->holdsFor(rows.string(row, index));
+        }
+        return !rows.isNull(row, index) &&
+               condition_->holdsFor(rows.integer(row, index), field_.fractionDigits());
+    }
+
     const db::Field& field_;
     ColumnFilter::Values rule_;
     TextMatcher text_;
+    const std::optional<NumberCondition>& condition_;
     std::unordered_set<CellView> values_; // views into the filter's own values
 };
 
 } // namespace
 
-QString cellValueText(const CellValue& value, const db::Field& field, QChar decimalPoint) {
-    if (const auto* text = std::get_if<std::string>(&value)) {
-        return base::win1251::decode(*text);
-    }
-    if (const auto* number = std::get_if<std::int64_t>(&value)) {
-        return db::decimalText(*number, field.fractionDigits(), decimalPoint);
-    }
-    return {};
-}
-
-std::vector<std::int32_t> filteredRows(const db::DataSet& dataSet, std::span<const FieldFilter> filters,
-                                       QChar decimalPoint) {
+std::vector<std::int32_t> filteredRows(const db::DataSet& dataSet, std::span<const FieldFilter> filters) {
     std::vector<Check> checks;
     checks.reserve(filters.size());
     for (const FieldFilter& filter : filters) {
-        checks.emplace_back(filter, decimalPoint);
+        checks.emplace_back(filter);
     }
     std::vector<std::int32_t> result;
     for (int row = 0; row < dataSet.rowCount(); ++row) {
@@ -109,6 +80,24 @@ std::vector<std::int32_t> filteredRows(const db::DataSet& dataSet, std::span<con
         }
     }
     return result;
+}
+
+bool takesConditions(const db::DataSet& dataSet, const db::Field& field) {
+    if (field.isNumber()) {
+        return true;
+    }
+    // Rows from all over the table stand for the others.
+    constexpr int sampleSize = 1000;
+    const int step = std::max(1, dataSet.rowCount() / sampleSize);
+    int numbers = 0;
+    int others = 0;
+    for (int row = 0; row < dataSet.rowCount(); row += step) {
+        const std::string_view text = dataSet.rows().string(row, field.index());
+        if (!text.empty()) {
+            ++(ExactNumber::read(text) ? numbers : others);
+        }
+    }
+    return numbers > others;
 }
 
 DistinctValues distinctValues(const db::DataSet& dataSet, const db::Field& field,

@@ -1,13 +1,14 @@
 #pragma once
 
-#include <QChar>
+#include "grid/rows/cell_value.h"
+#include "grid/rows/number_condition.h"
+
 #include <QString>
 
 #include <cstdint>
+#include <optional>
 #include <set>
 #include <span>
-#include <string>
-#include <variant>
 #include <vector>
 
 namespace db {
@@ -17,13 +18,6 @@ class Field;
 
 namespace grid {
 
-/// A value as it is held: nothing (NULL and the empty text), a number in units of its last digit, or the
-/// bytes of a text.
-using CellValue = std::variant<std::monostate, std::int64_t, std::string>;
-
-/// The value as the cells show it; empty for nothing.
-[[nodiscard]] QString cellValueText(const CellValue& value, const db::Field& field, QChar decimalPoint);
-
 /// What the rows must hold in one column to be shown.
 struct ColumnFilter {
     enum class Values : std::uint8_t { Any, Only, AllBut };
@@ -31,8 +25,11 @@ struct ColumnFilter {
     QString containedText; ///< empty: any text
     Values rule = Values::Any;
     std::set<CellValue> values; ///< those that `rule` speaks of
+    std::optional<NumberCondition> condition = std::nullopt;
 
-    [[nodiscard]] bool isEmpty() const { return containedText.isEmpty() && rule == Values::Any; }
+    [[nodiscard]] bool isEmpty() const {
+        return containedText.isEmpty() && rule == Values::Any && !condition;
+    }
 };
 
 /// A filter with the field that it is about.
@@ -42,8 +39,11 @@ struct FieldFilter {
 };
 
 /// The rows of an open dataset that pass every filter, ascending.
-[[nodiscard]] std::vector<std::int32_t>
-filteredRows(const db::DataSet& dataSet, std::span<const FieldFilter> filters, QChar decimalPoint);
+[[nodiscard]] std::vector<std::int32_t> filteredRows(const db::DataSet& dataSet,
+                                                     std::span<const FieldFilter> filters);
+
+/// Whether number conditions make sense for a field: it is a number, or most of its texts are.
+[[nodiscard]] bool takesConditions(const db::DataSet& dataSet, const db::Field& field);
 
 /// Values that occur in a column.
 struct DistinctValues {

@@ -108,7 +108,7 @@ void TableModel::arrange() {
         for (const auto& [columnIndex, filter] : filters_) {
             filters.push_back({column(columnIndex).field(), &filter});
         }
-        rows = filteredRows(dataSet_, filters, decimalPoint_);
+        rows = filteredRows(dataSet_, filters);
     }
     std::vector<RowOrderKey> keys;
     for (const SortColumn& sort : sortColumns_) {

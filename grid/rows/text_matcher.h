@@ -4,6 +4,10 @@
 
 #include <QString>
 
+#include <cstdint>
+#include <string>
+#include <string_view>
+
 namespace db {
 class DataSet;
 class Field;
@@ -23,19 +27,24 @@ struct TextRange {
 /// gone through.
 class TextMatcher final {
 public:
-    TextMatcher(const QString& text, QChar decimalPoint);
+    explicit TextMatcher(const QString& text);
 
     [[nodiscard]] bool isEmpty() const { return length_ == 0; }
     /// The first occurrence in the shown value; an empty range when there is none.
     [[nodiscard]] TextRange findIn(const db::DataSet& dataSet, int row, const db::Field& field) const;
+    /// The same in a text as it is held.
+    [[nodiscard]] TextRange findIn(std::string_view text) const;
+    /// The same in a number of so many fraction digits.
+    [[nodiscard]] TextRange findIn(std::int64_t units, int digits) const;
 
 private:
+    [[nodiscard]] TextRange rangeFrom(std::size_t found) const;
+
     qsizetype length_;
-    QChar decimalPoint_;
     bool mayBeInText_; // the code page has all its letters
     bool mayBeInNumber_;
     collation::Needle needle_;
-    QString number_; // the text with the numbers' decimal point
+    std::string number_; // the text with a point for a comma
 };
 
 } // namespace grid

@@ -134,7 +134,7 @@ void TreeModel::setSearch(const QString& text) {
         search_.reset();
         structure_.showAll();
     } else {
-        search_.emplace(text, decimalPoint_);
+        search_.emplace(text);
         applySearch();
     }
     endResetModel();

@@ -37,6 +37,9 @@ QString columnInWords(const Column& column, const ColumnFilter& filter, QChar de
     if (!filter.containedText.isEmpty()) {
         parts.append(name + QStringLiteral(" содержит «") + filter.containedText + u'»');
     }
+    if (filter.condition) {
+        parts.append(name + u' ' + filter.condition->inWords());
+    }
     if (filter.rule != ColumnFilter::Values::Any) {
         const QString values = valuesInWords(filter, *column.field(), decimalPoint);
         const bool isOnly = filter.rule == ColumnFilter::Values::Only;

@@ -3,6 +3,7 @@
 #include "db/field.h"
 #include "grid/rows/column.h"
 
+#include <QAccessible>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -24,19 +25,31 @@ constexpr int widestList = 560;
 } // namespace
 
 FilterPopup::FilterPopup(const Column& column, DistinctValues values, const ColumnFilter& present,
-                         QChar decimalPoint, QWidget* parent)
-    : QFrame(parent, Qt::Popup), values_(std::move(values)) {
+                         bool takesConditions, QChar decimalPoint, QWidget* parent)
+    : QFrame(parent, Qt::Popup), values_(std::move(values)), takesConditions_(takesConditions) {
     setObjectName(column.objectName() + QStringLiteral("Filter"));
     setAccessibleName(QStringLiteral("Фильтр: ") + column.headerText());
     setAttribute(Qt::WA_DeleteOnClose);
     setFrameShape(StyledPanel);
     setFont(parent->font()); // windows do not inherit it
 
-    text_ = new QLineEdit(present.containedText, this);
+    text_ = new QLineEdit(present.condition ? present.condition->text() : present.containedText, this);
     text_->setObjectName(QStringLiteral("FilterText"));
     text_->setClearButtonEnabled(true);
-    auto* const textLabel = new QLabel(QStringLiteral("Содержит &текст:"), this);
+    auto* const textLabel = new QLabel(this);
     textLabel->setBuddy(text_);
+    if (takesConditions_) {
+        textLabel->setText(QStringLiteral("Содержит &текст или условие:"));
+        text_->setPlaceholderText(QStringLiteral("12,5 или >1000 или 1000~5000"));
+        text_->setToolTip(QStringLiteral("Условия: >1000 >=1000 <1000 <=1000 =1000 <>1000 1000~5000\n"
+                                         "Несколько через пробел должны выполняться вместе"));
+    } else {
+        textLabel->setText(QStringLiteral("Содержит &текст:"));
+    }
+    word_ = new QLabel(this);
+    word_->setObjectName(QStringLiteral("FilterWord"));
+    word_->setTextFormat(Qt::PlainText);
+    word_->setWordWrap(true);
     list_ = new QListWidget(this);
     list_->setObjectName(QStringLiteral("FilterValues"));
     list_->setAccessibleName(QStringLiteral("Значения"));
@@ -48,18 +61,20 @@ FilterPopup::FilterPopup(const Column& column, DistinctValues values, const Colu
     const int wanted = list_->sizeHintForColumn(0) + list_->verticalScrollBar()->sizeHint().width() +
                        2 * list_->frameWidth();
     list_->setMinimumWidth(std::clamp(wanted, listSize.width(), widestList));
-    auto* const ok = new QPushButton(QStringLiteral("ОК"), this);
+    ok_ = new QPushButton(QStringLiteral("ОК"), this);
+    ok_->setObjectName(QStringLiteral("FilterOk"));
     auto* const cancel = new QPushButton(QStringLiteral("Отмена"), this);
 
     auto* const buttons = new QHBoxLayout;
     buttons->addStretch();
-    for (QPushButton* const button : {ok, cancel}) {
+    for (QPushButton* const button : {ok_, cancel}) {
         button->setAutoDefault(true); // Enter presses the button in focus
         buttons->addWidget(button);
     }
     auto* const layout = new QVBoxLayout(this);
     layout->addWidget(textLabel);
     layout->addWidget(text_);
+    layout->addWidget(word_);
     layout->addWidget(list_);
     if (!values_.complete) {
         layout->addWidget(new QLabel(QStringLiteral("Показаны первые значения: %1")
@@ -79,10 +94,34 @@ FilterPopup::FilterPopup(const Column& column, DistinctValues values, const Colu
             item->setCheckState(item->checkState() == Qt::Checked ? Qt::Unchecked : Qt::Checked);
         }
     });
-    connect(ok, &QPushButton::clicked, this, &FilterPopup::accept);
+    connect(ok_, &QPushButton::clicked, this, &FilterPopup::accept);
     connect(cancel, &QPushButton::clicked, this, &QWidget::close);
+    connect(text_, &QLineEdit::textChanged, this, &FilterPopup::readText);
     text_->setFocus();
     text_->selectAll();
+    readText();
+}
+
+void FilterPopup::readText() {
+    condition_.reset();
+    QString mistake;
+    if (takesConditions_ && NumberCondition::isMeantBy(text_->text())) {
+        NumberCondition::Reading reading = NumberCondition::read(text_->text());
+        condition_ = std::move(reading.condition);
+        mistake = reading.mistake;
+    }
+    showWord(mistake);
+    ok_->setEnabled(mistake.isEmpty());
+}
+
+void FilterPopup::showWord(const QString& word) {
+    if (word == word_->text()) {
+        return;
+    }
+    word_->setText(word);
+    text_->setAccessibleDescription(word);
+    QAccessibleEvent event(word_, QAccessible::Alert);
+    QAccessible::updateAccessibility(&event);
 }
 
 void FilterPopup::addItem(const QString& text, bool checked) {
@@ -129,7 +168,11 @@ void FilterPopup::takeCheck(QListWidgetItem* changed) {
 
 ColumnFilter FilterPopup::chosenFilter() const {
     ColumnFilter filter;
-    filter.containedText = text_->text();
+    if (condition_) {
+        filter.condition = condition_;
+    } else {
+        filter.containedText = text_->text();
+    }
     if (isChecked(0)) {
         return filter;
     }
@@ -151,6 +194,9 @@ ColumnFilter FilterPopup::chosenFilter() const {
 }
 
 void FilterPopup::accept() {
+    if (!ok_->isEnabled()) {
+        return;
+    }
     const ColumnFilter filter = chosenFilter();
     close();
     emit accepted(filter);

@@ -4,9 +4,11 @@
 
 #include <QFrame>
 
+class QLabel;
 class QLineEdit;
 class QListWidget;
 class QListWidgetItem;
+class QPushButton;
 
 namespace grid {
 
@@ -19,9 +21,9 @@ class FilterPopup final : public QFrame {
 
 public:
     /// `values` are offered, those of the filter in force, `present`, among them. The column must have a
-    /// field.
-    FilterPopup(const Column& column, DistinctValues values, const ColumnFilter& present, QChar decimalPoint,
-                QWidget* parent);
+    /// field. `takesConditions` tells whether a text such as ">1000" compares numbers.
+    FilterPopup(const Column& column, DistinctValues values, const ColumnFilter& present,
+                bool takesConditions, QChar decimalPoint, QWidget* parent);
 
 signals:
     /// The user wants this filter.
@@ -36,10 +38,16 @@ private:
     void takeCheck(QListWidgetItem* changed);
     [[nodiscard]] bool isChecked(int item) const;
     [[nodiscard]] ColumnFilter chosenFilter() const;
+    void readText();
+    void showWord(const QString& word);
     void accept();
 
     DistinctValues values_;
+    bool takesConditions_;
+    std::optional<NumberCondition> condition_; // what the text says, if it is one
     QLineEdit* text_;
+    QLabel* word_;
+    QPushButton* ok_;
     QListWidget* list_; // all, then the values, then the others if the values are not complete
     const QListWidgetItem* changed_ = nullptr; // by the latest click or key
 };

@@ -86,7 +86,7 @@ const Column* TableView::footerColumn() const {
 void TableView::setMarkedText(const QString& text) {
     marked_.reset();
     if (!text.isEmpty()) {
-        marked_.emplace(text, model_->decimalPoint());
+        marked_.emplace(text);
     }
     viewport()->update();
 }
@@ -133,7 +133,8 @@ void TableView::openFilter(int column) {
     const ColumnFilter present = found == model_->filters().end() ? ColumnFilter() : found->second;
     auto* const popup = new FilterPopup(
         source, distinctValues(model_->dataSet(), *source.field(), present.values, filterValueLimit), present,
-        model_->decimalPoint(), this);
+        present.condition || takesConditions(model_->dataSet(), *source.field()), model_->decimalPoint(),
+        this);
     connect(popup, &FilterPopup::accepted, this,
             [this, column](const ColumnFilter& filter) { model_->setFilter(column, filter); });
     connect(popup, &QObject::destroyed, this, &TableView::filterClosed);

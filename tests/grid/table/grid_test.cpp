@@ -77,6 +77,11 @@ const QString manyRows = QStringLiteral(
     "cast(iif(mod(A.I * 4 + B.I, 100) = 99, rpad('', 1000, 'длинное имя '), 'имя ' || (A.I * 4 + B.I)) "
     "as varchar(1000)) NAME, cast(A.I / 7.00 as numeric(18,2)) PRICE from N A join N B on B.I < 4");
 
+/// The materials of the sample catalog, %1 as NAME; a condition and an order may follow.
+const QString materials =
+    "select ID, KOD, cast(%1 as varchar(1000)) NAME, cast(CMETNAY as numeric(18,2)) PRICE "
+    "from TERKATALOGKTC_TABLE where PER='202403' and REGIONID=11 ";
+
 /// A grid over a query, on screen.
 class GridTest : public testing::Test {
 protected:
@@ -109,6 +114,18 @@ protected:
         QStringList texts;
         for (int row = 0; row < model().rowCount(); ++row) {
             texts.append(model().text(row, 0));
+        }
+        return texts.join(u' ');
+    }
+
+    /// The values of ID in the server's own answer.
+    QString serverIds(const QString& nameField, const QString& conditionAndOrder) {
+        reference.close();
+        reference.setSql({materials.arg(nameField) + conditionAndOrder});
+        reference.open();
+        QStringList texts;
+        for (int row = 0; row < reference.rowCount(); ++row) {
+            texts.append(reference.text(row, reference.field("ID")));
         }
         return texts.join(u' ');
     }
@@ -269,26 +286,13 @@ TEST_F(GridTest, KeepsChosenValuesThatOtherRowsLack) {
 }
 
 TEST_F(GridTest, AgreesWithTheServerOnOrderAndFilter) {
-    const QString rows =
-        "select ID, KOD, cast(%1 as varchar(1000)) NAME, cast(CMETNAY as numeric(18,2)) PRICE "
-        "from TERKATALOGKTC_TABLE where PER='202403' and REGIONID=11 ";
-    open(rows.arg("NAME") + "order by KOD, ID");
+    open(materials.arg("NAME") + "order by KOD, ID");
     ASSERT_GT(model().rowCount(), 1000);
-    const auto serverIds = [&](const QString& field, const QString& conditionAndOrder) {
-        reference.close();
-        reference.setSql({rows.arg(field) + conditionAndOrder});
-        reference.open();
-        QStringList texts;
-        for (int row = 0; row < reference.rowCount(); ++row) {
-            texts.append(reference.text(row, reference.field("ID")));
-        }
-        return texts.join(u' ');
-    };
     // Beginnings of names, in which the server sees no numbers, and few classes on many rows, some of them
     // NULL: equal keys keep the order of the dataset.
     for (const QString field : {"substring(NAME from 1 for 9)", "KLASSGR"}) {
         dataSet.close();
-        dataSet.setSql({rows.arg(field) + "order by KOD, ID"});
+        dataSet.setSql({materials.arg(field) + "order by KOD, ID"});
         dataSet.open();
         ASSERT_NE(serverIds(field, QString("and %1 is null order by KOD, ID").arg(field)), "");
         for (const bool descending : {false, true}) {
@@ -303,7 +307,7 @@ TEST_F(GridTest, AgreesWithTheServerOnOrderAndFilter) {
         model().sortBy({});
     }
     dataSet.close();
-    dataSet.setSql({rows.arg("NAME") + "order by KOD, ID"});
+    dataSet.setSql({materials.arg("NAME") + "order by KOD, ID"});
     dataSet.open();
     model().setFilter(name, {.containedText = "бЕТОН", .values = {}});
     const QString concrete = serverIds("NAME", "and NAME containing 'бетон' order by KOD, ID");
@@ -315,6 +319,71 @@ TEST_F(GridTest, AgreesWithTheServerOnOrderAndFilter) {
     model().setFilter(price, {"", ColumnFilter::Values::AllBut, {CellValue()}});
     EXPECT_EQ(footer(), test::sqlValue(test::sampleServer, "select count(CMETNAY) from TERKATALOGKTC_TABLE "
                                                            "where PER='202403' and REGIONID=11"));
+}
+
+TEST_F(GridTest, AgreesWithTheServerOnConditions) {
+    open(materials.arg("BRUTTO") + "order by KOD, ID");
+    constexpr std::array conditions{
+        std::pair(">1000", "%1 > 1000"),
+        std::pair(">=1012.55", "%1 >= 1012.55"),
+        std::pair("<1012,555", "%1 < 1012.555"),
+        std::pair("<=99,9", "%1 <= 99.9"),
+        std::pair("=1,0710", "%1 = 1.0710"),
+        std::pair("<>3", "%1 <> 3"),
+        std::pair("0,0004~1.071", "%1 between 0.0004 and 1.071"),
+        std::pair("1000~5000 <>2000 <4000", "%1 between 1000 and 5000 and %1 <> 2000 and %1 < 4000"),
+    };
+    for (const auto& [text, onServer] : conditions) {
+        for (const auto& [column, value] :
+             {std::pair(price, "CMETNAY"),
+              std::pair(name, "cast(replace(BRUTTO, ',', '.') as numeric(18,4))")}) {
+            const QString expected =
+                serverIds("BRUTTO", "and " + QString(onServer).arg(value) + " order by KOD, ID");
+            model().clearFilters();
+            model().setFilter(column, {"", {}, {}, NumberCondition::read(text).condition});
+            EXPECT_EQ(ids(), expected) << text << " of " << value;
+        }
+    }
+}
+
+TEST_F(GridTest, TakesTypedConditions) {
+    open(fewRows);
+    const auto type = [&](int column, const char* keys) -> QWidget& {
+        view().openFilter(column);
+        auto& popup = *QApplication::activePopupWidget();
+        auto* const text = popup.findChild<QLineEdit*>("FilterText");
+        QTest::keyClick(text, Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(text, keys);
+        return popup;
+    };
+    auto& popup = type(price, ">1 000");
+    auto* const text = popup.findChild<QLineEdit*>("FilterText");
+    auto* const ok = popup.findChild<QPushButton*>("FilterOk");
+    EXPECT_EQ(popup.findChild<QLabel*>("FilterWord")->text(), "Перед «000» нужен знак: > < = <>");
+    EXPECT_EQ(text->accessibleDescription(), "Перед «000» нужен знак: > < = <>");
+    EXPECT_FALSE(ok->isEnabled());
+    QTest::keyClick(text, Qt::Key_Return);
+    EXPECT_TRUE(popup.isVisible());
+    for (int i = 0; i < 4; ++i) {
+        QTest::keyClick(text, Qt::Key_Backspace);
+    }
+    QTest::keyClicks(text, "0 <>12.50");
+    EXPECT_TRUE(ok->isEnabled());
+    QTest::mouseClick(ok, Qt::LeftButton);
+    EXPECT_EQ(ids(), "3");
+    EXPECT_EQ(child<QLabel>("FilterBarWords").text(), "«Цена» больше 10 и не равно 12.50");
+
+    // The field shows the condition again; a text without a sign is searched for.
+    view().openFilter(price);
+    EXPECT_EQ(QApplication::activePopupWidget()->findChild<QLineEdit*>("FilterText")->text(), ">10 <>12.50");
+    QApplication::activePopupWidget()->close();
+    QTest::keyClick(type(price, "05").findChild<QLineEdit*>("FilterText"), Qt::Key_Return);
+    EXPECT_EQ(ids(), "5");
+    model().clearFilters();
+
+    // In texts that are no numbers the signs are letters like any other.
+    QTest::keyClick(type(name, ">1").findChild<QLineEdit*>("FilterText"), Qt::Key_Return);
+    EXPECT_EQ(model().filters().at(name).containedText, ">1");
 }
 
 TEST_F(GridTest, SortsByClicksOnTheHeader) {

@@ -1,7 +1,6 @@
 #include "grid/rows/row_filter.h"
 
 #include "db/data_set.h"
-#include "grid/rows/collation.h"
 #include "grid/rows/text_matcher.h"
 
 #include <algorithm>
@@ -10,16 +9,6 @@
 
 namespace grid {
 namespace {
-
-bool standsBefore(const CellValue& left, const CellValue& right) {
-    const auto* leftText = std::get_if<std::string>(&left);
-    const auto* rightText = std::get_if<std::string>(&right);
-    if (leftText && rightText) {
-        const int order = collation::compare(*leftText, *rightText);
-        return order != 0 ? order < 0 : *leftText < *rightText;
-    }
-    return left < right;
-}
 
 /// A column's filter made ready for many rows.
 class Check final {
@@ -98,30 +87,6 @@ bool takesConditions(const db::DataSet& dataSet, const db::Field& field) {
         }
     }
     return numbers > others;
-}
-
-DistinctValues distinctValues(const db::DataSet& dataSet, const db::Field& field,
-                              const std::set<CellValue>& alwaysListed, std::size_t limit) {
-    std::unordered_set<CellView> seen;
-    DistinctValues result;
-    for (const CellValue& value : alwaysListed) {
-        seen.insert(toView(value));
-        result.values.push_back(value);
-    }
-    for (int row = 0; row < dataSet.rowCount() && result.complete; ++row) {
-        const CellView value = cellView(dataSet.rows(), row, field);
-        if (seen.contains(value)) {
-            continue;
-        }
-        if (seen.size() >= limit) {
-            result.complete = false;
-        } else {
-            seen.insert(value);
-            result.values.push_back(toValue(value));
-        }
-    }
-    std::ranges::sort(result.values, standsBefore);
-    return result;
 }
 
 } // namespace grid

@@ -45,15 +45,4 @@ struct FieldFilter {
 /// Whether number conditions make sense for a field: it is a number, or most of its texts are.
 [[nodiscard]] bool takesConditions(const db::DataSet& dataSet, const db::Field& field);
 
-/// Values that occur in a column.
-struct DistinctValues {
-    std::vector<CellValue> values; ///< in the order of a sorted column
-    bool complete = true;          ///< false when there are more
-};
-
-/// The values of a column, at most `limit`. Those `alwaysListed` are among them whether the rows hold them or
-/// not, and even beyond the limit.
-[[nodiscard]] DistinctValues distinctValues(const db::DataSet& dataSet, const db::Field& field,
-                                            const std::set<CellValue>& alwaysListed, std::size_t limit);
-
 } // namespace grid

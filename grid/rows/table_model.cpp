@@ -99,17 +99,7 @@ void TableModel::arrange() {
     if (!dataSet_.isOpen() || (sortColumns_.empty() && filters_.empty())) {
         return;
     }
-    std::vector<std::int32_t> rows;
-    if (filters_.empty()) {
-        rows.resize(static_cast<std::size_t>(dataSet_.rowCount()));
-        std::iota(rows.begin(), rows.end(), 0);
-    } else {
-        std::vector<FieldFilter> filters;
-        for (const auto& [columnIndex, filter] : filters_) {
-            filters.push_back({column(columnIndex).field(), &filter});
-        }
-        rows = filteredRows(dataSet_, filters);
-    }
+    std::vector<std::int32_t> rows = rowsLeftBy(filters_);
     std::vector<RowOrderKey> keys;
     for (const SortColumn& sort : sortColumns_) {
         const db::Field& field = *column(sort.column).field();
@@ -118,6 +108,26 @@ void TableModel::arrange() {
     sortRows(rows, dataSet_.rows(), keys);
     rows.shrink_to_fit();
     order_ = std::move(rows);
+}
+
+std::vector<std::int32_t> TableModel::rowsLeftBy(const std::map<int, ColumnFilter>& filters) const {
+    if (filters.empty()) {
+        std::vector<std::int32_t> rows(static_cast<std::size_t>(dataSet_.rowCount()));
+        std::iota(rows.begin(), rows.end(), 0);
+        return rows;
+    }
+    std::vector<FieldFilter> fieldFilters;
+    for (const auto& [columnIndex, filter] : filters) {
+        fieldFilters.push_back({column(columnIndex).field(), &filter});
+    }
+    return filteredRows(dataSet_, fieldFilters);
+}
+
+std::vector<CountedValue> TableModel::valuesToFilter(int columnIndex) const {
+    std::map<int, ColumnFilter> others = filters_;
+    const auto own = others.extract(columnIndex);
+    return distinctValues(dataSet_, *column(columnIndex).field(), rowsLeftBy(others),
+                          own ? own.mapped().values : std::set<CellValue>());
 }
 
 } // namespace grid

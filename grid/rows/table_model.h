@@ -1,5 +1,6 @@
 #pragma once
 
+#include "grid/rows/distinct_values.h"
 #include "grid/rows/row_filter.h"
 
 #include <QAbstractTableModel>
@@ -63,6 +64,9 @@ public:
     void setFilter(int column, ColumnFilter filter);
     /// Takes all filters away.
     void clearFilters();
+    /// The values of a column, which must have a field, in the rows that the filters of the other columns
+    /// leave; those of its own filter are always among them.
+    [[nodiscard]] std::vector<CountedValue> valuesToFilter(int column) const;
     /// The filters in force by column.
     [[nodiscard]] const std::map<int, ColumnFilter>& filters() const { return filters_; }
 
@@ -73,6 +77,7 @@ signals:
 private:
     void rearrange();
     void arrange();
+    [[nodiscard]] std::vector<std::int32_t> rowsLeftBy(const std::map<int, ColumnFilter>& filters) const;
 
     db::DataSet& dataSet_;
     std::vector<Column*> columns_;

@@ -1,28 +1,30 @@
 #pragma once
 
+#include "grid/rows/filter_values.h"
 #include "grid/rows/row_filter.h"
 
 #include <QFrame>
 
+#include <vector>
+
 class QLabel;
 class QLineEdit;
-class QListWidget;
-class QListWidgetItem;
 class QPushButton;
 
 namespace grid {
 
 class Column;
+class FilterList;
 
-/// The window in which the user chooses what a column must hold: a text, or some of its values. Closes and
-/// deletes itself.
+/// The window in which the user chooses what a column must hold: a text, a number condition, or some of its
+/// values, of which the text or the condition leaves some to choose from. Closes and deletes itself.
 class FilterPopup final : public QFrame {
     Q_OBJECT
 
 public:
     /// `values` are offered, those of the filter in force, `present`, among them. The column must have a
     /// field. `takesConditions` tells whether a text such as ">1000" compares numbers.
-    FilterPopup(const Column& column, DistinctValues values, const ColumnFilter& present,
+    FilterPopup(const Column& column, std::vector<CountedValue> values, const ColumnFilter& present,
                 bool takesConditions, QChar decimalPoint, QWidget* parent);
 
 signals:
@@ -33,23 +35,20 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
-    void addItem(const QString& text, bool checked);
-    void addItems(const db::Field& field, const ColumnFilter& present, QChar decimalPoint);
-    void takeCheck(QListWidgetItem* changed);
-    [[nodiscard]] bool isChecked(int item) const;
-    [[nodiscard]] ColumnFilter chosenFilter() const;
+    void layOut();
     void readText();
-    void showWord(const QString& word);
+    void judge();
+    void showWord(const QString& word, bool isObjection);
     void accept();
 
-    DistinctValues values_;
+    FilterValues values_;
     bool takesConditions_;
-    std::optional<NumberCondition> condition_; // what the text says, if it is one
+    ColumnFilter typed_; // what the text says
+    QString mistake_;    // or why it says nothing
     QLineEdit* text_;
     QLabel* word_;
+    FilterList* list_;
     QPushButton* ok_;
-    QListWidget* list_; // all, then the values, then the others if the values are not complete
-    const QListWidgetItem* changed_ = nullptr; // by the latest click or key
 };
 
 } // namespace grid

@@ -16,9 +16,6 @@
 namespace grid {
 namespace {
 
-/// Values that a filter offers for choosing one by one.
-constexpr std::size_t filterValueLimit = 1000;
-
 QColor mixed(const QColor& first, const QColor& second, double share) {
     const auto mix = [share](int one, int other) { return qRound(one * share + other * (1 - share)); };
     return {mix(first.red(), second.red()), mix(first.green(), second.green()),
@@ -131,10 +128,9 @@ void TableView::openFilter(int column) {
     }
     const auto found = model_->filters().find(column);
     const ColumnFilter present = found == model_->filters().end() ? ColumnFilter() : found->second;
-    auto* const popup = new FilterPopup(
-        source, distinctValues(model_->dataSet(), *source.field(), present.values, filterValueLimit), present,
-        present.condition || takesConditions(model_->dataSet(), *source.field()), model_->decimalPoint(),
-        this);
+    const bool comparesNumbers = present.condition || takesConditions(model_->dataSet(), *source.field());
+    auto* const popup = new FilterPopup(source, model_->valuesToFilter(column), present, comparesNumbers,
+                                        model_->decimalPoint(), this);
     connect(popup, &FilterPopup::accepted, this,
             [this, column](const ColumnFilter& filter) { model_->setFilter(column, filter); });
     connect(popup, &QObject::destroyed, this, &TableView::filterClosed);

@@ -5,6 +5,7 @@
 #include "db/data_source.h"
 #include "db/transaction.h"
 #include "grid/rows/column.h"
+#include "grid/rows/filter_values.h"
 #include "grid/rows/table_model.h"
 #include "grid/table/grid.h"
 #include "grid/table/table_find_bar.h"
@@ -22,7 +23,7 @@
 #include <QHelpEvent>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
+#include <QListView>
 #include <QMimeData>
 #include <QPushButton>
 #include <QScrollBar>
@@ -130,6 +131,40 @@ protected:
         return texts.join(u' ');
     }
 
+    /// The list of the open filter: ticks, values and numbers of rows.
+    QString offered() {
+        const QAbstractItemModel& values = *part<QListView>("FilterValues").model();
+        QStringList items;
+        for (int row = 0; row < values.rowCount(); ++row) {
+            const QModelIndex index = values.index(row, 0);
+            const auto tick = QStringView(u" -x").at(index.data(Qt::CheckStateRole).toInt());
+            items.append(QStringLiteral("[%1]%2 %3")
+                             .arg(tick)
+                             .arg(index.data().toString())
+                             .arg(index.data(FilterValues::rowsRole).toInt()));
+        }
+        return items.join(QStringLiteral(", "));
+    }
+
+    void clickValue(int row, int x) {
+        auto& list = part<QListView>("FilterValues");
+        const QRect place = list.visualRect(list.model()->index(row, 0));
+        QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, {place.left() + x, place.center().y()});
+    }
+
+    /// A part of the open filter.
+    template <typename Widget>
+    Widget& part(const char* objectName) {
+        return *QApplication::activePopupWidget()->findChild<Widget*>(QString::fromLatin1(objectName));
+    }
+
+    /// Opens a filter and types over what its field holds.
+    void typeIntoFilter(int column, const char* keys) {
+        view().openFilter(column);
+        QTest::keyClick(&part<QLineEdit>("FilterText"), Qt::Key_A, Qt::ControlModifier);
+        QTest::keyClicks(&part<QLineEdit>("FilterText"), keys);
+    }
+
     void clickHeader(int column, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
         const int x = view().header().sectionViewportPosition(column) + 12;
         QTest::mouseClick(view().header().viewport(), Qt::LeftButton, modifiers,
@@ -223,18 +258,12 @@ TEST_F(GridTest, OffersTheFilterByKeyboardAndTakesItAwayByButton) {
     EXPECT_FALSE(child<QWidget>("FilterBar").isVisible());
     QTest::keyClick(&view(), Qt::Key_Right);
     QTest::keyClick(&view(), Qt::Key_Down, Qt::AltModifier);
-    auto* popup = child<QWidget>("ViewNAMEFilter").findChild<QListWidget*>("FilterValues");
-    QStringList items;
-    for (int i = 0; i < popup->count(); ++i) {
-        items.append(popup->item(i)->text());
-    }
-    EXPECT_EQ(items, QStringList({"(Все)", "(Пустые)", "БЕТОН", "бетон \"М400\"", "Щебень"}));
+    EXPECT_EQ(offered(), "[x](Все) 5, [x](Пустые) 2, [x]БЕТОН 1, [x]бетон \"М400\" 1, [x]Щебень 1");
     // On the text of an item and on its box.
-    popup->item(0)->setCheckState(Qt::Unchecked);
-    for (const auto& [item, x] : {std::pair(1, 60), {4, 10}, {3, 60}, {3, 10}}) {
-        const QRect place = popup->visualItemRect(popup->item(item));
-        QTest::mouseClick(popup->viewport(), Qt::LeftButton, {}, {place.left() + x, place.center().y()});
+    for (const auto& [item, x] : {std::pair(0, 10), {1, 60}, {4, 10}, {3, 60}, {3, 10}}) {
+        clickValue(item, x);
     }
+    EXPECT_EQ(offered(), "[-](Все) 5, [x](Пустые) 2, [ ]БЕТОН 1, [ ]бетон \"М400\" 1, [x]Щебень 1");
     QTest::keyClick(child<QWidget>("ViewNAMEFilter").findChild<QLineEdit*>("FilterText"), Qt::Key_Return);
     EXPECT_EQ(ids(), "1 2 4");
     EXPECT_EQ(child<QLabel>("FilterBarWords").text(), "«Наименование» равно (Пустые), «Щебень»");
@@ -348,42 +377,98 @@ TEST_F(GridTest, AgreesWithTheServerOnConditions) {
 
 TEST_F(GridTest, TakesTypedConditions) {
     open(fewRows);
-    const auto type = [&](int column, const char* keys) -> QWidget& {
-        view().openFilter(column);
-        auto& popup = *QApplication::activePopupWidget();
-        auto* const text = popup.findChild<QLineEdit*>("FilterText");
-        QTest::keyClick(text, Qt::Key_A, Qt::ControlModifier);
-        QTest::keyClicks(text, keys);
-        return popup;
-    };
-    auto& popup = type(price, ">1 000");
-    auto* const text = popup.findChild<QLineEdit*>("FilterText");
-    auto* const ok = popup.findChild<QPushButton*>("FilterOk");
-    EXPECT_EQ(popup.findChild<QLabel*>("FilterWord")->text(), "Перед «000» нужен знак: > < = <>");
-    EXPECT_EQ(text->accessibleDescription(), "Перед «000» нужен знак: > < = <>");
-    EXPECT_FALSE(ok->isEnabled());
-    QTest::keyClick(text, Qt::Key_Return);
-    EXPECT_TRUE(popup.isVisible());
+    const auto press = [&](Qt::Key key) { QTest::keyClick(&part<QLineEdit>("FilterText"), key); };
+    typeIntoFilter(price, ">1 000");
+    const QString mistake = "Перед «000» нужен знак: > < = <>";
+    EXPECT_EQ(part<QLabel>("FilterWord").text(), mistake);
+    EXPECT_EQ(part<QLineEdit>("FilterText").accessibleDescription(), mistake);
+    EXPECT_FALSE(part<QPushButton>("FilterOk").isEnabled());
+    press(Qt::Key_Return);
+    ASSERT_NE(QApplication::activePopupWidget(), nullptr);
     for (int i = 0; i < 4; ++i) {
-        QTest::keyClick(text, Qt::Key_Backspace);
+        press(Qt::Key_Backspace);
     }
-    QTest::keyClicks(text, "0 <>12.50");
-    EXPECT_TRUE(ok->isEnabled());
-    QTest::mouseClick(ok, Qt::LeftButton);
+    QTest::keyClicks(&part<QLineEdit>("FilterText"), "0 <>12.50");
+    EXPECT_EQ(offered(), "[x](Все) 1, [x]1012,55 1");
+    QTest::mouseClick(&part<QPushButton>("FilterOk"), Qt::LeftButton);
     EXPECT_EQ(ids(), "3");
     EXPECT_EQ(child<QLabel>("FilterBarWords").text(), "«Цена» больше 10 и не равно 12.50");
 
     // The field shows the condition again; a text without a sign is searched for.
     view().openFilter(price);
-    EXPECT_EQ(QApplication::activePopupWidget()->findChild<QLineEdit*>("FilterText")->text(), ">10 <>12.50");
-    QApplication::activePopupWidget()->close();
-    QTest::keyClick(type(price, "05").findChild<QLineEdit*>("FilterText"), Qt::Key_Return);
+    EXPECT_EQ(part<QLineEdit>("FilterText").text(), ">10 <>12.50");
+    press(Qt::Key_Escape);
+    typeIntoFilter(price, "05");
+    press(Qt::Key_Return);
     EXPECT_EQ(ids(), "5");
-    model().clearFilters();
 
-    // In texts that are no numbers the signs are letters like any other.
-    QTest::keyClick(type(name, ">1").findChild<QLineEdit*>("FilterText"), Qt::Key_Return);
-    EXPECT_EQ(model().filters().at(name).containedText, ">1");
+    // Among texts that are no numbers the signs are letters like any other.
+    model().clearFilters();
+    typeIntoFilter(name, ">1");
+    EXPECT_EQ(part<QLabel>("FilterWord").text(), "Таких значений нет");
+    EXPECT_FALSE(part<QPushButton>("FilterOk").isEnabled());
+}
+
+TEST_F(GridTest, NarrowsTheValuesOfAFilter) {
+    open(QString(manyRows).replace("'имя '", "'щётка '"));
+    model().setFilter(kod, {"", {}, {}, NumberCondition::read("<>5 <2500").condition});
+    view().openFilter(name);
+    auto& list = part<QListView>("FilterValues");
+    EXPECT_EQ(part<QLabel>("FilterWord").text(), "Значений: 2475") << "what KOD leaves, long names as one";
+    QTest::keyClick(&part<QLineEdit>("FilterText"), Qt::Key_Down);
+    EXPECT_TRUE(list.hasFocus());
+    // Typing in the list goes to the field.
+    QTest::keyClicks(&list, "2");
+    QTest::keyClicks(&part<QLineEdit>("FilterText"), "49");
+    part<QLineEdit>("FilterText").setText("ЩЕТКА 249");
+    EXPECT_TRUE(offered().startsWith("[x](Все) 10, [x]щётка 249 1, [x]щётка 2490 1, [x]щётка 2491 1,"));
+    clickValue(2, 60);
+    QTest::mouseClick(&part<QPushButton>("FilterOk"), Qt::LeftButton);
+    EXPECT_EQ(footer(), "9");
+    EXPECT_EQ(child<QLabel>("FilterBarWords").text(),
+              "«Код» не равно 5 и меньше 2500 и «Наименование» содержит «ЩЕТКА 249» и «Наименование» кроме "
+              "«щётка 2490»");
+
+    // Values that neither the other filters nor the rows have stay unticked in their filter.
+    model().setFilter(kod, {"", {}, {}, NumberCondition::read("249~2489").condition});
+    view().openFilter(name);
+    EXPECT_EQ(offered(), "[-](Все) 1, [x]щётка 249 1, [ ]щётка 2490 0");
+    QTest::keyClick(&list, Qt::Key_Escape);
+}
+
+TEST_F(GridTest, TicksMeanTheseOrAllButThese) {
+    open(fewRows);
+    using enum ColumnFilter::Values;
+    const auto choose = [&](std::initializer_list<int> clicked) -> ColumnFilter {
+        view().openFilter(name);
+        for (const int row : clicked) {
+            clickValue(row, 60);
+        }
+        QTest::mouseClick(&part<QPushButton>("FilterOk"), Qt::LeftButton);
+        const auto found = model().filters().find(name);
+        return found == model().filters().end() ? ColumnFilter() : found->second;
+    };
+    ColumnFilter chosen = choose({4});
+    EXPECT_EQ(chosen.rule, AllBut);
+    EXPECT_EQ(chosen.values, (std::set<CellValue>{base::win1251::encode(u"Щебень").toStdString()}));
+    EXPECT_EQ(ids(), "2 3 4 5");
+    // All ticked again: no filter.
+    EXPECT_TRUE(choose({4}).isEmpty());
+    chosen = choose({0, 4});
+    EXPECT_EQ(chosen.rule, Only);
+    EXPECT_EQ(ids(), "1");
+    // The half-ticked first row ticks all; of two values, one taken from all means all but it.
+    model().setFilter(price, {"", AllBut, {CellValue(), std::int64_t{-300}, std::int64_t{5}}});
+    chosen = choose({0, 1});
+    EXPECT_EQ(chosen.rule, AllBut);
+
+    view().openFilter(name);
+    clickValue(0, 60);
+    clickValue(0, 60);
+    EXPECT_EQ(part<QLabel>("FilterWord").text(), "Не выбрано ни одного значения");
+    EXPECT_FALSE(part<QPushButton>("FilterOk").isEnabled());
+    clickValue(1, 10);
+    EXPECT_TRUE(part<QPushButton>("FilterOk").isEnabled());
 }
 
 TEST_F(GridTest, SortsByClicksOnTheHeader) {

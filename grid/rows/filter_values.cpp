@@ -127,7 +127,10 @@ QVariant FilterValues::data(const QModelIndex& index, int role) const {
     case Qt::CheckStateRole:
         return stateOf(row);
     case Qt::AccessibleDescriptionRole:
-        return QStringLiteral("Строк: %1").arg(rowsOf(row));
+        // Qt has no word for a half-ticked item of a list.
+        return (stateOf(row) == Qt::PartiallyChecked ? QStringLiteral("Выбраны не все, строк: %1")
+                                                     : QStringLiteral("Строк: %1"))
+            .arg(rowsOf(row));
     case rowsRole:
         return rowsOf(row);
     default:

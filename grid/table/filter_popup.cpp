@@ -94,23 +94,32 @@ void FilterPopup::readText() {
     judge();
 }
 
-/// Says what is in the list, or why it cannot be accepted.
 void FilterPopup::judge() {
-    const bool offersNone = values_.valueCount() == 0; // there is nothing that could be ticked
-    const bool isObjection = !mistake_.isEmpty() || (!offersNone && values_.tickedCount() == 0);
-    ok_->setEnabled(!isObjection);
+    const QString why = objection();
+    ok_->setEnabled(why.isEmpty());
+    showWord(why.isEmpty() ? listInWords() : why, !why.isEmpty());
+}
+
+QString FilterPopup::objection() const {
     if (!mistake_.isEmpty()) {
-        showWord(mistake_, isObjection);
-    } else if (!offersNone && values_.leftCount() == 0) {
-        showWord(QStringLiteral("Таких значений нет"), isObjection);
-    } else if (isObjection) {
-        showWord(QStringLiteral("Не выбрано ни одного значения"), isObjection);
-    } else if (values_.leftCount() < values_.valueCount()) {
-        showWord(QStringLiteral("Значений: %1 из %2").arg(values_.leftCount()).arg(values_.valueCount()),
-                 isObjection);
-    } else {
-        showWord(QStringLiteral("Значений: %1").arg(values_.valueCount()), isObjection);
+        return mistake_;
     }
+    if (values_.tickedCount() > 0 || values_.valueCount() == 0) {
+        return {};
+    }
+    return values_.leftCount() == 0 ? QStringLiteral("Таких значений нет")
+                                    : QStringLiteral("Не выбрано ни одного значения");
+}
+
+QString FilterPopup::listInWords() const {
+    QString words = QStringLiteral("Значений: %1").arg(values_.leftCount());
+    if (values_.leftCount() < values_.valueCount()) {
+        words += QStringLiteral(" из %1").arg(values_.valueCount());
+    }
+    if (values_.tickedCount() < values_.leftCount()) {
+        words += QStringLiteral(", выбрано: %1").arg(values_.tickedCount());
+    }
+    return words;
 }
 
 void FilterPopup::showWord(const QString& word, bool isObjection) {

@@ -38,6 +38,9 @@ private:
     void layOut();
     void readText();
     void judge();
+    /// Why the filter cannot be accepted; empty when it can.
+    [[nodiscard]] QString objection() const;
+    [[nodiscard]] QString listInWords() const;
     void showWord(const QString& word, bool isObjection);
     void accept();
 

@@ -469,6 +469,11 @@ TEST_F(GridTest, TicksMeanTheseOrAllButThese) {
     EXPECT_FALSE(part<QPushButton>("FilterOk").isEnabled());
     clickValue(1, 10);
     EXPECT_TRUE(part<QPushButton>("FilterOk").isEnabled());
+    EXPECT_EQ(part<QLabel>("FilterWord").text(), "Значений: 2, выбрано: 1");
+    QAccessibleInterface* const list =
+        QAccessible::queryAccessibleInterface(&part<QListView>("FilterValues"));
+    EXPECT_EQ(list->child(0)->text(QAccessible::Name), "(Все)");
+    EXPECT_EQ(list->child(0)->text(QAccessible::Description), "Выбраны не все, строк: 2");
 }
 
 TEST_F(GridTest, SortsByClicksOnTheHeader) {

@@ -1,5 +1,6 @@
 #include "bench/bare_text.h"
 #include "bench/catalog_window.h"
+#include "bench/keystrokes.h"
 #include "bench/rows.h"
 #include "bench/screen.h"
 #include "browser/ter_form.h"
@@ -7,8 +8,14 @@
 #include "grid/table/grid.h"
 #include "grid/table/table_view.h"
 
+#include <QAbstractItemView>
+#include <QApplication>
+#include <QLineEdit>
+
 #include <algorithm>
 #include <numeric>
+#include <stdexcept>
+#include <unordered_map>
 
 namespace bench {
 
@@ -105,6 +112,102 @@ std::vector<Result> measureFilter(const Surroundings& surroundings) {
         });
     return {{QStringLiteral("filter"), QStringLiteral("filter 300,000 rows for a text, until painted"),
              medians.ours, medians.bare, QStringLiteral("ms"), LimitOf::Ratio, 2}};
+}
+
+std::vector<Result> measureFilterByNumber(const Surroundings& surroundings) {
+    CatalogWindow window(surroundings.server);
+    window.choose(threeHundredThousand);
+    grid::TableView& view = TERForm->cxGrid1->view();
+    grid::TableModel& model = view.tableModel();
+    const int column = columnOf(model, QStringLiteral("BAZOVAY"));
+    const db::DataSet& dataSet = window.module().pFIBDataSet3;
+    const int fieldIndex = dataSet.field(QStringLiteral("BAZOVAY")).index();
+    const auto condition = grid::NumberCondition::read(QStringLiteral("1000,005~50000 <>2000")).condition;
+
+    const Medians medians = alternate(
+        rounds,
+        [&](int) {
+            model.clearFilters();
+            return timeUntilPainted(*view.viewport(), [&] {
+                model.setFilter(column, {{}, {}, {}, condition});
+            });
+        },
+        [&](int) {
+            int count = 0;
+            const double taken = timeOf([&] {
+                for (int row = 0; row < dataSet.rowCount(); ++row) {
+                    const std::int64_t price = dataSet.rows().integer(row, fieldIndex);
+                    count += price > 1000'00 && price <= 50000'00 && price != 2000'00 ? 1 : 0;
+                }
+            });
+            if (!model.filters().empty()) {
+                requireSame("rows", model.rowCount(), count);
+            }
+            return taken;
+        });
+    return {{QStringLiteral("filter-number"), QStringLiteral("filter 300,000 rows for prices, until painted"),
+             medians.ours, medians.bare, QStringLiteral("ms"), LimitOf::Value, 40}};
+}
+
+std::vector<Result> measureFilterList(const Surroundings& surroundings) {
+    constexpr int values = 100'000;
+    CatalogWindow window(surroundings.server);
+    window.choose(threeHundredThousand);
+    grid::TableView& view = TERForm->cxGrid1->view();
+    grid::TableModel& model = view.tableModel();
+    const int column = columnOf(model, QStringLiteral("NAME"));
+    const db::DataSet& dataSet = window.module().pFIBDataSet3;
+    const int fieldIndex = dataSet.field(QStringLiteral("NAME")).index();
+    model.setFilter(columnOf(model, QStringLiteral("KOD")),
+                    {{}, {}, {}, grid::NumberCondition::read(QStringLiteral("<=100000")).condition});
+
+    const auto open = [&]() -> QWidget& {
+        view.openFilter(column);
+        return *QApplication::activePopupWidget();
+    };
+    const auto close = [](QWidget& popup) {
+        popup.close();
+        QCoreApplication::sendPostedEvents(&popup, QEvent::DeferredDelete);
+    };
+    const auto distinctNames = [&] {
+        std::unordered_map<std::string_view, int> counts;
+        for (int row = 0; row < model.rowCount(); ++row) {
+            ++counts[dataSet.rows().string(model.dataSetRow(row), fieldIndex)];
+        }
+        return counts.size();
+    };
+    const Medians opening = alternate(
+        rounds,
+        [&](int) {
+            QWidget* popup = nullptr;
+            const double taken = timeOf([&] {
+                popup = &open();
+                settle();
+            });
+            close(*popup);
+            return taken;
+        },
+        [&](int) {
+            return timeOf([&] { requireSame("values", values, static_cast<long long>(distinctNames())); });
+        });
+
+    QWidget& popup = open();
+    auto& list = *popup.findChild<QAbstractItemView*>();
+    requireSame("rows of the list", list.model()->rowCount(), values + 1);
+    // A letter that nearly all names hold, then a rarer and rarer text.
+    const Medians worst =
+        worstKeystroke(rounds, *popup.findChild<QLineEdit*>(), *list.viewport(), QStringLiteral("ер 432"),
+                       [&](const QString& text) {
+                           const int rows = countContaining(dataSet.rows(), fieldIndex, text);
+                           if (rows == 0 || list.model()->rowCount() < 2) {
+                               throw std::runtime_error("the filter's text is in none of the names");
+                           }
+                       });
+    close(popup);
+    return {{QStringLiteral("filter-list"), QStringLiteral("open a filter of 100,000 values, until painted"),
+             opening.ours, opening.bare, QStringLiteral("ms"), LimitOf::Value, 150},
+            {QStringLiteral("filter-key"), QStringLiteral("worst keystroke in that filter, until painted"),
+             worst.ours, worst.bare, QStringLiteral("ms"), LimitOf::Value, 30}};
 }
 
 } // namespace bench

@@ -35,6 +35,8 @@ constexpr std::array rows{
     Row{"sort-name", bench::measureSortByName},
     Row{"sort-number", bench::measureSortByNumber},
     Row{"filter", bench::measureFilter},
+    Row{"filter-number", bench::measureFilterByNumber},
+    Row{"filter-list", bench::measureFilterList},
     Row{"tree", bench::measureTree},
     Row{"tree-find", bench::measureTreeFind},
     Row{"export", bench::measureExport},

@@ -1,5 +1,6 @@
 #include "bench/bare_text.h"
 #include "bench/catalog_window.h"
+#include "bench/keystrokes.h"
 #include "bench/rows.h"
 #include "bench/screen.h"
 #include "browser/ter_form.h"
@@ -7,12 +8,9 @@
 #include "grid/tree/tree_list.h"
 #include "grid/tree/tree_view.h"
 
-#include <QCoreApplication>
-#include <QKeyEvent>
 #include <QLineEdit>
 #include <QTabWidget>
 
-#include <algorithm>
 #include <stdexcept>
 
 namespace bench {
@@ -39,29 +37,6 @@ public:
 private:
     CatalogWindow window_;
 };
-
-struct Keystroke {
-    int key;
-    QString character;
-};
-
-/// A letter that nearly all names hold, then a rarer and rarer text, then back to the whole tree.
-std::vector<Keystroke> keystrokes() {
-    std::vector<Keystroke> strokes;
-    const QString text = QStringLiteral("а 4321");
-    for (const QChar character : text) {
-        strokes.push_back({0, character});
-    }
-    strokes.insert(strokes.end(), static_cast<std::size_t>(text.size()), {Qt::Key_Backspace, QString()});
-    return strokes;
-}
-
-void type(QWidget& target, const Keystroke& stroke) {
-    for (const QEvent::Type kind : {QEvent::KeyPress, QEvent::KeyRelease}) {
-        QKeyEvent event(kind, stroke.key, Qt::NoModifier, stroke.character);
-        QCoreApplication::sendEvent(&target, &event);
-    }
-}
 
 int countMatches(const db::DataSet& dataSet, const QString& text) {
     int count = 0;
@@ -95,32 +70,13 @@ std::vector<Result> measureTree(const Surroundings& surroundings) {
 
 std::vector<Result> measureTreeFind(const Surroundings& surroundings) {
     TreeWindow window(surroundings.server);
-    QLineEdit& findText = window.findText();
-    const std::vector<Keystroke> strokes = keystrokes();
-    std::vector<Medians> each;
-    std::vector<std::vector<double>> ours(strokes.size());
-    std::vector<std::vector<double>> bare(strokes.size());
-    for (int round = 0; round <= rounds; ++round) {
-        for (std::size_t index = 0; index < strokes.size(); ++index) {
-            const double taken =
-                timeUntilPainted(*window.view().viewport(), [&] { type(findText, strokes[index]); });
-            int matches = 0;
-            const double bareTaken =
-                timeOf([&] { matches = countMatches(window.dataSet(), findText.text()); });
-            if (matches == 0 || window.view().rows().count() == 0) {
+    const Medians worst = worstKeystroke(
+        rounds, window.findText(), *window.view().viewport(), QStringLiteral("а 4321"),
+        [&](const QString& text) {
+            if (countMatches(window.dataSet(), text) == 0 || window.view().rows().count() == 0) {
                 throw std::runtime_error("the find panel's text is nowhere in the tree");
             }
-            if (round > 0) {
-                ours[index].push_back(taken);
-                bare[index].push_back(bareTaken);
-            }
-        }
-        requireSame("characters left", findText.text().size(), 0);
-    }
-    for (std::size_t index = 0; index < strokes.size(); ++index) {
-        each.push_back({median(ours[index]), median(bare[index])});
-    }
-    const Medians worst = *std::ranges::max_element(each, {}, &Medians::ours);
+        });
     return {{QStringLiteral("tree-find"), QStringLiteral("worst keystroke in the find panel, until painted"),
              worst.ours, worst.bare, QStringLiteral("ms"), LimitOf::Value, 60}};
 }

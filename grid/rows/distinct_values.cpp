@@ -18,12 +18,12 @@ bool standsBefore(const CountedValue& left, const CountedValue& right) {
     return leftText && rightText ? collation::compare(*leftText, *rightText) < 0 : left.value < right.value;
 }
 
-/// The values of `listed` that are not among the counted ones.
+/// The values of `listed` that are not among those present.
 std::vector<CountedValue> missingValues(const std::set<CellValue>& listed,
-                                        const std::unordered_map<CellView, int>& counted) {
+                                        const std::unordered_map<CellView, std::int32_t>& present) {
     std::vector<CountedValue> missing;
     for (const CellValue& value : listed) {
-        if (!counted.contains(toView(value))) {
+        if (!present.contains(toView(value))) {
             missing.push_back({value});
         }
     }
@@ -36,12 +36,16 @@ std::vector<CountedValue> missingValues(const std::set<CellValue>& listed,
 std::vector<CountedValue> distinctValues(const db::DataSet& dataSet, const db::Field& field,
                                          std::span<const std::int32_t> rows,
                                          const std::set<CellValue>& alwaysListed) {
-    std::unordered_map<CellView, int> counts;
-    std::vector<std::int32_t> firstRows; // one for each value
+    std::unordered_map<CellView, std::int32_t> firstRowOf;
+    firstRowOf.reserve(rows.size());
+    std::vector<std::int32_t> firstRows;
+    std::vector<int> counts(static_cast<std::size_t>(dataSet.rowCount())); // by first row
     for (const std::int32_t row : rows) {
-        if (++counts[cellView(dataSet.rows(), row, field)] == 1) {
+        const auto [place, isNew] = firstRowOf.try_emplace(cellView(dataSet.rows(), row, field), row);
+        if (isNew) {
             firstRows.push_back(row);
         }
+        ++counts[static_cast<std::size_t>(place->second)];
     }
     const RowOrderKey key{field.index(), field.isNumber(), false};
     sortRows(firstRows, dataSet.rows(), {&key, 1});
@@ -49,10 +53,10 @@ std::vector<CountedValue> distinctValues(const db::DataSet& dataSet, const db::F
     std::vector<CountedValue> present;
     present.reserve(firstRows.size());
     for (const std::int32_t row : firstRows) {
-        const CellView value = cellView(dataSet.rows(), row, field);
-        present.push_back({toValue(value), counts.at(value)});
+        present.push_back(
+            {toValue(cellView(dataSet.rows(), row, field)), counts[static_cast<std::size_t>(row)]});
     }
-    std::vector<CountedValue> missing = missingValues(alwaysListed, counts);
+    std::vector<CountedValue> missing = missingValues(alwaysListed, firstRowOf);
     if (missing.empty()) {
         return present;
     }

@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
+#include <numeric>
 
 namespace grid {
 
@@ -185,19 +187,52 @@ QString NumberCondition::inWords() const {
     return words.join(QStringLiteral(" и "));
 }
 
-bool NumberCondition::holdsFor(std::int64_t units, int digits) const {
-    const base::DecimalCharacters characters(units, digits);
-    return holdsFor(*ExactNumber::read(characters.view()));
-}
-
 bool NumberCondition::holdsFor(std::string_view text) const {
     const auto number = ExactNumber::read(text);
-    return number && holdsFor(*number);
+    return number && std::ranges::all_of(comparisons_, [&](const Comparison& each) {
+               return each.relation->allows(*number <=> each.bound());
+           });
 }
 
-bool NumberCondition::holdsFor(const ExactNumber& number) const {
-    return std::ranges::all_of(
-        comparisons_, [&](const Comparison& each) { return each.relation->allows(number <=> each.bound()); });
+UnitCondition NumberCondition::forDigits(int digits) const {
+    // The greater the units, the greater the number: halving finds where it passes a bound, in exact
+    // comparisons.
+    const auto firstWhere = [digits](auto fulfils) -> UnitCondition::Threshold {
+        const auto isPassed = [&](std::int64_t units) {
+            const base::DecimalCharacters characters(units, digits);
+            return fulfils(*ExactNumber::read(characters.view()));
+        };
+        std::int64_t first = std::numeric_limits<std::int64_t>::min();
+        std::int64_t last = std::numeric_limits<std::int64_t>::max();
+        if (!isPassed(last)) {
+            return {};
+        }
+        while (first < last) {
+            const std::int64_t middle = std::midpoint(first, last);
+            if (isPassed(middle)) {
+                last = middle;
+            } else {
+                first = middle + 1;
+            }
+        }
+        return {true, first};
+    };
+    UnitCondition condition;
+    for (const Comparison& each : comparisons_) {
+        const ExactNumber bound = each.bound();
+        condition.comparisons_.push_back(
+            {each.relation, firstWhere([&](const ExactNumber& number) { return number >= bound; }),
+             firstWhere([&](const ExactNumber& number) { return number > bound; })});
+    }
+    return condition;
+}
+
+bool UnitCondition::holdsFor(std::int64_t units) const {
+    return std::ranges::all_of(comparisons_, [units](const Comparison& each) {
+        return each.greater.isReachedBy(units)   ? each.relation->greater
+               : each.notLess.isReachedBy(units) ? each.relation->equal
+                                                 : each.relation->less;
+    });
 }
 
 } // namespace grid

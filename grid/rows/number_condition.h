@@ -25,6 +25,7 @@ struct ExactNumber {
 };
 
 struct NumberRelation;
+class UnitCondition;
 
 /// What numbers must fulfil, as it is typed: ">1000", "<=12,5", "<>0", "1000~5000" (a range with both its
 /// ends), or several of them, which must all hold.
@@ -42,8 +43,8 @@ public:
     /// As a sentence goes on after the column's name: "больше 10 и меньше 20".
     [[nodiscard]] QString inWords() const;
 
-    /// Whether a number of so many fraction digits fulfils it.
-    [[nodiscard]] bool holdsFor(std::int64_t units, int digits) const;
+    /// The same for numbers of so many fraction digits.
+    [[nodiscard]] UnitCondition forDigits(int digits) const;
     /// Whether a text fulfils it; one that is no number never does.
     [[nodiscard]] bool holdsFor(std::string_view text) const;
 
@@ -60,8 +61,6 @@ private:
         [[nodiscard]] ExactNumber bound() const { return {negative, whole, fraction}; }
     };
 
-    [[nodiscard]] bool holdsFor(const ExactNumber& number) const;
-
     QString text_;
     std::vector<Comparison> comparisons_;
 };
@@ -69,6 +68,31 @@ private:
 struct NumberCondition::Reading {
     std::optional<NumberCondition> condition;
     QString mistake; ///< empty when there is a condition
+};
+
+/// A number condition in units of the last digit, so that whole columns can be gone through. No less exact.
+class UnitCondition final {
+public:
+    [[nodiscard]] bool holdsFor(std::int64_t units) const;
+
+private:
+    friend class NumberCondition;
+
+    /// Where numbers begin to fulfil something; `first` counts only where any does.
+    struct Threshold {
+        bool isReachable = false;
+        std::int64_t first = 0;
+
+        [[nodiscard]] bool isReachedBy(std::int64_t units) const { return isReachable && units >= first; }
+    };
+
+    struct Comparison {
+        const NumberRelation* relation;
+        Threshold notLess; ///< than the bound
+        Threshold greater;
+    };
+
+    std::vector<Comparison> comparisons_;
 };
 
 } // namespace grid

@@ -18,6 +18,9 @@ public:
           rule_(source.filter->rule),
           text_(source.filter->containedText),
           condition_(source.filter->condition) {
+        if (condition_ && field_.isNumber()) {
+            unitCondition_ = condition_->forDigits(field_.fractionDigits());
+        }
         for (const CellValue& value : source.filter->values) {
             values_.insert(toView(value));
         }
@@ -43,15 +46,15 @@ private:
         if (!field_.isNumber()) {
             return condition_->holdsFor(rows.string(row, index));
         }
-        return !rows.isNull(row, index) &&
-               condition_->holdsFor(rows.integer(row, index), field_.fractionDigits());
+        return !rows.isNull(row, index) && unitCondition_->holdsFor(rows.integer(row, index));
     }
 
     const db::Field& field_;
     ColumnFilter::Values rule_;
     TextMatcher text_;
     const std::optional<NumberCondition>& condition_;
-    std::unordered_set<CellView> values_; // views into the filter's own values
+    std::optional<UnitCondition> unitCondition_; // of a number field
+    std::unordered_set<CellView> values_;        // views into the filter's own values
 };
 
 } // namespace

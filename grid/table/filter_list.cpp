@@ -1,6 +1,6 @@
 #include "grid/table/filter_list.h"
 
-#include "grid/rows/filter_values.h"
+#include "grid/table/filter_values.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>

@@ -41,6 +41,7 @@ FilterPopup::FilterPopup(const Column& column, std::vector<CountedValue> values,
     connect(&values_, &QAbstractItemModel::dataChanged, this, &FilterPopup::judge);
     connect(list_, &FilterList::typed, this, [this](const QString& text) {
         text_->setFocus();
+        text_->end(false); // what was selected stays
         text_->insert(text);
     });
     connect(ok_, &QPushButton::clicked, this, &FilterPopup::accept);

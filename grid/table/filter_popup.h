@@ -1,7 +1,7 @@
 #pragma once
 
-#include "grid/rows/filter_values.h"
 #include "grid/rows/row_filter.h"
+#include "grid/table/filter_values.h"
 
 #include <QFrame>
 

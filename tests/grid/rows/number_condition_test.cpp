@@ -58,7 +58,7 @@ TEST(NumberCondition, ComparesNumbersToTheLastDigit) {
         Case{",8~007.", 700, 2, true},
     };
     for (const Case& each : cases) {
-        EXPECT_EQ(condition(each.text).holdsFor(each.units, each.digits), each.holds)
+        EXPECT_EQ(condition(each.text).forDigits(each.digits).holdsFor(each.units), each.holds)
             << each.text << " for " << each.units << " with " << each.digits;
     }
 }

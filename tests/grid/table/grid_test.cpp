@@ -5,8 +5,8 @@
 #include "db/data_source.h"
 #include "db/transaction.h"
 #include "grid/rows/column.h"
-#include "grid/rows/filter_values.h"
 #include "grid/rows/table_model.h"
+#include "grid/table/filter_values.h"
 #include "grid/table/grid.h"
 #include "grid/table/table_find_bar.h"
 #include "grid/table/table_footer.h"
@@ -417,10 +417,13 @@ TEST_F(GridTest, NarrowsTheValuesOfAFilter) {
     EXPECT_EQ(part<QLabel>("FilterWord").text(), "Значений: 2475") << "what KOD leaves, long names as one";
     QTest::keyClick(&part<QLineEdit>("FilterText"), Qt::Key_Down);
     EXPECT_TRUE(list.hasFocus());
-    // Typing in the list goes to the field.
-    QTest::keyClicks(&list, "2");
-    QTest::keyClicks(&part<QLineEdit>("FilterText"), "49");
-    part<QLineEdit>("FilterText").setText("ЩЕТКА 249");
+    // Typing in the list goes on in the field.
+    part<QLineEdit>("FilterText").setText("ЩЕТКА 2");
+    part<QLineEdit>("FilterText").selectAll();
+    QTest::keyClicks(&list, "4");
+    EXPECT_TRUE(part<QLineEdit>("FilterText").hasFocus());
+    QTest::keyClicks(&part<QLineEdit>("FilterText"), "9");
+    EXPECT_EQ(part<QLineEdit>("FilterText").text(), "ЩЕТКА 249");
     EXPECT_TRUE(offered().startsWith("[x](Все) 10, [x]щётка 249 1, [x]щётка 2490 1, [x]щётка 2491 1,"));
     clickValue(2, 60);
     QTest::mouseClick(&part<QPushButton>("FilterOk"), Qt::LeftButton);

@@ -1,4 +1,4 @@
-#include "grid/rows/filter_values.h"
+#include "grid/table/filter_values.h"
 
 #include "db/field.h"
 #include "grid/rows/text_matcher.h"
@@ -13,7 +13,11 @@ namespace {
 class Narrowing final {
 public:
     Narrowing(const ColumnFilter& filter, int fractionDigits)
-        : text_(filter.containedText), condition_(filter.condition), fractionDigits_(fractionDigits) {}
+        : text_(filter.containedText), condition_(filter.condition), fractionDigits_(fractionDigits) {
+        if (condition_) {
+            unitCondition_ = condition_->forDigits(fractionDigits);
+        }
+    }
 
     [[nodiscard]] bool leaves(const CellValue& value) const {
         if (const auto* const text = std::get_if<std::string>(&value)) {
@@ -22,7 +26,7 @@ public:
         }
         if (const auto* const number = std::get_if<std::int64_t>(&value)) {
             return (text_.isEmpty() || !text_.findIn(*number, fractionDigits_).isEmpty()) &&
-                   (!condition_ || condition_->holdsFor(*number, fractionDigits_));
+                   (!unitCondition_ || unitCondition_->holdsFor(*number));
         }
         return text_.isEmpty() && !condition_;
     }
@@ -30,6 +34,7 @@ public:
 private:
     TextMatcher text_;
     const std::optional<NumberCondition>& condition_;
+    std::optional<UnitCondition> unitCondition_;
     int fractionDigits_;
 };
 

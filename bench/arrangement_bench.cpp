@@ -205,7 +205,7 @@ std::vector<Result> measureFilterList(const Surroundings& surroundings) {
                        });
     close(popup);
     return {{QStringLiteral("filter-list"), QStringLiteral("open a filter of 100,000 values, until painted"),
-             opening.ours, opening.bare, QStringLiteral("ms"), LimitOf::Value, 150},
+             opening.ours, opening.bare, QStringLiteral("ms"), LimitOf::Value, 200},
             {QStringLiteral("filter-key"), QStringLiteral("worst keystroke in that filter, until painted"),
              worst.ours, worst.bare, QStringLiteral("ms"), LimitOf::Value, 30}};
 }

@@ -203,7 +203,7 @@ std::size_t Needle::findIn(std::string_view text) const {
             continue;
         }
         for (std::size_t place = start; place < std::min(start + blockSize, places); ++place) {
-            if (isStartOf(text.substr(place))) {
+            if (weight(text[place]) == folded_.front() && isStartOf(text.substr(place))) {
                 return place;
             }
         }

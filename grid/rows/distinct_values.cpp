@@ -12,6 +12,14 @@
 namespace grid {
 namespace {
 
+/// Not noexcept, so that the library keeps it with every entry instead of reckoning it again for neighbours.
+struct CellHash {
+    std::size_t operator()(const CellView& value) const { return std::hash<CellView>()(value); }
+};
+
+/// A row for every value.
+using RowOfValue = std::unordered_map<CellView, std::int32_t, CellHash>;
+
 bool standsBefore(const CountedValue& left, const CountedValue& right) {
     const auto* const leftText = std::get_if<std::string>(&left.value);
     const auto* const rightText = std::get_if<std::string>(&right.value);
@@ -19,8 +27,7 @@ bool standsBefore(const CountedValue& left, const CountedValue& right) {
 }
 
 /// The values of `listed` that are not among those present.
-std::vector<CountedValue> missingValues(const std::set<CellValue>& listed,
-                                        const std::unordered_map<CellView, std::int32_t>& present) {
+std::vector<CountedValue> missingValues(const std::set<CellValue>& listed, const RowOfValue& present) {
     std::vector<CountedValue> missing;
     for (const CellValue& value : listed) {
         if (!present.contains(toView(value))) {
@@ -36,7 +43,7 @@ std::vector<CountedValue> missingValues(const std::set<CellValue>& listed,
 std::vector<CountedValue> distinctValues(const db::DataSet& dataSet, const db::Field& field,
                                          std::span<const std::int32_t> rows,
                                          const std::set<CellValue>& alwaysListed) {
-    std::unordered_map<CellView, std::int32_t> firstRowOf;
+    RowOfValue firstRowOf;
     firstRowOf.reserve(rows.size());
     std::vector<std::int32_t> firstRows;
     std::vector<int> counts(static_cast<std::size_t>(dataSet.rowCount())); // by first row

@@ -1,9 +1,9 @@
 #include "grid/table/table_footer.h"
 
+#include "grid/header/cell_text.h"
 #include "grid/rows/column.h"
 #include "grid/rows/table_model.h"
 #include "grid/table/table_header.h"
-#include "grid/view/cell_text.h"
 
 #include <QPainter>
 

@@ -1,8 +1,8 @@
 #include "grid/table/table_header.h"
 
+#include "grid/header/cell_text.h"
 #include "grid/rows/column.h"
 #include "grid/rows/table_model.h"
-#include "grid/view/cell_text.h"
 
 #include <QApplication>
 #include <QMouseEvent>

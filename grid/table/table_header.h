@@ -1,6 +1,6 @@
 #pragma once
 
-#include "grid/view/fitted_header.h"
+#include "grid/header/fitted_header.h"
 
 namespace grid {
 

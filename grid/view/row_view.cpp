@@ -2,10 +2,10 @@
 
 #include "db/data_set.h"
 #include "db/field.h"
+#include "grid/header/cell_text.h"
+#include "grid/header/fitted_header.h"
 #include "grid/rows/column.h"
-#include "grid/view/cell_text.h"
 #include "grid/view/copied_rows.h"
-#include "grid/view/fitted_header.h"
 
 #include <QAccessible>
 #include <QApplication>

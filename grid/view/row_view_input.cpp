@@ -1,5 +1,5 @@
-#include "grid/view/cut_text_tip.h"
-#include "grid/view/fitted_header.h"
+#include "grid/header/cut_text_tip.h"
+#include "grid/header/fitted_header.h"
 #include "grid/view/row_view.h"
 
 #include <QApplication>

@@ -4,6 +4,7 @@
 #include "db/data_set.h"
 #include "db/data_source.h"
 #include "db/transaction.h"
+#include "grid/header/cell_text.h"
 #include "grid/rows/column.h"
 #include "grid/rows/table_model.h"
 #include "grid/table/grid.h"
@@ -11,7 +12,6 @@
 #include "grid/table/table_footer.h"
 #include "grid/table/table_header.h"
 #include "grid/table/table_view.h"
-#include "grid/view/cell_text.h"
 #include "support/firebird_server.h"
 #include "support/printing.h"
 

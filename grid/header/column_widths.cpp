@@ -1,4 +1,4 @@
-#include "grid/view/column_widths.h"
+#include "grid/header/column_widths.h"
 
 #include <algorithm>
 #include <cmath>

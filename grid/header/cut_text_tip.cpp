@@ -1,6 +1,6 @@
-#include "grid/view/cut_text_tip.h"
+#include "grid/header/cut_text_tip.h"
 
-#include "grid/view/cell_text.h"
+#include "grid/header/cell_text.h"
 
 #include <QHelpEvent>
 #include <QToolTip>

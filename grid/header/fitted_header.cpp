@@ -1,9 +1,9 @@
-#include "grid/view/fitted_header.h"
+#include "grid/header/fitted_header.h"
 
+#include "grid/header/cell_text.h"
+#include "grid/header/column_widths.h"
+#include "grid/header/cut_text_tip.h"
 #include "grid/rows/column.h"
-#include "grid/view/cell_text.h"
-#include "grid/view/column_widths.h"
-#include "grid/view/cut_text_tip.h"
 
 #include <QApplication>
 #include <QHelpEvent>

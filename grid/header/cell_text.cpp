@@ -170,6 +170,15 @@ int cellTextHeight(const QString& text, int width, const QFont& font) {
     return static_cast<int>(lines) * metrics.height() + 2 * cellTextPaddingY;
 }
 
+int cellTextWidth(const QString& text, const QFont& font) {
+    const QFontMetrics metrics(font);
+    int widest = 0;
+    for (const QString& line : printable(text).split(QChar(QChar::LineSeparator))) {
+        widest = std::max(widest, metrics.horizontalAdvance(line));
+    }
+    return widest + 2 * cellTextPaddingX;
+}
+
 bool isCellTextCut(const QString& text, int width, const QFont& font) {
     const QString shown = printable(text);
     const QFontMetrics metrics(font);

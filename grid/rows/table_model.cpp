@@ -49,6 +49,20 @@ QString TableModel::text(int row, int columnIndex) const {
     return field ? dataSet_.text(dataSetRow(row), *field, decimalPoint_) : QString();
 }
 
+CellValue TableModel::value(int row, int columnIndex) const {
+    const db::Field* const field = column(columnIndex).field();
+    const db::RowStore& rows = dataSet_.rows();
+    const int source = dataSetRow(row);
+    if (!field || rows.isNull(source, field->index())) {
+        return {};
+    }
+    if (field->isNumber()) {
+        return rows.integer(source, field->index());
+    }
+    const std::string_view text = rows.string(source, field->index());
+    return text.empty() ? CellValue() : CellValue(std::string(text));
+}
+
 int TableModel::dataSetRow(int row) const {
     return order_ ? (*order_)[static_cast<std::size_t>(row)] : row;
 }

@@ -45,6 +45,8 @@ public:
 
     /// A cell as it is shown; empty for NULL and where the dataset lacks the field.
     [[nodiscard]] QString text(int row, int column) const;
+    /// A cell's value; nothing where the dataset lacks the field.
+    [[nodiscard]] CellValue value(int row, int column) const;
     /// The sign that stands between whole and fraction digits.
     [[nodiscard]] QChar decimalPoint() const { return decimalPoint_; }
 

@@ -35,6 +35,21 @@ TableHeader::TableHeader(TableModel& model, QWidget* parent)
     connect(&model, &TableModel::arrangementChanged, viewport(), qOverload<>(&QWidget::update));
 }
 
+bool TableHeader::canSort(int column, std::optional<Qt::SortOrder> order) const {
+    if (!order) {
+        return !model_.sortColumns().empty();
+    }
+    return column >= 0 && model_.column(column).field() &&
+           model_.sortColumns() != std::vector<SortColumn>{{column, *order == Qt::DescendingOrder}};
+}
+
+void TableHeader::sort(int column, std::optional<Qt::SortOrder> order) {
+    if (canSort(column, order)) {
+        model_.sortBy(order ? std::vector<SortColumn>{{column, *order == Qt::DescendingOrder}}
+                            : std::vector<SortColumn>());
+    }
+}
+
 void TableHeader::toggleSort(int column) {
     std::vector<SortColumn> sort = model_.sortColumns();
     const auto found = std::ranges::find(sort, column, &SortColumn::column);

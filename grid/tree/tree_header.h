@@ -13,6 +13,9 @@ class TreeHeader final : public FittedHeader {
 public:
     TreeHeader(TreeModel& model, QWidget* parent);
 
+    [[nodiscard]] bool canSort(int column, std::optional<Qt::SortOrder> order) const override;
+    void sort(int column, std::optional<Qt::SortOrder> order) override;
+
 protected:
     void paintSection(QPainter* painter, const QRect& rect, int logicalIndex) const override;
     [[nodiscard]] int marksWidth(int column) const override;

@@ -119,6 +119,15 @@ bool TableView::findMarked(bool forward, bool includeCurrent) {
     return false;
 }
 
+void TableView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
+    RowView::selectionChanged(selected, deselected);
+    std::vector<RowStretch> stretches;
+    for (const QItemSelectionRange& range : selectionModel()->selection()) {
+        stretches.push_back({range.top(), range.bottom()});
+    }
+    footer_->setSelection(std::move(stretches));
+}
+
 void TableView::keyPressEvent(QKeyEvent* event) {
     const bool isFilterKey = event->key() == filterKey.key() &&
                              (event->modifiers() & ~Qt::KeypadModifier) == filterKey.keyboardModifiers();

@@ -57,6 +57,7 @@ protected:
     [[nodiscard]] QString textOf(int row, int column) const override { return model_->text(row, column); }
     [[nodiscard]] TextRange markIn(int row, int column) const override;
     [[nodiscard]] RowColors rowColors(int row) const override;
+    void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
     void addCellEntries(QMenu& menu, const QModelIndex& cell) override;
     void addColumnEntries(QMenu& menu, int column) override;
     void keyPressEvent(QKeyEvent* event) override;

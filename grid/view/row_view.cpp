@@ -89,12 +89,15 @@ int RowView::fittingWidth(int row, int column) const {
 
 void RowView::fitColumn(int column) {
     if (isVisible()) {
-        // Texts can wrap where another column takes the room, numbers would be lost.
-        const auto numberWidth = [this](int other) {
+        // Names can wrap where another column takes the room; numbers and codes would be lost or in pieces.
+        constexpr int codeLength = 14; // characters
+        const int longestCode = codeLength * fontMetrics().averageCharWidth();
+        const auto leastWidth = [&](int other) {
             const db::Field* const field = header_->column(other).field();
-            return field && field->isNumber() ? widestCell(other) : 0;
+            const int widest = widestCell(other);
+            return field && field->isNumber() ? widest : std::min(widest, longestCode);
         };
-        header_->fitColumn(column, widestCell(column), numberWidth);
+        header_->fitColumn(column, widestCell(column), leastWidth);
     }
 }
 

@@ -1,11 +1,14 @@
 #include "grid/header/cell_text.h"
 #include "grid/table/grid_fixture.h"
 
+#include <QAccessible>
 #include <QContextMenuEvent>
+#include <QHelpEvent>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMimeData>
 #include <QScrollBar>
+#include <QToolTip>
 
 #include <algorithm>
 #include <numeric>
@@ -271,6 +274,55 @@ TEST_F(GridCommandsTest, FitsAColumnToItsWidestText) {
     EXPECT_NEAR(header.sectionSize(price), needed("123456789012,34"), 1);
     EXPECT_GT(header.sectionSize(name), 2 * header.sectionSize(price));
     EXPECT_EQ(usedWidth(), view().viewport()->width());
+}
+
+TEST_F(GridCommandsTest, SumsTheSelectedRows) {
+    open(fewRows);
+    auto& bar = *grid().findChild<TableFooter*>();
+    EXPECT_EQ(bar.sum(price), "") << "one row is no sum";
+    clickRow(1);
+    clickRow(3, Qt::ShiftModifier);
+    EXPECT_EQ(footer(), "выделено 3 из 5");
+    EXPECT_EQ(bar.sum(price), "1009,55") << "NULL counts for nothing";
+    EXPECT_EQ(bar.sum(kod), "") << "whole numbers are codes";
+    clickRow(2, Qt::ControlModifier);
+    clickRow(4, Qt::ControlModifier);
+    EXPECT_EQ(bar.sum(price), "-2,95");
+    QApplication::processEvents();
+    EXPECT_EQ(bar.accessibleName(), "выделено 3 из 5; Цена: -2,95");
+    model().sortBy({{price, true}});
+    EXPECT_EQ(footer(), "5");
+    QTest::keyClick(&view(), Qt::Key_Home);
+    QTest::keyClick(&view(), Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_EQ(bar.sum(price), "1025,05") << "in the order that is shown";
+    model().setFilter(kod, {"4", {}, {}});
+    EXPECT_EQ(footer(), "2 из 5");
+    QTest::keyClick(&view(), Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(footer(), "выделено 2 из 2");
+    dataSet.close();
+    QApplication::processEvents();
+    EXPECT_EQ(bar.accessibleName(), "0");
+}
+
+TEST_F(GridCommandsTest, ShowsSumsWholeOrNotAtAll) {
+    open("with recursive N as (select 0 I from RDB$DATABASE union all select I + 1 from N where I < 99) "
+         "select cast(I as bigint) ID, cast(1 as integer) KOD, cast(null as varchar(1000)) NAME, "
+         "cast(-92233720368547758.07 as numeric(18,2)) PRICE from N");
+    auto& bar = *grid().findChild<TableFooter*>();
+    QTest::keyClick(&view(), Qt::Key_A, Qt::ControlModifier);
+    EXPECT_EQ(bar.sum(price), "-9223372036854775807,00") << "beyond 64 bits";
+    const auto tipUnder = [&](int column) {
+        const QPoint place(view().header().sectionViewportPosition(column) + 5, bar.height() / 2);
+        QHelpEvent help(QEvent::ToolTip, place, bar.mapToGlobal(place));
+        QApplication::sendEvent(&bar, &help);
+        return QToolTip::text();
+    };
+    EXPECT_EQ(tipUnder(price), "") << "it takes the room of the empty name beside it";
+    view().header().moveSection(view().header().visualIndex(name), 3);
+    EXPECT_EQ(tipUnder(price), "") << "on whichever side that is";
+    EXPECT_EQ(tipUnder(kod), "выделено 100 из 100") << "the price beside it leaves no room";
+    grid().resize(150, 300);
+    EXPECT_EQ(tipUnder(price), "-9223372036854775807,00");
 }
 
 } // namespace

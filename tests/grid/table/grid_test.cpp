@@ -56,7 +56,7 @@ TEST_F(GridTest, FiltersByTextAndByValues) {
     const auto shown = [&](int column, const ColumnFilter& filter) {
         model().clearFilters();
         model().setFilter(column, filter);
-        EXPECT_EQ(footer(), QString::number(model().rowCount()));
+        EXPECT_EQ(footer(), QStringLiteral("%1 из 5").arg(model().rowCount()));
         return ids();
     };
     using enum ColumnFilter::Values;
@@ -180,13 +180,15 @@ TEST_F(GridTest, AgreesWithTheServerOnOrderAndFilter) {
     model().setFilter(name, {.containedText = "бЕТОН", .values = {}});
     const QString concrete = serverIds("NAME", "and NAME containing 'бетон' order by KOD, ID");
     EXPECT_EQ(ids(), concrete);
-    EXPECT_EQ(footer(), QString::number(concrete.count(u' ') + 1));
+    const QString all = QString::number(dataSet.rowCount());
+    EXPECT_EQ(footer(), QStringLiteral("%1 из %2").arg(concrete.count(u' ') + 1).arg(all));
     model().clearFilters();
     model().setFilter(price, {"", ColumnFilter::Values::Only, {CellValue()}});
     EXPECT_EQ(ids(), serverIds("NAME", "and CMETNAY is null order by KOD, ID"));
     model().setFilter(price, {"", ColumnFilter::Values::AllBut, {CellValue()}});
     EXPECT_EQ(footer(), test::sqlValue(test::sampleServer, "select count(CMETNAY) from TERKATALOGKTC_TABLE "
-                                                           "where PER='202403' and REGIONID=11"));
+                                                           "where PER='202403' and REGIONID=11") +
+                            " из " + all);
 }
 
 TEST_F(GridTest, SortsByClicksOnTheHeader) {

@@ -129,9 +129,10 @@ void FittedHeader::fitColumn(int index, int width, const std::function<int(int c
     }
     std::vector<int> widths;
     std::vector<int> least;
-    for (const int each : columns) {
-        widths.push_back(sectionSize(each));
-        least.push_back(std::max(captionWidth(each), leastWidth(each)));
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        const bool shares = place + 1 == columns.size() ? i < place : i > place;
+        widths.push_back(sectionSize(columns[i]));
+        least.push_back(shares ? std::max(captionWidth(columns[i]), leastWidth(columns[i])) : 0);
     }
     std::vector<double> weights = weightsOf(columns);
     grid::fitColumn(weights, widths, place, std::max(width, captionWidth(index)), least);

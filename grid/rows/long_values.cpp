@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <string_view>
-#include <unordered_set>
 
 namespace grid {
 namespace {
@@ -20,46 +19,54 @@ std::size_t numberLength(std::int64_t number, int fractionDigits) {
     return std::max(digits, whole) + (number < 0 ? 1 : 0);
 }
 
-struct Candidate {
-    std::size_t length;
-    int row;
-    bool operator>(const Candidate& other) const { return length > other.length; }
+/// Places whose values have the same length, and the texts there.
+struct SameLength {
+    std::vector<int> places;
+    std::vector<std::string_view> texts;
 };
+
+/// Letters are of different widths: this many texts of a length give the widest, nearly enough.
+constexpr std::size_t placesOfALength = 16;
 
 } // namespace
 
-std::vector<int> rowsWithLongValues(const db::RowStore& rows, const db::Field& field, int rowCount,
-                                    const std::function<ValuePlace(int row)>& placeOf, std::size_t limit) {
-    std::vector<Candidate> longest; // a heap with the shortest of them on top
-    std::unordered_set<std::string_view> seen;
-    for (int row = 0; row < rowCount; ++row) {
-        const ValuePlace place = placeOf(row);
-        const std::string_view text =
-            field.isNumber() ? std::string_view() : rows.string(place.storeRow, field.index());
-        const std::size_t length =
-            static_cast<std::size_t>(place.leadingCharacters) +
-            (field.isNumber()
-                 ? numberLength(rows.integer(place.storeRow, field.index()), field.fractionDigits())
-                 : text.size());
-        const bool isFull = longest.size() == limit;
-        if (isFull && length <= longest.front().length) {
+std::vector<int> placesOfLongValues(const db::RowStore& store, const db::Field& field,
+                                    std::span<const std::int32_t> storeRows,
+                                    std::span<const std::int32_t> leading, std::size_t limit) {
+    std::vector<SameLength> byLength;
+    for (std::size_t place = 0; place < storeRows.size(); ++place) {
+        // Sorted rows lie apart in the store.
+        constexpr std::size_t ahead = 12;
+        if (place + ahead < storeRows.size()) {
+            store.prefetch(storeRows[place + ahead]);
+        }
+        std::string_view text;
+        std::size_t length = leading.empty() ? 0 : static_cast<std::size_t>(leading[place]);
+        if (field.isNumber()) {
+            length += numberLength(store.integer(storeRows[place], field.index()), field.fractionDigits());
+        } else {
+            text = store.string(storeRows[place], field.index());
+            length += text.size();
+        }
+        if (length >= byLength.size()) {
+            byLength.resize(length + 1);
+        }
+        SameLength& same = byLength[length];
+        if (same.places.size() == placesOfALength) {
             continue;
         }
-        // Where a text stands deeper in a tree than before, it counts again.
-        const bool isRepeated = !text.empty() && place.leadingCharacters == 0 && !seen.insert(text).second;
-        if (isRepeated) {
-            continue;
+        if (field.isNumber() || std::ranges::find(same.texts, text) == same.texts.end()) {
+            same.places.push_back(static_cast<int>(place));
+            same.texts.push_back(text);
         }
-        if (isFull) {
-            std::ranges::pop_heap(longest, std::greater());
-            longest.pop_back();
-        }
-        longest.push_back({length, row});
-        std::ranges::push_heap(longest, std::greater());
     }
-    std::vector<int> result(longest.size());
-    std::ranges::transform(longest, result.begin(), &Candidate::row);
-    return result;
+    std::vector<int> longest;
+    for (auto same = byLength.rbegin(); same != byLength.rend() && longest.size() < limit; ++same) {
+        const std::size_t taken = std::min(same->places.size(), limit - longest.size());
+        longest.insert(longest.end(), same->places.begin(),
+                       same->places.begin() + static_cast<std::ptrdiff_t>(taken));
+    }
+    return longest;
 }
 
 } // namespace grid

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <functional>
+#include <cstdint>
+#include <span>
 #include <vector>
 
 namespace db {
@@ -10,18 +11,12 @@ class RowStore;
 
 namespace grid {
 
-/// Where the value of a shown row is found, and what stands before it.
-struct ValuePlace {
-    int storeRow;
-    int leadingCharacters = 0; ///< as much room as so many characters take
-};
-
-/// At most `limit` of the rows from 0 to `rowCount` - 1 whose values have the most characters; rows with the
-/// same text count once. Nothing is decoded and nothing measured, so that a million rows take no time that
-/// anybody notices.
-[[nodiscard]] std::vector<int> rowsWithLongValues(const db::RowStore& rows, const db::Field& field,
-                                                  int rowCount,
-                                                  const std::function<ValuePlace(int row)>& placeOf,
-                                                  std::size_t limit);
+/// At most `limit` of the places in `storeRows` whose values are likely to be shown the widest: those with
+/// the most characters, a few different ones of each length. `leading` says for each place how many
+/// characters' room stands before the value; empty for none. Nothing is decoded and nothing measured, so that
+/// a million rows take no time that anybody notices.
+[[nodiscard]] std::vector<int> placesOfLongValues(const db::RowStore& store, const db::Field& field,
+                                                  std::span<const std::int32_t> storeRows,
+                                                  std::span<const std::int32_t> leading, std::size_t limit);
 
 } // namespace grid

@@ -88,34 +88,41 @@ int RowView::fittingWidth(int row, int column) const {
 }
 
 void RowView::fitColumn(int column) {
-    if (isVisible()) {
-        // Names can wrap where another column takes the room; numbers and codes would be lost or in pieces.
-        constexpr int codeLength = 14; // characters
-        const int longestCode = codeLength * fontMetrics().averageCharWidth();
-        const auto leastWidth = [&](int other) {
-            const db::Field* const field = header_->column(other).field();
-            const int widest = widestCell(other);
-            return field && field->isNumber() ? widest : std::min(widest, longestCode);
-        };
-        header_->fitColumn(column, widestCell(column), leastWidth);
+    if (!isVisible()) {
+        return;
     }
+    std::vector<std::int32_t> rows(static_cast<std::size_t>(rowCount()));
+    for (int row = 0; row < rowCount(); ++row) {
+        rows[static_cast<std::size_t>(row)] = dataSetRow(row);
+    }
+    // Names can wrap where another column takes the room; numbers and codes would be lost or in pieces.
+    constexpr int codeLength = 14; // characters
+    const int longestCode = codeLength * fontMetrics().averageCharWidth();
+    const auto leastWidth = [&](int other) {
+        const db::Field* const field = header_->column(other).field();
+        const int widest = widestCell(other, rows);
+        return field && field->isNumber() ? widest : std::min(widest, longestCode);
+    };
+    header_->fitColumn(column, widestCell(column, rows), leastWidth);
 }
 
-/// The width in which no text of a column breaks.
-int RowView::widestCell(int column) const {
+/// The width in which no text of a column breaks; `rows` are the dataset's rows, as they stand in the view.
+int RowView::widestCell(int column, const std::vector<std::int32_t>& rows) const {
     const db::Field* const field = header_->column(column).field();
-    if (!field || rowCount() == 0) {
+    if (!field || rows.empty()) {
         return 0;
+    }
+    std::vector<std::int32_t> leading;
+    if (fullIndentation(0, column) > 0) {
+        for (int row = 0; row < rowCount(); ++row) {
+            leading.push_back(fullIndentation(row, column) / fontMetrics().averageCharWidth());
+        }
     }
     // To measure a million texts takes seconds. The widest is among those with the most characters, unless
     // hundreds of longer ones consist of narrow letters; digits are all of one width.
-    const std::size_t measured = field->isNumber() ? 20 : 500;
-    const int characterWidth = fontMetrics().averageCharWidth();
-    const auto placeOf = [&](int row) {
-        return ValuePlace{dataSetRow(row), fullIndentation(row, column) / characterWidth};
-    };
+    const std::size_t measured = field->isNumber() ? 20 : 300;
     int widest = 0;
-    for (const int row : rowsWithLongValues(dataSet_->rows(), *field, rowCount(), placeOf, measured)) {
+    for (const int row : placesOfLongValues(dataSet_->rows(), *field, rows, leading, measured)) {
         widest = std::max(widest, fittingWidth(row, column));
     }
     return widest + gridLine;

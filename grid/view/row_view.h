@@ -6,6 +6,7 @@
 #include <QAbstractItemView>
 #include <QBasicTimer>
 
+#include <cstdint>
 #include <optional>
 #include <utility>
 #include <vector>
@@ -143,7 +144,7 @@ protected:
 private:
     [[nodiscard]] int measureRow(int row) const;
     void arrangeFor(int width);
-    [[nodiscard]] int widestCell(int column) const;
+    [[nodiscard]] int widestCell(int column, const std::vector<std::int32_t>& rows) const;
     void followDataSet();
     void reportFocus();
     [[nodiscard]] int rowNear(int y) const;

@@ -35,6 +35,7 @@ constexpr std::array rows{
     Row{"sort-name", bench::measureSortByName},
     Row{"sort-number", bench::measureSortByNumber},
     Row{"filter", bench::measureFilter},
+    Row{"selection-sum", bench::measureSelectionSum},
     Row{"tree", bench::measureTree},
     Row{"tree-find", bench::measureTreeFind},
     Row{"export", bench::measureExport},

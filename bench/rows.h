@@ -23,6 +23,7 @@ std::vector<Result> measureWheel(const Surroundings& surroundings);
 std::vector<Result> measureSortByName(const Surroundings& surroundings);
 std::vector<Result> measureSortByNumber(const Surroundings& surroundings);
 std::vector<Result> measureFilter(const Surroundings& surroundings);
+std::vector<Result> measureSelectionSum(const Surroundings& surroundings);
 std::vector<Result> measureTree(const Surroundings& surroundings);
 std::vector<Result> measureTreeFind(const Surroundings& surroundings);
 std::vector<Result> measureExport(const Surroundings& surroundings);

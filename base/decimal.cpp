@@ -2,18 +2,37 @@
 
 namespace base {
 
+namespace {
+
+__extension__ using WideMagnitude = unsigned __int128;
+
+/// Negating in unsigned arithmetic is defined for the smallest value too.
+template <typename Magnitude, typename Integer>
+Magnitude magnitudeOf(Integer units) {
+    const auto magnitude = static_cast<Magnitude>(units);
+    return units < 0 ? 0 - magnitude : magnitude;
+}
+
+} // namespace
+
 DecimalCharacters::DecimalCharacters(std::int64_t units, int fractionDigits) {
-    // Negating in unsigned arithmetic is defined for the smallest value too.
-    auto magnitude = static_cast<std::uint64_t>(units);
-    magnitude = units < 0 ? 0 - magnitude : magnitude;
+    write(magnitudeOf<std::uint64_t>(units), units < 0, fractionDigits);
+}
+
+DecimalCharacters::DecimalCharacters(WideInteger units, int fractionDigits) {
+    write(magnitudeOf<WideMagnitude>(units), units < 0, fractionDigits);
+}
+
+template <typename Magnitude>
+void DecimalCharacters::write(Magnitude magnitude, bool isNegative, int fractionDigits) {
     for (int written = 0; magnitude > 0 || written <= fractionDigits; ++written) {
         if (written == fractionDigits && fractionDigits > 0) {
             bytes_[--start_] = '.';
         }
-        bytes_[--start_] = static_cast<char>('0' + magnitude % 10);
+        bytes_[--start_] = static_cast<char>('0' + static_cast<int>(magnitude % 10));
         magnitude /= 10;
     }
-    if (units < 0) {
+    if (isNegative) {
         bytes_[--start_] = '-';
     }
 }

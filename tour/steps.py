@@ -59,7 +59,17 @@ class Tour:
     def expect_count(self, tab, wanted=None):
         if wanted is None:
             wanted = count(tab, self.selection)
-        expect(f"{tab.caption}: the count under '{tab.counted}'", lambda: self.table(tab).footer, str(wanted))
+        self.expect_footer(tab, str(wanted))
+        expect(f"{tab.caption}: the rows", lambda: self.table(tab).row_count, wanted)
+        return wanted
+
+    def expect_footer(self, tab, text):
+        expect(f"{tab.caption}: the count under '{tab.counted}'", lambda: self.table(tab).footer, text)
+
+    def expect_filtered(self, tab, condition):
+        """The rows that fulfil a condition, out of all."""
+        wanted = count(tab, self.selection, condition)
+        self.expect_footer(tab, f"{wanted} из {count(tab, self.selection)}")
         expect(f"{tab.caption}: the rows", lambda: self.table(tab).row_count, wanted)
         return wanted
 
@@ -273,7 +283,7 @@ def filter_by_value(tour, label, value):
         click(popup.find("list item", item))
     click(popup.find("push button", "ОК"))
     field = next(column.field for column in MATERIALS.columns if column.label == label)
-    found = tour.expect_count(MATERIALS, count(MATERIALS, tour.selection, f"{field} = {literal(value)}"))
+    found = tour.expect_filtered(MATERIALS, f"{field} = {literal(value)}")
     tour.find("label", f"«{label}» равно «{value}»")
     return f"'{label}' is '{value}' in {found} rows"
 
@@ -284,7 +294,7 @@ def filter_by_text(tour, text):
     type_text(text)
     expect("the typed text", lambda: popup.find("text").text, text)
     press("Return")
-    found = tour.expect_count(MATERIALS, count(MATERIALS, tour.selection, f"NAME containing {literal(text)}"))
+    found = tour.expect_filtered(MATERIALS, f"NAME containing {literal(text)}")
     tour.find("label", f"«Наименование» содержит «{text}»")
     return f"{found} names hold '{text}'"
 

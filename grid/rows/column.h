@@ -41,7 +41,10 @@ public:
     /// Alignment of the values.
     [[nodiscard]] Qt::Alignment alignment() const;
     /// Whether the view shows the column.
-    [[nodiscard]] bool isVisible() const { return spec_.visible; }
+    [[nodiscard]] bool isVisible() const { return spec_.visible && !hiddenByUser_; }
+    /// Whether the user has hidden a column that the view shows by design.
+    [[nodiscard]] bool isHiddenByUser() const { return hiddenByUser_; }
+    void setHiddenByUser(bool hidden) { hiddenByUser_ = hidden; }
     /// Width in pixels by design, which counts in relation to the other columns'.
     [[nodiscard]] int designWidth() const { return spec_.width > 0 ? spec_.width : defaultColumnWidth; }
 
@@ -54,6 +57,7 @@ private:
     const db::Field* field_;
     QString headerText_;
     int width_;
+    bool hiddenByUser_ = false;
 };
 
 /// The columns of a view, its children, in the order of their specs.

@@ -1,12 +1,14 @@
 #include "grid/rows/table_model.h"
 
 #include "db/data_set.h"
+#include "db/decimal.h"
 #include "grid/rows/column.h"
 #include "grid/rows/row_order.h"
 
 #include <QLocale>
 
 #include <algorithm>
+#include <bit>
 #include <numeric>
 
 namespace grid {
@@ -47,6 +49,51 @@ QVariant TableModel::headerData(int section, Qt::Orientation orientation, int ro
 QString TableModel::text(int row, int columnIndex) const {
     const db::Field* const field = column(columnIndex).field();
     return field ? dataSet_.text(dataSetRow(row), *field, decimalPoint_) : QString();
+}
+
+CellValue TableModel::value(int row, int columnIndex) const {
+    const db::Field* const field = column(columnIndex).field();
+    const db::RowStore& rows = dataSet_.rows();
+    const int source = dataSetRow(row);
+    if (!field || rows.isNull(source, field->index())) {
+        return {};
+    }
+    if (field->isNumber()) {
+        return rows.integer(source, field->index());
+    }
+    const std::string_view text = rows.string(source, field->index());
+    return text.empty() ? CellValue() : CellValue(std::string(text));
+}
+
+std::vector<QString> TableModel::sums(std::span<const int> columns, std::span<const RowStretch> rows) const {
+    std::vector<int> fields;
+    for (const int each : columns) {
+        fields.push_back(column(each).field()->index());
+    }
+    // Sorted rows lie apart in memory; a sum may as well take them in the order in which they lie.
+    constexpr std::size_t wordBits = 64;
+    std::vector<std::uint64_t> chosen(static_cast<std::size_t>(dataSet_.rowCount()) / wordBits + 1);
+    for (const RowStretch& stretch : rows) {
+        for (int row = stretch.first; row <= stretch.last; ++row) {
+            const auto source = static_cast<std::size_t>(dataSetRow(row));
+            chosen[source / wordBits] |= std::uint64_t{1} << (source % wordBits);
+        }
+    }
+    std::vector<base::WideInteger> totals(fields.size());
+    for (std::size_t word = 0; word < chosen.size(); ++word) {
+        for (std::uint64_t bits = chosen[word]; bits != 0; bits &= bits - 1) {
+            const int row = static_cast<int>(word * wordBits) + std::countr_zero(bits);
+            for (std::size_t i = 0; i < fields.size(); ++i) {
+                totals[i] += dataSet_.rows().integer(row, fields[i]); // 0 for NULL
+            }
+        }
+    }
+    std::vector<QString> texts;
+    for (std::size_t i = 0; i < fields.size(); ++i) {
+        texts.push_back(
+            db::wideDecimalText(totals[i], column(columns[i]).field()->fractionDigits(), decimalPoint_));
+    }
+    return texts;
 }
 
 int TableModel::dataSetRow(int row) const {

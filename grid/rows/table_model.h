@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <span>
 #include <vector>
 
 namespace db {
@@ -23,6 +24,13 @@ struct SortColumn {
     int column = 0; ///< index of the model's column
     bool descending = false;
     bool operator==(const SortColumn&) const = default;
+};
+
+/// Rows that follow each other, both ends among them.
+struct RowStretch {
+    int first;
+    int last;
+    [[nodiscard]] int count() const { return last - first + 1; }
 };
 
 /// The rows of a dataset in the order and under the filter that the user chose; the dataset's own rows stay
@@ -46,6 +54,12 @@ public:
 
     /// A cell as it is shown; empty for NULL and where the dataset lacks the field.
     [[nodiscard]] QString text(int row, int column) const;
+    /// A cell's value; nothing where the dataset lacks the field.
+    [[nodiscard]] CellValue value(int row, int column) const;
+    /// The exact sums of number columns over some rows, as their cells would show them; NULL counts for
+    /// nothing.
+    [[nodiscard]] std::vector<QString> sums(std::span<const int> columns,
+                                            std::span<const RowStretch> rows) const;
     /// The sign that stands between whole and fraction digits.
     [[nodiscard]] QChar decimalPoint() const { return decimalPoint_; }
 

@@ -140,6 +140,12 @@ void TreeModel::setSearch(const QString& text) {
     endResetModel();
 }
 
+void TreeModel::searchAgain() {
+    beginResetModel();
+    applySearch();
+    endResetModel();
+}
+
 QString TreeModel::text(int node, int column) const {
     const db::Field* const field = this->column(column).field();
     return field ? dataSet_.text(node, *field, decimalPoint_) : QString();

@@ -55,6 +55,8 @@ public:
 
     /// Shows only the nodes with the text in a visible column, and their ancestors; an empty text shows all.
     void setSearch(const QString& text);
+    /// Searches once more; to be called when other columns are visible.
+    void searchAgain();
     [[nodiscard]] bool isSearching() const { return search_.has_value(); }
 
     /// A cell as it is shown.

@@ -27,6 +27,7 @@ Grid::Grid(const GridSpec& spec, db::DataSource& dataSource, QWidget* parent) : 
     level->setFocusProxy(view_);
     setFocusProxy(view_);
 
+    connect(view_, &TableView::findRequested, findBar_, &TableFindBar::open);
     const auto addShortcut = [&](QKeySequence::StandardKey key, void (TableFindBar::*action)()) {
         auto* const shortcut = new QShortcut(key, this);
         shortcut->setContext(Qt::WidgetWithChildrenShortcut);

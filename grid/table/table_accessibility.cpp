@@ -25,7 +25,8 @@ public:
     AccessibleCell(TableView& view, int row, int column) : AccessiblePart(view), row_(row), column_(column) {}
 
     [[nodiscard]] bool isValid() const override {
-        return view() && row_ < tableView().tableModel().rowCount();
+        return view() && row_ < tableView().tableModel().rowCount() &&
+               !tableView().header().isSectionHidden(column_);
     }
     [[nodiscard]] QAccessible::Role role() const override {
         return row_ == headerRow ? QAccessible::ColumnHeader : QAccessible::Cell;

@@ -1,8 +1,8 @@
 #include "grid/table/table_header.h"
 
+#include "grid/header/cell_text.h"
 #include "grid/rows/column.h"
 #include "grid/rows/table_model.h"
-#include "grid/view/cell_text.h"
 
 #include <QApplication>
 #include <QMouseEvent>
@@ -35,24 +35,39 @@ TableHeader::TableHeader(TableModel& model, QWidget* parent)
     connect(&model, &TableModel::arrangementChanged, viewport(), qOverload<>(&QWidget::update));
 }
 
+bool TableHeader::canSort(int column, std::optional<Qt::SortOrder> order) const {
+    if (!order) {
+        return !model_.sortColumns().empty();
+    }
+    return column >= 0 && model_.column(column).field() &&
+           model_.sortColumns() != std::vector<SortColumn>{{column, *order == Qt::DescendingOrder}};
+}
+
+void TableHeader::sort(int column, std::optional<Qt::SortOrder> order) {
+    if (canSort(column, order)) {
+        model_.sortBy(order ? std::vector<SortColumn>{{column, *order == Qt::DescendingOrder}}
+                            : std::vector<SortColumn>());
+    }
+}
+
 void TableHeader::toggleSort(int column) {
     std::vector<SortColumn> sort = model_.sortColumns();
     const auto found = std::ranges::find(sort, column, &SortColumn::column);
     const Qt::KeyboardModifiers modifiers = QApplication::keyboardModifiers();
     // The first click sorts, the second turns the order round, the third takes it away; Shift leaves the
-    // other columns.
+    // other columns, Ctrl takes away this one alone.
     const bool isAdded = modifiers & Qt::ShiftModifier;
+    const bool isTakenAway = modifiers & Qt::ControlModifier;
     if (found == sort.end()) {
-        if (!isAdded) {
-            sort.clear();
+        if (!isTakenAway) {
+            sort.push_back({column});
         }
-        sort.push_back({column});
-    } else if (found->descending || modifiers & Qt::ControlModifier) {
+    } else if (found->descending || isTakenAway) {
         sort.erase(found);
     } else {
         found->descending = true;
     }
-    if (!isAdded && !(modifiers & Qt::ControlModifier)) {
+    if (!isAdded && !isTakenAway) {
         std::erase_if(sort, [=](const SortColumn& each) { return each.column != column; });
     }
     model_.sortBy(std::move(sort));

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "grid/view/fitted_header.h"
+#include "grid/header/fitted_header.h"
 
 namespace grid {
 
@@ -13,6 +13,9 @@ class TableHeader final : public FittedHeader {
 
 public:
     TableHeader(TableModel& model, QWidget* parent);
+
+    [[nodiscard]] bool canSort(int column, std::optional<Qt::SortOrder> order) const override;
+    void sort(int column, std::optional<Qt::SortOrder> order) override;
 
     /// Shows the filter button where the pointer is now. To be called after something had covered the header.
     void followPointer();

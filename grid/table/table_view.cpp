@@ -7,6 +7,7 @@
 #include "grid/table/table_accessibility.h"
 #include "grid/table/table_footer.h"
 #include "grid/table/table_header.h"
+#include "grid/view/menu.h"
 
 #include <QKeyEvent>
 #include <QScreen>
@@ -15,6 +16,8 @@
 
 namespace grid {
 namespace {
+
+constexpr QKeyCombination filterKey = Qt::ALT | Qt::Key_Down;
 
 QColor mixed(const QColor& first, const QColor& second, double share) {
     const auto mix = [share](int one, int other) { return qRound(one * share + other * (1 - share)); };
@@ -113,12 +116,63 @@ bool TableView::findMarked(bool forward, bool includeCurrent) {
     return false;
 }
 
+void TableView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
+    RowView::selectionChanged(selected, deselected);
+    std::vector<RowStretch> stretches;
+    for (const QItemSelectionRange& range : selectionModel()->selection()) {
+        stretches.push_back({range.top(), range.bottom()});
+    }
+    footer_->setSelection(std::move(stretches));
+}
+
 void TableView::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Down && event->modifiers() & Qt::AltModifier) {
+    const bool isFilterKey = event->key() == filterKey.key() &&
+                             (event->modifiers() & ~Qt::KeypadModifier) == filterKey.keyboardModifiers();
+    if (isFilterKey) {
         openFilter(focusColumn());
     } else {
         RowView::keyPressEvent(event);
     }
+}
+
+void TableView::addCellEntries(QMenu& menu, const QModelIndex& cell) {
+    const bool hasValue = cell.isValid() && model_->column(cell.column()).field();
+    const CellValue value = hasValue ? model_->value(cell.row(), cell.column()) : CellValue();
+    const QString words = quotedForMenu(hasValue ? model_->text(cell.row(), cell.column()) : QString());
+    const int column = cell.column();
+    addEntry(menu, QStringLiteral("Оставить только ") + words, {}, hasValue,
+             [=, this] { showOnly(column, value); });
+    addEntry(menu, QStringLiteral("Скрыть ") + words, {}, hasValue, [=, this] { hideValue(column, value); });
+    addEntry(menu, QStringLiteral("Сбросить фильтр"), {}, !model_->filters().empty(),
+             [this] { model_->clearFilters(); });
+}
+
+void TableView::addColumnEntries(QMenu& menu, int column) {
+    addEntry(menu, QStringLiteral("Фильтр…"), filterKey, column >= 0 && model_->column(column).field(),
+             [=, this] { openFilter(column); });
+}
+
+void TableView::showOnly(int column, const CellValue& value) {
+    ColumnFilter filter;
+    filter.rule = ColumnFilter::Values::Only;
+    filter.values = {value};
+    model_->setFilter(column, std::move(filter));
+}
+
+void TableView::hideValue(int column, const CellValue& value) {
+    ColumnFilter filter = filterOf(column);
+    if (filter.rule == ColumnFilter::Values::Only) {
+        filter.values.erase(value);
+    } else {
+        filter.rule = ColumnFilter::Values::AllBut;
+        filter.values.insert(value);
+    }
+    model_->setFilter(column, std::move(filter));
+}
+
+ColumnFilter TableView::filterOf(int column) const {
+    const auto found = model_->filters().find(column);
+    return found == model_->filters().end() ? ColumnFilter() : found->second;
 }
 
 void TableView::openFilter(int column) {
@@ -126,8 +180,7 @@ void TableView::openFilter(int column) {
     if (!source.field()) {
         return;
     }
-    const auto found = model_->filters().find(column);
-    const ColumnFilter present = found == model_->filters().end() ? ColumnFilter() : found->second;
+    const ColumnFilter present = filterOf(column);
     const bool comparesNumbers = present.condition || takesConditions(model_->dataSet(), *source.field());
     auto* const popup = new FilterPopup(source, model_->valuesToFilter(column), present, comparesNumbers,
                                         model_->decimalPoint(), this);

@@ -57,9 +57,16 @@ protected:
     [[nodiscard]] QString textOf(int row, int column) const override { return model_->text(row, column); }
     [[nodiscard]] TextRange markIn(int row, int column) const override;
     [[nodiscard]] RowColors rowColors(int row) const override;
+    void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
+    void addCellEntries(QMenu& menu, const QModelIndex& cell) override;
+    void addColumnEntries(QMenu& menu, int column) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    [[nodiscard]] ColumnFilter filterOf(int column) const;
+    void showOnly(int column, const CellValue& value);
+    void hideValue(int column, const CellValue& value);
+
     TableModel* model_ = nullptr;
     TableFooter* footer_ = nullptr;
     std::optional<TextMatcher> marked_;

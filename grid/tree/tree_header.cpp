@@ -1,5 +1,6 @@
 #include "grid/tree/tree_header.h"
 
+#include "grid/rows/column.h"
 #include "grid/rows/tree_model.h"
 
 #include <QPainter>
@@ -23,9 +24,27 @@ int TreeHeader::marksWidth(int column) const {
 void TreeHeader::toggleSort(int column) {
     // The first click sorts, the second turns the order round, the third takes it away.
     const bool isSorted = model_.sortColumn() == column;
-    model_.sort(isSorted && model_.isDescending() ? -1 : column,
-                isSorted ? Qt::DescendingOrder : Qt::AscendingOrder);
-    viewport()->update();
+    if (isSorted && model_.isDescending()) {
+        sort(column, std::nullopt);
+    } else {
+        sort(column, isSorted ? Qt::DescendingOrder : Qt::AscendingOrder);
+    }
+}
+
+bool TreeHeader::canSort(int column, std::optional<Qt::SortOrder> order) const {
+    if (!order) {
+        return model_.sortColumn().has_value();
+    }
+    const bool isSoAlready =
+        model_.sortColumn() == column && model_.isDescending() == (*order == Qt::DescendingOrder);
+    return column >= 0 && model_.column(column).field() && !isSoAlready;
+}
+
+void TreeHeader::sort(int column, std::optional<Qt::SortOrder> order) {
+    if (canSort(column, order)) {
+        model_.sort(order ? column : -1, order.value_or(Qt::AscendingOrder));
+        viewport()->update();
+    }
 }
 
 void TreeHeader::paintSection(QPainter* painter, const QRect& rect, int logicalIndex) const {

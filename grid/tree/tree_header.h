@@ -1,6 +1,6 @@
 #pragma once
 
-#include "grid/view/fitted_header.h"
+#include "grid/header/fitted_header.h"
 
 namespace grid {
 
@@ -12,6 +12,9 @@ class TreeHeader final : public FittedHeader {
 
 public:
     TreeHeader(TreeModel& model, QWidget* parent);
+
+    [[nodiscard]] bool canSort(int column, std::optional<Qt::SortOrder> order) const override;
+    void sort(int column, std::optional<Qt::SortOrder> order) override;
 
 protected:
     void paintSection(QPainter* painter, const QRect& rect, int logicalIndex) const override;

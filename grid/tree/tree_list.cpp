@@ -26,6 +26,7 @@ TreeList::TreeList(const TreeListSpec& spec, db::DataSource& dataSource, QWidget
     setFocusProxy(view_);
 
     connect(findPanel_, &TreeFindPanel::textChanged, view_, &TreeView::setSearch);
+    connect(view_, &TreeView::findRequested, this, &TreeList::openFind);
     connect(findPanel_, &TreeFindPanel::left, view_, &TreeView::goToFound);
     auto* const find = new QShortcut(QKeySequence::Find, this);
     find->setContext(Qt::WidgetWithChildrenShortcut);

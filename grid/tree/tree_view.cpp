@@ -4,6 +4,7 @@
 #include "grid/rows/column.h"
 #include "grid/tree/tree_accessibility.h"
 #include "grid/tree/tree_header.h"
+#include "grid/view/menu.h"
 
 #include <QScopedValueRollback>
 
@@ -21,6 +22,7 @@ TreeView::TreeView(TreeModel& model, QWidget* parent)
         rowsChanged();
         scrollTo(currentIndex());
     });
+    connect(&header(), &FittedHeader::hiddenColumnsChanged, this, &TreeView::searchVisibleColumns);
 }
 
 void TreeView::reset() {
@@ -80,6 +82,15 @@ int TreeView::indentation(int row, int column) const {
     return indent * std::clamp(room / indent, 1, rows_.at(row).depth + 1);
 }
 
+int TreeView::fullIndentation(int row, int column) const {
+    return column == treeColumn() ? indent * (rows_.at(row).depth + 1) : 0;
+}
+
+int TreeView::fittingWidth(int row, int column) const {
+    const int least = column == treeColumn() ? fullIndentation(row, column) + leastTextWidth : 0;
+    return std::max(least, RowView::fittingWidth(row, column));
+}
+
 void TreeView::setExpanded(int node, bool expanded) {
     if (!rows_.hasChildren(node) || rows_.isExpanded(node) == expanded) {
         return;
@@ -118,6 +129,26 @@ void TreeView::setSearch(const QString& text) {
     } else {
         scrollToPosition({});
     }
+}
+
+/// What is found in a column that is hidden now would stand there without a reason to be seen.
+void TreeView::searchVisibleColumns() {
+    if (model_.isSearching()) {
+        const QScopedValueRollback changing(changingSearch_, true);
+        model_.searchAgain();
+    }
+}
+
+void TreeView::addCellEntries(QMenu& menu, const QModelIndex& cell) {
+    const int node = TreeModel::node(cell);
+    const bool isBranch = cell.isValid() && rows_.hasChildren(node);
+    const bool isOpen = isBranch && rows_.isExpanded(node);
+    addEntry(menu, QStringLiteral("Раскрыть"), Qt::Key_Plus, isBranch && !isOpen,
+             [=, this] { setExpanded(node, true); });
+    addEntry(menu, QStringLiteral("Свернуть"), Qt::Key_Minus, isOpen,
+             [=, this] { setExpanded(node, false); });
+    addEntry(menu, QStringLiteral("Раскрыть со всеми вложенными"), Qt::Key_Asterisk, isBranch,
+             [=, this] { expandBranch(node); });
 }
 
 void TreeView::goToFound() {

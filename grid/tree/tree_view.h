@@ -50,8 +50,12 @@ protected:
         return model_.text(rows_.at(row).node, column);
     }
     [[nodiscard]] int indentation(int row, int column) const override;
+    [[nodiscard]] int fullIndentation(int row, int column) const override;
+    [[nodiscard]] int fittingWidth(int row, int column) const override;
     [[nodiscard]] TextRange markIn(int row, int column) const override;
     [[nodiscard]] RowColors rowColors(int row) const override;
+    void addCellEntries(QMenu& menu, const QModelIndex& cell) override;
+    void addColumnEntries(QMenu&, int) override {}
     void drawRow(QPainter& painter, const ShownRow& shown, const QRect& exposed) const override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     void paintEvent(QPaintEvent* event) override;
@@ -68,6 +72,7 @@ private:
     static constexpr int leastTextWidth = 120;
 
     [[nodiscard]] int treeColumn() const;
+    void searchVisibleColumns();
     [[nodiscard]] QRect buttonRect(const ShownRow& shown) const;
     void drawButton(QPainter& painter, const ShownRow& shown) const;
     void goToRow(int row, Qt::KeyboardModifiers modifiers);

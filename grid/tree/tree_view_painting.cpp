@@ -1,5 +1,5 @@
+#include "grid/header/cell_text.h"
 #include "grid/tree/tree_view.h"
-#include "grid/view/cell_text.h"
 
 #include <QPainter>
 

@@ -1,7 +1,5 @@
 #include "grid/view/copied_rows.h"
 
-#include <QStringList>
-
 #include <algorithm>
 #include <iterator>
 
@@ -91,6 +89,11 @@ void appendText(QByteArray& html, const QByteArray& text) {
     }
 }
 
+/// Begins a cell that stays a text.
+void beginTextCell(QByteArray& html) {
+    html += "<td class=\"text\" sdnum=\"1033;0;@\">";
+}
+
 /// Begins a cell. LibreOffice reads sdval and sdnum, the value and its format in English; Excel reads x:num
 /// and the style.
 void beginCell(QByteArray& html, const CopiedRows::Column& column, QStringView cell) {
@@ -99,7 +102,7 @@ void beginCell(QByteArray& html, const CopiedRows::Column& column, QStringView c
         return;
     }
     if (!column.isNumber || !isExactNumber(cell)) {
-        html += "<td class=\"text\" sdnum=\"1033;0;@\">";
+        beginTextCell(html);
         return;
     }
     const auto appendFormat = [&](const char* point) {
@@ -145,8 +148,15 @@ QVariant CopiedRows::retrieveData(const QString& format, QMetaType) const {
 }
 
 QString CopiedRows::plainText() const {
+    if (isCell_) {
+        return cells_;
+    }
     QString text;
     text.reserve(cells_.size() + std::ssize(ends_));
+    for (qsizetype column = 0; column < headings_.size(); ++column) {
+        appendPlain(text, headings_[column]);
+        text += column + 1 == headings_.size() ? u'\n' : u'\t';
+    }
     for (std::size_t index = 0; index < ends_.size(); ++index) {
         appendPlain(text, cell(index));
         text += (index + 1) % columns_.size() == 0 ? u'\n' : u'\t';
@@ -160,6 +170,12 @@ QByteArray CopiedRows::html() const {
                       "<style>.text{mso-number-format:\"\\@\"}</style></head><body><table>";
     constexpr qsizetype markup = 40; // bytes that most cells take besides their text
     html.reserve(html.size() + 2 * cells_.size() + markup * std::ssize(ends_));
+    for (qsizetype column = 0; column < headings_.size(); ++column) {
+        html += column == 0 ? "<tr>" : "";
+        beginTextCell(html);
+        appendText(html, headings_[column].toUtf8());
+        html += column + 1 == headings_.size() ? "</td></tr>\n" : "</td>";
+    }
     for (std::size_t index = 0; index < ends_.size(); ++index) {
         const std::size_t column = index % columns_.size();
         html += column == 0 ? "<tr>" : "";

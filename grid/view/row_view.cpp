@@ -2,19 +2,16 @@
 
 #include "db/data_set.h"
 #include "db/field.h"
+#include "grid/header/cell_text.h"
+#include "grid/header/fitted_header.h"
 #include "grid/rows/column.h"
-#include "grid/view/cell_text.h"
-#include "grid/view/copied_rows.h"
-#include "grid/view/fitted_header.h"
+#include "grid/rows/long_values.h"
 
 #include <QAccessible>
-#include <QApplication>
-#include <QClipboard>
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
 #include <algorithm>
-#include <memory>
 
 namespace grid {
 
@@ -36,6 +33,9 @@ void RowView::assemble(QAbstractItemModel& model, FittedHeader& header, QWidget*
     focusColumn_ = header.visibleColumns().front();
     setModel(&model);
     connect(header_, &FittedHeader::layoutChanged, this, &RowView::rowsChanged);
+    connect(header_, &FittedHeader::hiddenColumnsChanged, this, &RowView::leaveHiddenColumn);
+    connect(header_, &FittedHeader::menuRequested, this, &RowView::openColumnMenu);
+    connect(header_, &FittedHeader::sectionHandleDoubleClicked, this, &RowView::fitColumn);
     connect(&model, &QAbstractItemModel::modelAboutToBeReset, this, [this] { replacingRows_ = true; });
     // After setModel(), so that rows and selection have been reset before.
     connect(&model, &QAbstractItemModel::modelReset, this, [this] {
@@ -64,30 +64,6 @@ std::vector<int> RowView::selectedRows() const {
     return rows;
 }
 
-void RowView::copySelection() const {
-    std::vector<int> rows = selectedRows();
-    if (!selectionModel()->hasSelection() && currentRow() >= 0) {
-        rows.push_back(currentRow());
-    }
-    if (rows.empty()) {
-        return;
-    }
-    const std::vector<int> columns = header_->visibleColumns();
-    std::vector<CopiedRows::Column> kinds;
-    for (const int column : columns) {
-        const db::Field* const field = header_->column(column).field();
-        kinds.push_back(field ? CopiedRows::Column{field->isNumber(), field->fractionDigits()}
-                              : CopiedRows::Column());
-    }
-    auto copied = std::make_unique<CopiedRows>(std::move(kinds));
-    for (const int row : rows) {
-        for (const int column : columns) {
-            copied->add(textOf(row, column));
-        }
-    }
-    QApplication::clipboard()->setMimeData(copied.release());
-}
-
 void RowView::reset() {
     QAbstractItemView::reset();
     rowsChanged();
@@ -106,6 +82,55 @@ int RowView::indentation(int, int) const {
 CellKind RowView::cellKind(int column) const {
     const db::Field* const field = header_->column(column).field();
     return field && field->isNumber() ? CellKind::Number : CellKind::Text;
+}
+
+int RowView::fullIndentation(int, int) const {
+    return 0;
+}
+
+int RowView::fittingWidth(int row, int column) const {
+    return fullIndentation(row, column) + cellTextWidth(textOf(row, column), font());
+}
+
+void RowView::fitColumn(int column) {
+    if (!isVisible()) {
+        return;
+    }
+    std::vector<std::int32_t> rows(static_cast<std::size_t>(rowCount()));
+    for (int row = 0; row < rowCount(); ++row) {
+        rows[static_cast<std::size_t>(row)] = dataSetRow(row);
+    }
+    // Names can wrap where another column takes the room; numbers and codes would be lost or in pieces.
+    constexpr int codeLength = 14; // characters
+    const int longestCode = codeLength * fontMetrics().averageCharWidth();
+    const auto leastWidth = [&](int other) {
+        const db::Field* const field = header_->column(other).field();
+        const int widest = widestCell(other, rows);
+        return field && field->isNumber() ? widest : std::min(widest, longestCode);
+    };
+    header_->fitColumn(column, widestCell(column, rows), leastWidth);
+}
+
+/// The width in which no text of a column breaks; `rows` are the dataset's rows, as they stand in the view.
+int RowView::widestCell(int column, const std::vector<std::int32_t>& rows) const {
+    const db::Field* const field = header_->column(column).field();
+    if (!field || rows.empty()) {
+        return 0;
+    }
+    std::vector<std::int32_t> leading;
+    if (fullIndentation(0, column) > 0) {
+        for (int row = 0; row < rowCount(); ++row) {
+            leading.push_back(fullIndentation(row, column) / fontMetrics().averageCharWidth());
+        }
+    }
+    // To measure a million texts takes seconds. The widest is among those with the most characters, unless
+    // hundreds of longer ones consist of narrow letters; digits are all of one width.
+    const std::size_t measured = field->isNumber() ? 20 : 300;
+    int widest = 0;
+    for (const int row : placesOfLongValues(dataSet_->rows(), *field, rows, leading, measured)) {
+        widest = std::max(widest, fittingWidth(row, column));
+    }
+    return widest + gridLine;
 }
 
 int RowView::measureRow(int row) const {

@@ -1,15 +1,18 @@
 #pragma once
 
+#include "grid/header/cell_text.h"
 #include "grid/rows/text_matcher.h"
-#include "grid/view/cell_text.h"
 #include "grid/view/row_layout.h"
 
 #include <QAbstractItemView>
 #include <QBasicTimer>
 
+#include <cstdint>
 #include <optional>
 #include <utility>
 #include <vector>
+
+class QMenu;
 
 namespace db {
 class DataSet;
@@ -42,8 +45,13 @@ public:
 
     /// Makes the first row current and scrolls to it; nothing when there is none.
     void goToFirstRow();
-    /// Puts the selected rows (the current row if none is) on the clipboard, as spreadsheets paste them.
-    void copySelection() const;
+    /// Puts the selected rows (the current row if none is) on the clipboard, as spreadsheets paste them;
+    /// `withHeadings` puts the captions of the columns above them.
+    void copySelection(bool withHeadings = false) const;
+    /// Puts the current cell on the clipboard.
+    void copyCell() const;
+    /// Makes a column as wide as the widest of its texts.
+    void fitColumn(int column);
 
     [[nodiscard]] QRect visualRect(const QModelIndex& index) const override;
     [[nodiscard]] QModelIndex indexAt(const QPoint& point) const override;
@@ -53,6 +61,10 @@ public:
     void selectAll() override;
     /// Does nothing: the search of the base class would walk through all rows.
     void keyboardSearch(const QString& search) override;
+
+signals:
+    /// The user wants to look for a text.
+    void findRequested();
 
 protected:
     static constexpr int gridLine = 1; ///< between rows and between columns, pixels
@@ -83,9 +95,17 @@ protected:
     [[nodiscard]] virtual QString textOf(int row, int column) const = 0;
     /// Pixels at the left of a cell that its text leaves free.
     [[nodiscard]] virtual int indentation(int row, int column) const;
+    /// What indentation() is where the column has room for it.
+    [[nodiscard]] virtual int fullIndentation(int row, int column) const;
+    /// The width of a cell that shows its whole text in full indentation.
+    [[nodiscard]] virtual int fittingWidth(int row, int column) const;
     /// The part of a cell's text that a search marks.
     [[nodiscard]] virtual TextRange markIn(int row, int column) const = 0;
     [[nodiscard]] virtual RowColors rowColors(int row) const = 0;
+    /// Adds to the menu of a cell, which may be invalid, what this kind of view can do with it.
+    virtual void addCellEntries(QMenu& menu, const QModelIndex& cell) = 0;
+    /// The same for the menu of a column (-1 for none).
+    virtual void addColumnEntries(QMenu& menu, int column) = 0;
     virtual void drawRow(QPainter& painter, const ShownRow& shown, const QRect& exposed) const;
 
     /// To be called when there are other rows, or the same need other heights.
@@ -116,6 +136,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
@@ -125,12 +146,21 @@ private:
     [[nodiscard]] CellKind cellKind(int column) const;
     [[nodiscard]] int measureRow(int row) const;
     void arrangeFor(int width);
+    [[nodiscard]] int widestCell(int column, const std::vector<std::int32_t>& rows) const;
     void followDataSet();
     void reportFocus();
     [[nodiscard]] int rowNear(int y) const;
     [[nodiscard]] QModelIndex cellBeside(int step) const;
     bool scrollWithinTallRow(CursorAction action);
     void toggleCurrentRow();
+    bool handleCommandKey(const QKeyEvent& event);
+    void leaveHiddenColumn();
+    void openCellMenuByKey();
+    [[nodiscard]] QMenu& makeMenu(const QString& name);
+    [[nodiscard]] QMenu& makeCellMenu(const QModelIndex& cell);
+    void openColumnMenu(int column, const QPoint& place);
+    void fillColumnMenu(QMenu& menu, int column);
+    void addHiddenColumns(QMenu& menu);
     void dragTo(int y);
 
     FittedHeader* header_ = nullptr;

@@ -1,5 +1,6 @@
-#include "grid/view/cut_text_tip.h"
-#include "grid/view/fitted_header.h"
+#include "grid/header/cut_text_tip.h"
+#include "grid/header/fitted_header.h"
+#include "grid/view/commands.h"
 #include "grid/view/row_view.h"
 
 #include <QApplication>
@@ -74,6 +75,25 @@ bool RowView::scrollWithinTallRow(CursorAction action) {
     return true;
 }
 
+bool RowView::handleCommandKey(const QKeyEvent& event) {
+    const QKeyCombination pressed(event.modifiers() & ~Qt::KeypadModifier, static_cast<Qt::Key>(event.key()));
+    if (const auto* const command = std::ranges::find(sortCommands, pressed, &SortCommand::key);
+        command != sortCommands.end()) {
+        header_->sort(focusColumn_, command->order);
+    } else if (event.matches(QKeySequence::Copy)) {
+        copySelection();
+    } else if (pressed == copyCellKey) {
+        copyCell();
+    } else if (pressed == cellMenuKey) {
+        openCellMenuByKey();
+    } else if (event.key() == Qt::Key_Space) {
+        toggleCurrentRow();
+    } else {
+        return false;
+    }
+    return true;
+}
+
 void RowView::keyPressEvent(QKeyEvent* event) {
     struct Move {
         int key;
@@ -84,12 +104,11 @@ void RowView::keyPressEvent(QKeyEvent* event) {
         {Qt::Key_Right, MoveRight},   {Qt::Key_Home, MoveHome},         {Qt::Key_End, MoveEnd},
         {Qt::Key_PageUp, MovePageUp}, {Qt::Key_PageDown, MovePageDown},
     };
-    if (event->matches(QKeySequence::Copy)) {
-        copySelection();
-    } else if (event->key() == Qt::Key_Space) {
-        toggleCurrentRow();
-    } else if (const auto* const move = std::ranges::find(moves, event->key(), &Move::key);
-               move == std::end(moves)) {
+    if (handleCommandKey(*event)) {
+        return;
+    }
+    if (const auto* const move = std::ranges::find(moves, event->key(), &Move::key);
+        move == std::end(moves)) {
         QAbstractItemView::keyPressEvent(event);
     } else if (rowCount() > 0 && !scrollWithinTallRow(move->action)) {
         // Control leaves the selection at a single step; whoever jumps wants to be where he jumps to.

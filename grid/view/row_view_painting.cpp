@@ -1,6 +1,6 @@
+#include "grid/header/cell_text.h"
+#include "grid/header/fitted_header.h"
 #include "grid/rows/column.h"
-#include "grid/view/cell_text.h"
-#include "grid/view/fitted_header.h"
 #include "grid/view/row_view.h"
 
 #include <QPainter>

@@ -16,7 +16,9 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QLineEdit>
+#include <QMenu>
 #include <QScrollBar>
 #include <QTest>
 
@@ -411,6 +413,72 @@ TEST_F(TreeListTest, ShowsItsCurrentNodeAfterBeingHidden) {
     list_.show();
     EXPECT_GT(view().verticalScrollBar()->maximum(), 0);
     EXPECT_FALSE(view().rowRect(7).isEmpty());
+}
+
+TEST_F(TreeListTest, OffersWhatCanBeDoneWithANode) {
+    const auto openMenu = [&](int row) -> QMenu& {
+        const QPoint place = view().rowRect(row).topLeft() + QPoint(60, 5);
+        QContextMenuEvent event(QContextMenuEvent::Mouse, place, view().viewport()->mapToGlobal(place));
+        QApplication::sendEvent(view().viewport(), &event);
+        return *view().findChild<QMenu*>(QStringLiteral("CellMenu"));
+    };
+    const auto enabled = [](const QMenu& menu) {
+        QStringList texts;
+        for (const QAction* action : menu.actions()) {
+            if (action->isEnabled() && !action->isSeparator()) {
+                texts.append(action->text());
+            }
+        }
+        return texts.join(u' ').toStdString();
+    };
+    const auto choose = [](QMenu& menu, const QString& text) {
+        for (QAction* const action : menu.actions()) {
+            if (action->text() == text) {
+                QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(action).center());
+            }
+        }
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    };
+    QMenu& root = openMenu(0);
+    EXPECT_EQ(enabled(root), "Копировать ячейку Копировать строки Копировать с заголовками Раскрыть "
+                             "Раскрыть со всеми вложенными Найти… Столбец «Наименование»");
+    choose(root, QStringLiteral("Раскрыть"));
+    EXPECT_EQ(shown(), ">1 .1.2 .1.1 0 2");
+    choose(openMenu(2), QStringLiteral("Раскрыть со всеми вложенными"));
+    EXPECT_EQ(shown(), "1 .1.2 .>1.1 ..1.1.1 ..1.1.2 0 2");
+    choose(openMenu(0), QStringLiteral("Свернуть"));
+    EXPECT_EQ(shown(), ">1 0 2");
+    QMenu& leaf = openMenu(1);
+    EXPECT_EQ(enabled(leaf), "Копировать ячейку Копировать строки Копировать с заголовками Найти… "
+                             "Столбец «Наименование»");
+    choose(leaf, QStringLiteral("Найти…"));
+    EXPECT_TRUE(edit().hasFocus());
+}
+
+TEST_F(TreeListTest, FitsHidesAndSortsColumnsByTheirOwnCommands) {
+    constexpr int nameColumn = 2;
+    constexpr int codeColumn = 3;
+    grid::FittedHeader& header = view().header();
+    dataSet_.moveTo(3);
+    view().fitColumn(nameColumn);
+    const QRect cell = view().visualRect(view().currentIndex());
+    EXPECT_GE(cell.width(), 3 * 18 + 120) << "the deepest node keeps its indentation";
+    EXPECT_LT(cell.width(), 250);
+    EXPECT_EQ(header.length(), view().viewport()->width());
+
+    press(Qt::Key_Up, Qt::AltModifier | Qt::ShiftModifier);
+    EXPECT_EQ(shown(), "0 2 1 .1.1 ..1.1.2 ..>1.1.1 .1.2");
+    press(Qt::Key_Backspace, Qt::AltModifier | Qt::ShiftModifier);
+    EXPECT_EQ(shown(), "1 .1.2 .1.1 ..>1.1.1 ..1.1.2 0 2");
+
+    // A hidden column is not searched, from the moment on that it is hidden.
+    edit().setText(QStringLiteral("2.1"));
+    EXPECT_EQ(shown(), "2 .2.1");
+    header.setColumnHidden(codeColumn, true);
+    EXPECT_EQ(shown(), "");
+    header.restoreInitialLayout();
+    EXPECT_EQ(shown(), "2 .2.1");
+    EXPECT_FALSE(header.isSectionHidden(codeColumn));
 }
 
 } // namespace

@@ -15,4 +15,10 @@ namespace grid {
 /// drag.
 void dragEdge(std::span<double> weights, std::size_t column, int width, int total, int minimum);
 
+/// Changes `weights` to make a column `width` of their `widths` wide, all in pixels: the columns to its
+/// right, or to the left of the last one, share what that leaves in proportion. None of these becomes
+/// narrower than its `least` width, unless it is so already; the column gets less where they need the room.
+void fitColumn(std::span<double> weights, std::span<const int> widths, std::size_t column, int width,
+               std::span<const int> least);
+
 } // namespace grid

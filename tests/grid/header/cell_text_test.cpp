@@ -1,4 +1,4 @@
-#include "grid/view/cell_text.h"
+#include "grid/header/cell_text.h"
 #include "support/printing.h"
 
 #include <QFontMetrics>

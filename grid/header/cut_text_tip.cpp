@@ -1,4 +1,4 @@
-#include "grid/view/cut_text_tip.h"
+#include "grid/header/cut_text_tip.h"
 
 #include <QHelpEvent>
 #include <QToolTip>

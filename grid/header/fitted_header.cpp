@@ -1,11 +1,12 @@
-#include "grid/view/fitted_header.h"
+#include "grid/header/fitted_header.h"
 
+#include "grid/header/cell_text.h"
+#include "grid/header/column_widths.h"
+#include "grid/header/cut_text_tip.h"
 #include "grid/rows/column.h"
-#include "grid/view/cell_text.h"
-#include "grid/view/column_widths.h"
-#include "grid/view/cut_text_tip.h"
 
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -38,12 +39,17 @@ FittedHeader::FittedHeader(QAbstractItemModel& model, std::vector<Column*> colum
     setFocusPolicy(Qt::NoFocus);
     setMinimumSectionSize(1); // the least width is a matter of sharing: a narrow view has no room for it
     setSectionResizeMode(Interactive);
-    for (int index = 0; index < count(); ++index) {
-        setSectionHidden(index, !column(index).isVisible());
-    }
+    hideSections();
     connect(this, &QHeaderView::sectionResized, this,
             [this](int index, int, int width) { takeUserWidth(index, width); });
     connect(this, &QHeaderView::sectionMoved, this, &FittedHeader::applyWeights);
+}
+
+void FittedHeader::hideSections() {
+    const QScopedValueRollback applying(applying_, true);
+    for (int index = 0; index < count(); ++index) {
+        setSectionHidden(index, !column(index).isVisible());
+    }
 }
 
 std::vector<int> FittedHeader::visibleColumns() const {
@@ -73,6 +79,9 @@ void FittedHeader::fitWidth(int width) {
 }
 
 void FittedHeader::applyWeights() {
+    if (applying_) {
+        return;
+    }
     const std::vector<int> columns = visibleColumns();
     const std::vector<int> widths = shareWidth(weightsOf(columns), width_, minimumColumnWidth);
     {
@@ -93,10 +102,91 @@ void FittedHeader::takeUserWidth(int index, int width) {
     std::vector<double> weights = weightsOf(columns);
     const auto place = static_cast<std::size_t>(std::ranges::find(columns, index) - columns.begin());
     dragEdge(weights, place, width, width_, minimumColumnWidth);
+    setWeights(columns, weights);
+}
+
+void FittedHeader::setWeights(const std::vector<int>& columns, const std::vector<double>& weights) {
     for (std::size_t i = 0; i < columns.size(); ++i) {
         weights_[static_cast<std::size_t>(columns[i])] = weights[i];
     }
     applyWeights();
+}
+
+/// The width that keeps the words of a caption whole.
+int FittedHeader::captionWidth(int index) const {
+    int widest = minimumColumnWidth;
+    for (const QString& word : column(index).headerText().split(u' ')) {
+        widest = std::max(widest, cellTextWidth(word, font()));
+    }
+    return widest;
+}
+
+void FittedHeader::fitColumn(int index, int width, const std::function<int(int column)>& leastWidth) {
+    const std::vector<int> columns = visibleColumns();
+    const auto place = static_cast<std::size_t>(std::ranges::find(columns, index) - columns.begin());
+    if (place == columns.size()) {
+        return;
+    }
+    std::vector<int> widths;
+    std::vector<int> least;
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        const bool shares = place + 1 == columns.size() ? i < place : i > place;
+        widths.push_back(sectionSize(columns[i]));
+        least.push_back(shares ? std::max(captionWidth(columns[i]), leastWidth(columns[i])) : 0);
+    }
+    std::vector<double> weights = weightsOf(columns);
+    grid::fitColumn(weights, widths, place, std::max(width, captionWidth(index)), least);
+    setWeights(columns, weights);
+}
+
+std::vector<int> FittedHeader::hiddenByUser() const {
+    std::vector<int> hidden;
+    for (int index = 0; index < count(); ++index) {
+        if (column(index).isHiddenByUser()) {
+            hidden.push_back(index);
+        }
+    }
+    return hidden;
+}
+
+bool FittedHeader::canHide(int index) const {
+    return index >= 0 && !isSectionHidden(index) && visibleColumns().size() > 1;
+}
+
+void FittedHeader::setColumnHidden(int index, bool hidden) {
+    if (hidden ? canHide(index) : column(index).isHiddenByUser()) {
+        columns_[static_cast<std::size_t>(index)]->setHiddenByUser(hidden);
+        hideSections();
+        applyWeights();
+        emit hiddenColumnsChanged();
+    }
+}
+
+bool FittedHeader::hasInitialLayout() const {
+    for (int index = 0; index < count(); ++index) {
+        if (column(index).isHiddenByUser() || visualIndex(index) != index ||
+            weights_[static_cast<std::size_t>(index)] != column(index).designWidth()) {
+            return false;
+        }
+    }
+    return true;
+}
+
+void FittedHeader::restoreInitialLayout() {
+    const bool hadHidden = !hiddenByUser().empty();
+    {
+        const QScopedValueRollback applying(applying_, true);
+        for (int index = 0; index < count(); ++index) {
+            columns_[static_cast<std::size_t>(index)]->setHiddenByUser(false);
+            weights_[static_cast<std::size_t>(index)] = column(index).designWidth();
+            moveSection(visualIndex(index), index);
+        }
+    }
+    hideSections();
+    applyWeights();
+    if (hadHidden) {
+        emit hiddenColumnsChanged();
+    }
 }
 
 bool FittedHeader::marksFitBeside(int index, int width, int marksWidth) const {
@@ -197,6 +287,10 @@ void FittedHeader::mouseReleaseEvent(QMouseEvent* event) {
     qApp->removeEventFilter(this);
     press_.reset();
     QHeaderView::mouseReleaseEvent(event);
+}
+
+void FittedHeader::contextMenuEvent(QContextMenuEvent* event) {
+    emit menuRequested(logicalIndexAt(event->pos()), event->globalPos());
 }
 
 bool FittedHeader::eventFilter(QObject* watched, QEvent* event) {

@@ -2,6 +2,7 @@
 
 #include <QHeaderView>
 
+#include <functional>
 #include <optional>
 #include <vector>
 
@@ -25,9 +26,35 @@ public:
     /// The height in pixels that shows every text whole, whatever marks stand with it.
     [[nodiscard]] int fittedHeight() const;
 
+    /// Makes a visible column so wide that cells of `width` pixels and the words of its caption stay whole,
+    /// as far as those that share the rest do not need the room: for their captions, and for what
+    /// `leastWidth` says of their cells.
+    void fitColumn(int column, int width, const std::function<int(int column)>& leastWidth);
+
+    /// Columns that the user has hidden.
+    [[nodiscard]] std::vector<int> hiddenByUser() const;
+    /// Whether a column is visible and not the last one that is.
+    [[nodiscard]] bool canHide(int column) const;
+    /// Hides a column that canHide() allows, or shows one that the user has hidden.
+    void setColumnHidden(int column, bool hidden);
+
+    /// Whether order, widths and visible columns are those of the start.
+    [[nodiscard]] bool hasInitialLayout() const;
+    /// Brings them back.
+    void restoreInitialLayout();
+
+    /// Whether sort() would change the order of the rows.
+    [[nodiscard]] virtual bool canSort(int column, std::optional<Qt::SortOrder> order) const = 0;
+    /// Sorts by one column alone; without an order nothing is sorted any more, whatever the column.
+    virtual void sort(int column, std::optional<Qt::SortOrder> order) = 0;
+
 signals:
-    /// A section has been resized or moved.
+    /// A section has been resized, moved, hidden or shown.
     void layoutChanged();
+    /// The user has hidden columns or shown them again.
+    void hiddenColumnsChanged();
+    /// The user wants a menu for a column, or for none (-1); the place is global.
+    void menuRequested(int column, const QPoint& place);
 
 protected:
     /// `columns` are those of `model`, in its order.
@@ -61,6 +88,7 @@ protected:
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     bool viewportEvent(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -76,7 +104,10 @@ private:
     void cancelDrag();
     void applyWeights();
     void takeUserWidth(int column, int width);
+    [[nodiscard]] int captionWidth(int column) const;
+    void hideSections();
     [[nodiscard]] std::vector<double> weightsOf(const std::vector<int>& columns) const;
+    void setWeights(const std::vector<int>& columns, const std::vector<double>& weights);
 
     std::vector<Column*> columns_;
     std::vector<double> weights_; // of every column, by index

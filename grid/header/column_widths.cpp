@@ -1,4 +1,4 @@
-#include "grid/view/column_widths.h"
+#include "grid/header/column_widths.h"
 
 #include <algorithm>
 #include <cmath>
@@ -64,6 +64,41 @@ void dragEdge(std::span<double> weights, std::size_t column, int width, int tota
     }
     std::copy_n(widths.begin(), column, weights.begin());
     weights[column] = width;
+}
+
+void fitColumn(std::span<double> weights, std::span<const int> widths, std::size_t column, int width,
+               std::span<const int> least) {
+    const bool isLast = column + 1 == weights.size();
+    const std::size_t first = isLast ? 0 : column + 1;
+    const std::size_t count = isLast ? column : weights.size() - first;
+    std::vector<double> minimums;
+    for (std::size_t i = first; i < first + count; ++i) {
+        minimums.push_back(std::min(least[i], widths[i]));
+    }
+    const auto shared = widths.subspan(first, count);
+    const int total = widths[column] + std::accumulate(shared.begin(), shared.end(), 0);
+    const double needed = std::accumulate(minimums.begin(), minimums.end(), 0.0);
+    const double fitted = count == 0 ? total : std::min<double>(width, total - needed);
+
+    // As in shareWidth(), columns that would get too little get their minimum and leave the sharing.
+    double freeWidth = total - fitted;
+    double freeWeight = std::accumulate(shared.begin(), shared.end(), 0.0);
+    std::vector<bool> isMinimal(count, false);
+    for (bool found = true; found;) {
+        found = false;
+        for (std::size_t i = 0; i < count; ++i) {
+            if (!isMinimal[i] && shared[i] * freeWidth < minimums[i] * freeWeight) {
+                isMinimal[i] = found = true;
+                freeWidth -= minimums[i];
+                freeWeight -= shared[i];
+            }
+        }
+    }
+    std::ranges::copy(widths, weights.begin());
+    weights[column] = fitted;
+    for (std::size_t i = 0; i < count; ++i) {
+        weights[first + i] = isMinimal[i] ? minimums[i] : shared[i] * freeWidth / freeWeight;
+    }
 }
 
 } // namespace grid

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "grid/view/cell_text.h"
+#include "grid/header/cell_text.h"
 
 #include <QRect>
 

@@ -26,6 +26,9 @@ enum class CellKind : bool { Text, Number };
 /// line. For texts: a number takes one line.
 [[nodiscard]] int cellTextHeight(const QString& text, int width, const QFont& font);
 
+/// The width of a cell in which no line of `text` breaks, paddings included.
+[[nodiscard]] int cellTextWidth(const QString& text, const QFont& font);
+
 /// Whether a cell of `width` pixels has no room for a line of `text`, which is a number or has no place to
 /// break.
 [[nodiscard]] bool isCellTextCut(const QString& text, int width, const QFont& font,

@@ -1,4 +1,4 @@
-#include "grid/view/column_widths.h"
+#include "grid/header/column_widths.h"
 
 #include <gtest/gtest.h>
 
@@ -32,6 +32,22 @@ TEST(ColumnWidths, FillTheWidthAndKeepTheirProportions) {
         EXPECT_EQ(after[1], before[1]);
         EXPECT_EQ(after[2], std::clamp(width, 16, 1202 - before[0] - before[1] - 8 * 16));
     }
+}
+
+TEST(ColumnWidths, FitAColumnWithoutTakingWhatOthersNeed) {
+    const std::vector<int> widths{50, 300, 100, 60, 90};
+    const std::vector<int> least{40, 40, 30, 55, 95};
+    const auto fitted = [&](std::size_t column, int width) {
+        std::vector<double> weights(widths.size());
+        fitColumn(weights, widths, column, width, least);
+        return shareWidth(weights, 600, 24);
+    };
+    using Widths = std::vector<int>;
+    EXPECT_EQ(fitted(1, 175), Widths({50, 175, 150, 90, 135})) << "the others grow in proportion";
+    EXPECT_EQ(fitted(1, 340), Widths({50, 340, 65, 55, 90}))
+        << "one gives way, two have no more than they need";
+    EXPECT_EQ(fitted(1, 5000), Widths({50, 375, 30, 55, 90}));
+    EXPECT_EQ(fitted(4, 141), Widths({45, 269, 90, 55, 141})) << "the last one draws from the left";
 }
 
 } // namespace grid

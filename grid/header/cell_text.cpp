@@ -1,4 +1,4 @@
-#include "grid/view/cell_text.h"
+#include "grid/header/cell_text.h"
 
 #include <QFontMetrics>
 #include <QPainter>
@@ -172,6 +172,15 @@ int cellTextHeight(const QString& text, int width, const QFont& font) {
         lines = std::max<std::size_t>(1, linesOf(shown, innerWidth(width), font, CellKind::Text).size());
     }
     return static_cast<int>(lines) * metrics.height() + 2 * cellTextPaddingY;
+}
+
+int cellTextWidth(const QString& text, const QFont& font) {
+    const QFontMetrics metrics(font);
+    int widest = 0;
+    for (const QString& line : printable(text).split(QChar(QChar::LineSeparator))) {
+        widest = std::max(widest, metrics.horizontalAdvance(line));
+    }
+    return widest + 2 * cellTextPaddingX;
 }
 
 bool isCellTextCut(const QString& text, int width, const QFont& font, CellKind kind) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 namespace grid {
+
 namespace {
 
 constexpr QRgb markColor = qRgb(255, 224, 102);

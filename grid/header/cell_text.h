@@ -1,6 +1,6 @@
 #pragma once
 
-#include "grid/rows/text_matcher.h"
+#include "grid/text/text_matcher.h"
 
 #include <QFont>
 #include <QRect>

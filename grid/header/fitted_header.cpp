@@ -18,6 +18,7 @@
 #include <utility>
 
 namespace grid {
+
 namespace {
 
 // Pixels.

@@ -1,8 +1,8 @@
 #include "grid/rows/distinct_values.h"
 
 #include "db/data_set.h"
-#include "grid/rows/collation.h"
 #include "grid/rows/row_order.h"
+#include "grid/text/collation.h"
 
 #include <algorithm>
 #include <functional>
@@ -10,6 +10,7 @@
 #include <unordered_map>
 
 namespace grid {
+
 namespace {
 
 /// Not noexcept, so that the library keeps it with every entry instead of reckoning it again for neighbours.

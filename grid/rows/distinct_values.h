@@ -1,6 +1,6 @@
 #pragma once
 
-#include "grid/rows/cell_value.h"
+#include "grid/text/cell_value.h"
 
 #include <cstdint>
 #include <set>

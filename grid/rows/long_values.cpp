@@ -7,6 +7,7 @@
 #include <string_view>
 
 namespace grid {
+
 namespace {
 
 /// How many characters decimalText() gives, about.

@@ -1,13 +1,14 @@
 #include "grid/rows/row_filter.h"
 
 #include "db/data_set.h"
-#include "grid/rows/text_matcher.h"
+#include "grid/text/text_matcher.h"
 
 #include <algorithm>
 #include <string_view>
 #include <unordered_set>
 
 namespace grid {
+
 namespace {
 
 /// A column's filter made ready for many rows.

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "grid/rows/cell_value.h"
-#include "grid/rows/number_condition.h"
+#include "grid/text/cell_value.h"
+#include "grid/text/number_condition.h"
 
 #include <QString>
 

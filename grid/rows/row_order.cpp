@@ -1,7 +1,7 @@
 #include "grid/rows/row_order.h"
 
 #include "db/row_store.h"
-#include "grid/rows/collation.h"
+#include "grid/text/collation.h"
 
 #include <algorithm>
 #include <array>
@@ -9,6 +9,7 @@
 #include <utility>
 
 namespace grid {
+
 namespace {
 
 /// A row with the part of its value that is being compared, such that smaller words come first.

@@ -2,9 +2,9 @@
 
 #include "base/win1251.h"
 #include "db/data_set.h"
-#include "grid/rows/collation.h"
 #include "grid/rows/column.h"
 #include "grid/rows/row_order.h"
+#include "grid/text/collation.h"
 
 #include <QLocale>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "grid/rows/text_matcher.h"
 #include "grid/rows/tree_structure.h"
+#include "grid/text/text_matcher.h"
 
 #include <QAbstractItemModel>
 

@@ -11,6 +11,7 @@
 #include <QStringList>
 
 namespace grid {
+
 namespace {
 
 /// Values that are named in words; the others are only counted.

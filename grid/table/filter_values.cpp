@@ -1,12 +1,13 @@
 #include "grid/table/filter_values.h"
 
 #include "db/field.h"
-#include "grid/rows/text_matcher.h"
+#include "grid/text/text_matcher.h"
 
 #include <algorithm>
 #include <numeric>
 
 namespace grid {
+
 namespace {
 
 /// What the values must contain and fulfil to be left.

@@ -11,6 +11,7 @@
 #include <algorithm>
 
 namespace grid {
+
 namespace {
 
 /// The row number under which the header's sections are kept.

@@ -11,6 +11,7 @@
 #include <algorithm>
 
 namespace grid {
+
 namespace {
 
 // Pixels.

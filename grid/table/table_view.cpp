@@ -15,6 +15,7 @@
 #include <algorithm>
 
 namespace grid {
+
 namespace {
 
 constexpr QKeyCombination filterKey = Qt::ALT | Qt::Key_Down;

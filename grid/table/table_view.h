@@ -1,8 +1,8 @@
 #pragma once
 
 #include "grid/rows/table_model.h"
-#include "grid/rows/text_matcher.h"
 #include "grid/table/grid_spec.h"
+#include "grid/text/text_matcher.h"
 #include "grid/view/row_view.h"
 
 #include <optional>

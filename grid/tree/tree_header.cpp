@@ -6,6 +6,7 @@
 #include <QPainter>
 
 namespace grid {
+
 namespace {
 
 constexpr int sortMarkWidth = 16; // pixels, with the room around it

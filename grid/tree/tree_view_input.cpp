@@ -6,6 +6,7 @@
 #include <algorithm>
 
 namespace grid {
+
 namespace {
 
 /// Milliseconds without a key after which typing begins anew.

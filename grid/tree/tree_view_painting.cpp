@@ -4,6 +4,7 @@
 #include <QPainter>
 
 namespace grid {
+
 namespace {
 
 constexpr QRgb selectedColor = qRgb(220, 232, 248);

@@ -4,6 +4,7 @@
 #include <iterator>
 
 namespace grid {
+
 namespace {
 
 constexpr QLatin1String plainFormat("text/plain");

@@ -3,6 +3,7 @@
 #include "grid/view/row_view.h"
 
 namespace grid {
+
 namespace {
 
 /// Parts that are kept for assistive technology at a time.

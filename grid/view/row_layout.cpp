@@ -3,6 +3,7 @@
 #include <algorithm>
 
 namespace grid {
+
 namespace {
 
 /// Heights kept at a time: some screens full of rows.

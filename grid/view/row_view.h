@@ -1,7 +1,7 @@
 #pragma once
 
 #include "grid/header/cell_text.h"
-#include "grid/rows/text_matcher.h"
+#include "grid/text/text_matcher.h"
 #include "grid/view/row_layout.h"
 
 #include <QAbstractItemView>

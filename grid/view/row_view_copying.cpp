@@ -10,6 +10,7 @@
 #include <memory>
 
 namespace grid {
+
 namespace {
 
 CopiedRows::Column kindOf(const Column& column) {

@@ -12,6 +12,7 @@
 #include <algorithm>
 
 namespace grid {
+
 namespace {
 
 /// Milliseconds between two rows while a selection is drawn beyond the edge of the view.

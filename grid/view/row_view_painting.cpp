@@ -7,6 +7,7 @@
 #include <QPaintEvent>
 
 namespace grid {
+
 namespace {
 
 constexpr QRgb gridLineColor = qRgb(192, 192, 192);

@@ -16,6 +16,7 @@
 #include "ui/application.h"
 #include "ui/screen_cursor.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
@@ -185,6 +186,9 @@ TEST(Selection, GoesOnFromATypedItemWithoutReadingTwice) {
     selector.lineEdit()->insert("й");
     EXPECT_EQ(resets.count(), 2) << "one closing, one opening";
     EXPECT_EQ(selector.itemText(selector.currentIndex()), "Е код наименьший");
+    selector.showPopup();
+    QTest::keyClick(selector.view(), Qt::Key_Return);
+    EXPECT_EQ(selector.currentText(), "Е код наименьший") << "the list begins at what was typed";
     QTest::keyClick(&selector, Qt::Key_Up);
     EXPECT_EQ(selector.currentText(), "Д код больше 32 бит");
 }

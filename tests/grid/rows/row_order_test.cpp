@@ -1,7 +1,7 @@
 #include "base/win1251.h"
 #include "db/row_store.h"
-#include "grid/rows/collation.h"
 #include "grid/rows/row_order.h"
+#include "grid/text/collation.h"
 
 #include <gtest/gtest.h>
 

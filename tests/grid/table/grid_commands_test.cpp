@@ -14,6 +14,7 @@
 #include <numeric>
 
 namespace grid {
+
 namespace {
 
 class GridCommandsTest : public GridTest {
@@ -326,4 +327,5 @@ TEST_F(GridCommandsTest, ShowsSumsWholeOrNotAtAll) {
 }
 
 } // namespace
+
 } // namespace grid

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "grid/rows/collation.h"
+#include "grid/text/collation.h"
 
 #include <QString>
 

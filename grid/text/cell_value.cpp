@@ -1,4 +1,4 @@
-#include "grid/rows/cell_value.h"
+#include "grid/text/cell_value.h"
 
 #include "base/win1251.h"
 #include "db/decimal.h"

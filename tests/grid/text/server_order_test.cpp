@@ -1,5 +1,5 @@
 #include "base/win1251.h"
-#include "grid/rows/collation.h"
+#include "grid/text/collation.h"
 #include "support/firebird_server.h"
 
 #include <QStringList>

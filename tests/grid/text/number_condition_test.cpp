@@ -1,4 +1,4 @@
-#include "grid/rows/number_condition.h"
+#include "grid/text/number_condition.h"
 #include "support/printing.h"
 
 #include <gtest/gtest.h>

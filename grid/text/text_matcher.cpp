@@ -1,8 +1,8 @@
-#include "grid/rows/text_matcher.h"
+#include "grid/text/text_matcher.h"
 
+#include "base/decimal.h"
 #include "base/win1251.h"
 #include "db/data_set.h"
-#include "base/decimal.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "grid/rows/collation.h"
+#include "grid/text/collation.h"
 
 #include <algorithm>
 #include <iterator>

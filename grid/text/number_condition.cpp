@@ -1,4 +1,4 @@
-#include "grid/rows/number_condition.h"
+#include "grid/text/number_condition.h"
 
 #include "base/decimal.h"
 

@@ -39,7 +39,7 @@ QString columnInWords(const Column& column, const ColumnFilter& filter, QChar de
         parts.append(name + QStringLiteral(" содержит «") + filter.containedText + u'»');
     }
     if (filter.condition) {
-        parts.append(name + u' ' + filter.condition->inWords());
+        parts.append(name + u' ' + filter.condition->inWords(decimalPoint));
     }
     if (filter.rule != ColumnFilter::Values::Any) {
         const QString values = valuesInWords(filter, *column.field(), decimalPoint);

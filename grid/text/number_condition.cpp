@@ -179,10 +179,12 @@ NumberCondition::Reading NumberCondition::read(const QString& text) {
     return Reader(text).read();
 }
 
-QString NumberCondition::inWords() const {
+QString NumberCondition::inWords(QChar decimalPoint) const {
     QStringList words;
     for (const Comparison& comparison : comparisons_) {
-        words.append(comparison.relation->words.toString() + u' ' + comparison.boundText);
+        QString bound = comparison.boundText;
+        bound.replace(u'.', decimalPoint).replace(u',', decimalPoint);
+        words.append(comparison.relation->words.toString() + u' ' + bound);
     }
     return words.join(QStringLiteral(" и "));
 }

@@ -41,7 +41,7 @@ public:
     /// As it was typed.
     [[nodiscard]] const QString& text() const { return text_; }
     /// As a sentence goes on after the column's name: "больше 10 и меньше 20".
-    [[nodiscard]] QString inWords() const;
+    [[nodiscard]] QString inWords(QChar decimalPoint) const;
 
     /// The same for numbers of so many fraction digits.
     [[nodiscard]] UnitCondition forDigits(int digits) const;

@@ -165,6 +165,8 @@ void TreeView::goToFound() {
     }
     if (rows_.rowOf(node) >= 0) {
         goToRow(rows_.rowOf(node), Qt::NoModifier);
+        // It may have been current before, but out of view.
+        scrollTo(currentIndex());
     }
     setFocus();
 }

@@ -216,7 +216,7 @@ TEST_F(GridTest, TakesTypedConditions) {
     EXPECT_EQ(offered(), "[x](Все) 1, [x]1012,55 1");
     QTest::mouseClick(&part<QPushButton>("FilterOk"), Qt::LeftButton);
     EXPECT_EQ(ids(), "3");
-    EXPECT_EQ(child<QLabel>("FilterBarWords").text(), "«Цена» больше 10 и не равно 12.50");
+    EXPECT_EQ(child<QLabel>("FilterBarWords").text(), "«Цена» больше 10 и не равно 12,50");
 
     // The field shows the condition again; a text without a sign is searched for.
     view().openFilter(price);

@@ -98,5 +98,5 @@ TEST(NumberCondition, SaysWhyATextIsNone) {
         EXPECT_TRUE(NumberCondition::isMeantBy(each.text));
     }
     EXPECT_FALSE(NumberCondition::isMeantBy("-12,5 кг"));
-    EXPECT_EQ(condition(">10 20~30,50").inWords(), "больше 10 и не меньше 20 и не больше 30,50");
+    EXPECT_EQ(condition(">10 20~30.50").inWords(u','), "больше 10 и не меньше 20 и не больше 30,50");
 }

@@ -41,6 +41,7 @@ TableView::TableView(const GridSpec& spec, db::DataSource& dataSource, QWidget* 
     header->setObjectName(objectName() + QStringLiteral("Header"));
     footer_->setObjectName(objectName() + QStringLiteral("Footer"));
 
+    tableHeader_ = header;
     assemble(*model_, *header, footer_, dataSet);
     // Where a filter hides the dataset's current row, the first shown row becomes current.
     connect(model_, &TableModel::modelReset, this, [this] {
@@ -49,7 +50,6 @@ TableView::TableView(const GridSpec& spec, db::DataSource& dataSource, QWidget* 
         }
     });
     connect(header, &TableHeader::filterRequested, this, &TableView::openFilter);
-    connect(this, &TableView::filterClosed, header, &TableHeader::followPointer);
 }
 
 QItemSelection TableView::selectionOf(int first, int last) const {
@@ -187,7 +187,8 @@ void TableView::openFilter(int column) {
                                         model_->decimalPoint(), this);
     connect(popup, &FilterPopup::accepted, this,
             [this, column](const ColumnFilter& filter) { model_->setFilter(column, filter); });
-    connect(popup, &QObject::destroyed, this, &TableView::filterClosed);
+    // Straight to the header, which goes before a popup that is destroyed with the view.
+    connect(popup, &QObject::destroyed, tableHeader_, &TableHeader::followPointer);
 
     const QRect free = screen()->availableGeometry();
     popup->adjustSize();

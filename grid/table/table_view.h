@@ -15,6 +15,7 @@ class DataSource;
 namespace grid {
 
 class TableFooter;
+class TableHeader;
 
 /// A table of a dataset's rows with header and footer.
 class TableView final : public RowView {
@@ -41,10 +42,6 @@ public:
     /// Opens the filter of a column (index of the model).
     void openFilter(int column);
 
-signals:
-    /// The filter that had been opened is gone, whether or not it was accepted.
-    void filterClosed();
-
 protected:
     [[nodiscard]] int rowCount() const override { return model_->rowCount(); }
     [[nodiscard]] QModelIndex indexOf(int row, int column) const override {
@@ -67,6 +64,7 @@ private:
     void showOnly(int column, const CellValue& value);
     void hideValue(int column, const CellValue& value);
 
+    TableHeader* tableHeader_ = nullptr;
     TableModel* model_ = nullptr;
     TableFooter* footer_ = nullptr;
     std::optional<TextMatcher> marked_;

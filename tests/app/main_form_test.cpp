@@ -17,6 +17,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QScreen>
 #include <QTest>
 #include <QToolButton>
 #include <QWindow>
@@ -147,6 +148,19 @@ TEST_F(MainFormTest, LogsOneLineForAnErrorAndShowsIt) {
     EXPECT_EQ(app::defaultDateTimeText(QDateTime(QDate(2024, 3, 5), QTime(7, 8, 9)), russian),
               "05.03.2024 07:08:09");
     EXPECT_EQ(app::defaultDateTimeText(QDateTime(QDate(2024, 3, 5), QTime(0, 0)), russian), "05.03.2024");
+}
+
+TEST_F(MainFormTest, KeepsALongNameWithinItsMessageBox) {
+    const QString path = "/каталог" + QString(400, u'ы') + ".xlsx";
+    int width = 0;
+    const test::NextDialog box([&](QDialog& dialog) {
+        width = dialog.width();
+        dialog.reject();
+    });
+    ui::application().handleException(form_, base::Error(path));
+    EXPECT_GT(width, 0);
+    EXPECT_LT(width, form_.screen()->availableGeometry().width());
+    EXPECT_TRUE(logLines().value(0).contains(path)) << "whole in the log";
 }
 
 TEST_F(MainFormTest, LogsWhatTheHandlingOfAnEventThrows) {

@@ -210,6 +210,9 @@ TEST(DataSets, RefuseTablesThatDoNotFit) {
         {"alter table TERTRUD_TABLE drop OZP; alter table TERTRUD_TABLE add OZP numeric(18,4);", 5, "«OZP»"},
         {"alter table TERMASH_TABLE drop EMM; alter table TERMASH_TABLE add EMM double precision;", 4,
          "DOUBLE"},
+        {"alter table TERMASH_TABLE drop EMM; alter table TERMASH_TABLE add EMM date;", 4, "тип DATE"},
+        {"alter table TERMASH_TABLE drop EMM; alter table TERMASH_TABLE add EMM float;", 4, "тип FLOAT"},
+        {"alter table TERMASH_TABLE drop EMM; alter table TERMASH_TABLE add EMM boolean;", 4, "тип BOOLEAN"},
         {"alter table TERMASH_TABLE drop EMM; alter table TERMASH_TABLE add EMM numeric(4,2);", 4, ""},
     };
     for (const Case& change : cases) {

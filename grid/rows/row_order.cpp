@@ -126,6 +126,7 @@ private:
         }
         Texts texts;
         texts.starts.reserve(run.size() + 1);
+        texts.bytes.reserve(run.size() * typicalLength(run, keys_[keyIndex].field));
         for (std::size_t index = 0; index < run.size(); ++index) {
             prefetchBeyond(run, index);
             run[index].text = static_cast<std::uint32_t>(index);
@@ -134,6 +135,19 @@ private:
         }
         texts.starts.push_back(texts.bytes.size());
         sortTexts(run, keyIndex, texts, 0);
+    }
+
+    /// The average length of some texts of a run, with room for what the order bytes of numbers add.
+    [[nodiscard]] std::size_t typicalLength(Entries run, int field) const {
+        constexpr std::size_t samples = 256;
+        constexpr std::size_t added = 4;
+        const std::size_t step = std::max<std::size_t>(1, run.size() / samples);
+        std::size_t total = 0;
+        std::size_t count = 0;
+        for (std::size_t index = 0; index < run.size(); index += step, ++count) {
+            total += store_.string(run[index].row, field).size() + added;
+        }
+        return total / count + 1;
     }
 
     void sortTexts(Entries run, std::size_t keyIndex, const Texts& texts, std::size_t depth) {

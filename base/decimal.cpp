@@ -45,4 +45,12 @@ std::string decimalText(std::int64_t units, int fractionDigits, char point) {
     return text;
 }
 
+bool isExactInSpreadsheet(std::int64_t units) {
+    constexpr std::int64_t firstLost = 1'000'000'000'000'000;
+    while (units != 0 && units % 10 == 0) {
+        units /= 10;
+    }
+    return -firstLost < units && units < firstLost;
+}
+
 } // namespace base

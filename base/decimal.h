@@ -31,4 +31,8 @@ private:
 /// The same as a text with another decimal point: decimalText(-5, 2, ',') is "-0,05".
 [[nodiscard]] std::string decimalText(std::int64_t units, int fractionDigits, char point);
 
+/// Whether a spreadsheet, which keeps 15 significant digits, holds `units` without loss, wherever the decimal
+/// point stands.
+[[nodiscard]] bool isExactInSpreadsheet(std::int64_t units);
+
 } // namespace base

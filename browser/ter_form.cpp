@@ -242,7 +242,7 @@ void TTERForm::markSelectors() {
 
 void TTERForm::rememberShownRegion() {
     const QString region = cxComboBox1->currentText();
-    if (data::isSelectionRead(*DM) && data::isRegion(*DM, region)) {
+    if (data::isSelectionRead(*DM) && data::isChosenRegion(*DM, region)) {
         shownRegion_ = region;
     }
 }
@@ -252,10 +252,10 @@ QString TTERForm::regionWarning() const {
         return QStringLiteral(
             "Прочитаны не все таблицы: на страницах могут быть строки другого региона или периода");
     }
-    if (data::isRegion(*DM, cxComboBox1->currentText())) {
+    if (data::isChosenRegion(*DM, cxComboBox1->currentText())) {
         return {};
     }
-    return QStringLiteral("Такого региона нет. Показан «%1»").arg(shownRegion());
+    return QStringLiteral("Этот текст не выбирает региона. Показан «%1»").arg(shownRegion());
 }
 
 QString TTERForm::shownRegion() const {

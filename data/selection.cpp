@@ -16,6 +16,11 @@ const QString nameColumn = QStringLiteral("NAME");
 const QString periodParameter = QStringLiteral("p1");
 const QString regionParameter = QStringLiteral("p2");
 
+std::int32_t regionIdOf(const TDM& module, int row) {
+    const db::DataSet& regions = module.pFIBDataSet1;
+    return static_cast<std::int32_t>(regions.rows().integer(row, regions.field(idColumn).index()));
+}
+
 } // namespace
 
 void bindSelection(db::DataSet& dataSet, const QString& period, std::int32_t region) {
@@ -37,14 +42,13 @@ bool locateRegion(TDM& module, const QString& name) {
     return module.pFIBDataSet1.isOpen() && module.pFIBDataSet1.locate(nameColumn, name);
 }
 
-bool isRegion(const TDM& module, const QString& name) {
-    return module.pFIBDataSet1.isOpen() && module.pFIBDataSet1.find(nameColumn, name).has_value();
+bool isChosenRegion(const TDM& module, const QString& name) {
+    const auto row = module.pFIBDataSet1.isOpen() ? module.pFIBDataSet1.find(nameColumn, name) : std::nullopt;
+    return row && regionIdOf(module, *row) == CurRegionId;
 }
 
 std::int32_t currentRegionId(const TDM& module) {
-    const db::DataSet& regions = module.pFIBDataSet1;
-    return static_cast<std::int32_t>(
-        regions.rows().integer(regions.currentRow(), regions.field(idColumn).index()));
+    return regionIdOf(module, module.pFIBDataSet1.currentRow());
 }
 
 bool isSelectionRead(TDM& module) {

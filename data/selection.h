@@ -30,8 +30,8 @@ void openCatalogs(TDM& module);
 /// Makes the row of the region of that exact name current; false, and nothing changed, when there is none.
 [[nodiscard]] bool locateRegion(TDM& module, const QString& name);
 
-/// Whether a region has that exact name.
-[[nodiscard]] bool isRegion(const TDM& module, const QString& name);
+/// Whether that exact name is the one of the chosen region, as locateRegion() finds it.
+[[nodiscard]] bool isChosenRegion(const TDM& module, const QString& name);
 
 /// The ID of the regions' current row as a 32-bit integer: its low 32 bits, 0 where it is NULL.
 [[nodiscard]] std::int32_t currentRegionId(const TDM& module);

@@ -36,6 +36,8 @@ public:
     /// Ends the appending; gives back the memory held for growth. Rows can be read from now on.
     void seal();
 
+    /// So many rows before their turn is the best time for prefetch().
+    static constexpr std::size_t prefetchAhead = 12;
     /// Has the processor fetch a row that is going to be read; rows that lie apart are waited for otherwise.
     void prefetch(int row) const noexcept;
 

@@ -12,8 +12,6 @@ namespace xlsx {
 
 namespace {
 
-constexpr std::int64_t firstTooLong = 1'000'000'000'000'000; // for a spreadsheet's numbers
-
 constexpr std::size_t longestCharacter = 7; // bytes of an escaped one
 
 /// What stands for one byte.
@@ -88,13 +86,6 @@ QByteArray textOf(QStringView text) {
         }
     }
     return result;
-}
-
-bool isExactInSpreadsheet(std::int64_t units) {
-    while (units != 0 && units % 10 == 0) {
-        units /= 10;
-    }
-    return -firstTooLong < units && units < firstTooLong;
 }
 
 } // namespace xlsx

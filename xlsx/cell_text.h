@@ -18,8 +18,4 @@ void appendText(std::string& xml, std::string_view win1251);
 /// The same of any other text; half a surrogate pair is escaped as well.
 [[nodiscard]] QByteArray textOf(QStringView text);
 
-/// Whether a spreadsheet, which keeps 15 significant digits, holds `units` without loss, wherever the decimal
-/// point stands.
-[[nodiscard]] bool isExactInSpreadsheet(std::int64_t units);
-
 } // namespace xlsx

@@ -82,7 +82,7 @@ void SheetWriter::text(std::string_view win1251) {
 
 void SheetWriter::number(std::int64_t units) {
     const int digits = columns_.at(column_).fractionDigits.value_or(0);
-    if (!isExactInSpreadsheet(units)) {
+    if (!base::isExactInSpreadsheet(units)) {
         text(base::decimalText(units, digits, page_.decimalPoint.toLatin1()));
         return;
     }

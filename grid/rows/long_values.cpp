@@ -1,5 +1,6 @@
 #include "grid/rows/long_values.h"
 
+#include "base/decimal.h"
 #include "db/field.h"
 #include "db/row_store.h"
 
@@ -9,16 +10,6 @@
 namespace grid {
 
 namespace {
-
-/// How many characters decimalText() gives, about.
-std::size_t numberLength(std::int64_t number, int fractionDigits) {
-    std::size_t digits = 1;
-    for (std::int64_t rest = number / 10; rest != 0; rest /= 10) {
-        ++digits;
-    }
-    const auto whole = static_cast<std::size_t>(fractionDigits) + 1;
-    return std::max(digits, whole) + (number < 0 ? 1 : 0);
-}
 
 /// Places whose values have the same length, and the texts there.
 struct SameLength {
@@ -37,14 +28,14 @@ std::vector<int> placesOfLongValues(const db::RowStore& store, const db::Field& 
     std::vector<SameLength> byLength;
     for (std::size_t place = 0; place < storeRows.size(); ++place) {
         // Sorted rows lie apart in the store.
-        constexpr std::size_t ahead = 12;
-        if (place + ahead < storeRows.size()) {
-            store.prefetch(storeRows[place + ahead]);
+        if (place + db::RowStore::prefetchAhead < storeRows.size()) {
+            store.prefetch(storeRows[place + db::RowStore::prefetchAhead]);
         }
         std::string_view text;
         std::size_t length = leading.empty() ? 0 : static_cast<std::size_t>(leading[place]);
         if (field.isNumber()) {
-            length += numberLength(store.integer(storeRows[place], field.index()), field.fractionDigits());
+            const std::int64_t number = store.integer(storeRows[place], field.index());
+            length += base::DecimalCharacters(number, field.fractionDigits()).view().size();
         } else {
             text = store.string(storeRows[place], field.index());
             length += text.size();

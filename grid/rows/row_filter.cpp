@@ -1,7 +1,6 @@
 #include "grid/rows/row_filter.h"
 
 #include "db/data_set.h"
-#include "grid/text/text_matcher.h"
 
 #include <algorithm>
 #include <string_view>
@@ -15,50 +14,46 @@ namespace {
 class Check final {
 public:
     explicit Check(const FieldFilter& source)
-        : field_(*source.field),
-          rule_(source.filter->rule),
-          text_(source.filter->containedText),
-          condition_(source.filter->condition) {
-        if (condition_ && field_.isNumber()) {
-            unitCondition_ = condition_->forDigits(field_.fractionDigits());
-        }
+        : field_(*source.field), rule_(source.filter->rule), contents_(*source.filter, field_) {
         for (const CellValue& value : source.filter->values) {
             values_.insert(toView(value));
         }
     }
 
-    [[nodiscard]] bool passes(const db::DataSet& dataSet, int row) const {
-        if (!text_.isEmpty() && text_.findIn(dataSet, row, field_).isEmpty()) {
-            return false;
-        }
-        if (condition_ && !holds(dataSet.rows(), row)) {
-            return false;
-        }
-        if (rule_ == ColumnFilter::Values::Any) {
-            return true;
-        }
-        const bool listed = values_.contains(cellView(dataSet.rows(), row, field_));
-        return listed == (rule_ == ColumnFilter::Values::Only);
+    [[nodiscard]] bool passes(const db::RowStore& rows, int row) const {
+        const CellView value = cellView(rows, row, field_);
+        return contents_.holdsFor(value) &&
+               (rule_ == ColumnFilter::Values::Any ||
+                values_.contains(value) == (rule_ == ColumnFilter::Values::Only));
     }
 
 private:
-    [[nodiscard]] bool holds(const db::RowStore& rows, int row) const {
-        const int index = field_.index();
-        if (!field_.isNumber()) {
-            return condition_->holdsFor(rows.string(row, index));
-        }
-        return !rows.isNull(row, index) && unitCondition_->holdsFor(rows.integer(row, index));
-    }
-
     const db::Field& field_;
     ColumnFilter::Values rule_;
-    TextMatcher text_;
-    const std::optional<NumberCondition>& condition_;
-    std::optional<UnitCondition> unitCondition_; // of a number field
-    std::unordered_set<CellView> values_;        // views into the filter's own values
+    ContentsCheck contents_;
+    std::unordered_set<CellView> values_; // views into the filter's own values
 };
 
 } // namespace
+
+ContentsCheck::ContentsCheck(const ColumnFilter& filter, const db::Field& field)
+    : text_(filter.containedText), condition_(filter.condition), fractionDigits_(field.fractionDigits()) {
+    if (condition_ && field.isNumber()) {
+        unitCondition_ = condition_->forDigits(fractionDigits_);
+    }
+}
+
+bool ContentsCheck::holdsFor(const CellView& value) const {
+    if (const auto* const text = std::get_if<std::string_view>(&value)) {
+        return (text_.isEmpty() || !text_.findIn(*text).isEmpty()) &&
+               (!condition_ || condition_->holdsFor(*text));
+    }
+    if (const auto* const number = std::get_if<std::int64_t>(&value)) {
+        return (text_.isEmpty() || !text_.findIn(*number, fractionDigits_).isEmpty()) &&
+               (!unitCondition_ || unitCondition_->holdsFor(*number));
+    }
+    return text_.isEmpty() && !condition_;
+}
 
 std::vector<std::int32_t> filteredRows(const db::DataSet& dataSet, std::span<const FieldFilter> filters) {
     std::vector<Check> checks;
@@ -68,7 +63,8 @@ std::vector<std::int32_t> filteredRows(const db::DataSet& dataSet, std::span<con
     }
     std::vector<std::int32_t> result;
     for (int row = 0; row < dataSet.rowCount(); ++row) {
-        if (std::ranges::all_of(checks, [&](const Check& check) { return check.passes(dataSet, row); })) {
+        if (std::ranges::all_of(checks,
+                                [&](const Check& check) { return check.passes(dataSet.rows(), row); })) {
             result.push_back(row);
         }
     }

@@ -2,6 +2,7 @@
 
 #include "grid/text/cell_value.h"
 #include "grid/text/number_condition.h"
+#include "grid/text/text_matcher.h"
 
 #include <QString>
 
@@ -30,6 +31,21 @@ struct ColumnFilter {
     [[nodiscard]] bool isEmpty() const {
         return containedText.isEmpty() && rule == Values::Any && !condition;
     }
+};
+
+/// Whether values hold the text of a column's filter and fulfil its condition; made ready for many of them.
+class ContentsCheck final {
+public:
+    /// `filter` must outlive the check.
+    ContentsCheck(const ColumnFilter& filter, const db::Field& field);
+
+    [[nodiscard]] bool holdsFor(const CellView& value) const;
+
+private:
+    TextMatcher text_;
+    const std::optional<NumberCondition>& condition_;
+    std::optional<UnitCondition> unitCondition_; // of a number field
+    int fractionDigits_;
 };
 
 /// A filter with the field that it is about.

@@ -221,9 +221,8 @@ private:
 
     /// Sets the row of a later entry on its way; texts are read in the order of the run, not of the store.
     void prefetchBeyond(Entries run, std::size_t index) const {
-        constexpr std::size_t ahead = 12;
-        if (index + ahead < run.size()) {
-            store_.prefetch(run[index + ahead].row);
+        if (index + db::RowStore::prefetchAhead < run.size()) {
+            store_.prefetch(run[index + db::RowStore::prefetchAhead].row);
         }
     }
 

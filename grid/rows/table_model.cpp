@@ -53,16 +53,7 @@ QString TableModel::text(int row, int columnIndex) const {
 
 CellValue TableModel::value(int row, int columnIndex) const {
     const db::Field* const field = column(columnIndex).field();
-    const db::RowStore& rows = dataSet_.rows();
-    const int source = dataSetRow(row);
-    if (!field || rows.isNull(source, field->index())) {
-        return {};
-    }
-    if (field->isNumber()) {
-        return rows.integer(source, field->index());
-    }
-    const std::string_view text = rows.string(source, field->index());
-    return text.empty() ? CellValue() : CellValue(std::string(text));
+    return field ? toValue(cellView(dataSet_.rows(), dataSetRow(row), *field)) : CellValue();
 }
 
 std::vector<QString> TableModel::sums(std::span<const int> columns, std::span<const RowStretch> rows) const {

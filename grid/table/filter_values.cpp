@@ -1,7 +1,7 @@
 #include "grid/table/filter_values.h"
 
+#include "base/decimal.h"
 #include "db/field.h"
-#include "grid/text/text_matcher.h"
 
 #include <algorithm>
 #include <numeric>
@@ -10,41 +10,12 @@ namespace grid {
 
 namespace {
 
-/// What the values must contain and fulfil to be left.
-class Narrowing final {
-public:
-    Narrowing(const ColumnFilter& filter, int fractionDigits)
-        : text_(filter.containedText), condition_(filter.condition), fractionDigits_(fractionDigits) {
-        if (condition_) {
-            unitCondition_ = condition_->forDigits(fractionDigits);
-        }
-    }
-
-    [[nodiscard]] bool leaves(const CellValue& value) const {
-        if (const auto* const text = std::get_if<std::string>(&value)) {
-            return (text_.isEmpty() || !text_.findIn(*text).isEmpty()) &&
-                   (!condition_ || condition_->holdsFor(*text));
-        }
-        if (const auto* const number = std::get_if<std::int64_t>(&value)) {
-            return (text_.isEmpty() || !text_.findIn(*number, fractionDigits_).isEmpty()) &&
-                   (!unitCondition_ || unitCondition_->holdsFor(*number));
-        }
-        return text_.isEmpty() && !condition_;
-    }
-
-private:
-    TextMatcher text_;
-    const std::optional<NumberCondition>& condition_;
-    std::optional<UnitCondition> unitCondition_;
-    int fractionDigits_;
-};
-
 std::size_t length(const CellValue& value) {
     if (const auto* const text = std::get_if<std::string>(&value)) {
         return text->size();
     }
     const auto* const number = std::get_if<std::int64_t>(&value);
-    return number ? QString::number(*number).size() : 0;
+    return number ? base::DecimalCharacters(*number, 0).view().size() : 0;
 }
 
 } // namespace
@@ -68,10 +39,10 @@ FilterValues::FilterValues(const db::Field& field, std::vector<CountedValue> val
 
 void FilterValues::narrow(const ColumnFilter& filter) {
     beginResetModel();
-    const Narrowing narrowing(filter, field_.fractionDigits());
+    const ContentsCheck contents(filter, field_);
     left_.clear();
     for (std::uint32_t value = 0; value < values_.size(); ++value) {
-        if (narrowing.leaves(values_[value].value)) {
+        if (contents.holdsFor(toView(values_[value].value))) {
             left_.push_back(value);
         }
     }

@@ -1,7 +1,8 @@
 #include "grid/view/copied_rows.h"
 
+#include "base/decimal.h"
+
 #include <algorithm>
-#include <iterator>
 
 namespace grid {
 
@@ -23,15 +24,13 @@ void appendPlain(QString& text, QStringView cell) {
     }
 }
 
-/// Whether a spreadsheet, which keeps 15 significant digits, holds the number that `text` shows without loss.
+/// Whether a spreadsheet holds the number that `text` shows without loss.
 bool isExactNumber(QStringView text) {
-    constexpr qsizetype keptDigits = 15;
-    const auto isSignificant = [](QChar character) { return character >= u'1' && character <= u'9'; };
-    const auto first = std::ranges::find_if(text, isSignificant);
-    const auto last =
-        std::ranges::find_if(text.rbegin(), std::make_reverse_iterator(first), isSignificant).base();
-    return std::ranges::count_if(first, last, [](QChar character) { return character.isDigit(); }) <=
-           keptDigits;
+    QString digits = text.toString();
+    digits.removeIf([](QChar character) { return !character.isDigit(); });
+    bool isWithin64Bits = false;
+    const qlonglong units = digits.toLongLong(&isWithin64Bits);
+    return isWithin64Bits && base::isExactInSpreadsheet(units);
 }
 
 bool isControl(char byte) {

@@ -104,9 +104,8 @@ void RowView::fitColumn(int column) {
     constexpr int codeLength = 14; // characters
     const int longestCode = codeLength * fontMetrics().averageCharWidth();
     const auto leastWidth = [&](int other) {
-        const db::Field* const field = header_->column(other).field();
         const int widest = widestCell(other, rows);
-        return field && field->isNumber() ? widest : std::min(widest, longestCode);
+        return cellKind(other) == CellKind::Number ? widest : std::min(widest, longestCode);
     };
     header_->fitColumn(column, widestCell(column, rows), leastWidth);
 }

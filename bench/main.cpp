@@ -37,6 +37,7 @@ constexpr std::array rows{
     Row{"filter", bench::measureFilter},
     Row{"filter-number", bench::measureFilterByNumber},
     Row{"filter-list", bench::measureFilterList},
+    Row{"find", bench::measureFind},
     Row{"selection-sum", bench::measureSelectionSum},
     Row{"tree", bench::measureTree},
     Row{"tree-find", bench::measureTreeFind},

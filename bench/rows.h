@@ -25,6 +25,7 @@ std::vector<Result> measureSortByNumber(const Surroundings& surroundings);
 std::vector<Result> measureFilter(const Surroundings& surroundings);
 std::vector<Result> measureFilterByNumber(const Surroundings& surroundings);
 std::vector<Result> measureFilterList(const Surroundings& surroundings);
+std::vector<Result> measureFind(const Surroundings& surroundings);
 std::vector<Result> measureSelectionSum(const Surroundings& surroundings);
 std::vector<Result> measureTree(const Surroundings& surroundings);
 std::vector<Result> measureTreeFind(const Surroundings& surroundings);

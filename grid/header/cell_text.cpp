@@ -137,24 +137,42 @@ qreal aligned(qreal left, qreal width, qreal textWidth, Qt::Alignment horizontal
     return horizontal & Qt::AlignHCenter ? left + std::max(0.0, (width - textWidth) / 2) : left;
 }
 
-/// Draws one line of a text, cut with an ellipsis where it is too long; `mark` counts from its first
-/// character.
-void drawLine(QPainter& painter, const QRectF& place, const QString& line, Qt::Alignment horizontal,
-              TextRange mark) {
-    const QFontMetrics metrics(painter.font());
-    const bool isCut = metrics.horizontalAdvance(line.trimmed()) > place.width() + 1;
-    const QString text =
-        isCut ? metrics.elidedText(line, Qt::ElideRight, static_cast<int>(place.width())) : line;
-    mark.end = std::min(mark.end, text.size());
-    QTextLayout layout(text, painter.font());
-    if (!mark.isEmpty()) {
+/// The parts of `marks` within a line of their text, counted from its first character.
+std::vector<TextRange> within(std::span<const TextRange> marks, TextRange line) {
+    std::vector<TextRange> parts;
+    for (const TextRange& mark : marks) {
+        const TextRange part{std::max(mark.start, line.start) - line.start,
+                             std::min(mark.end, line.end) - line.start};
+        if (!part.isEmpty()) {
+            parts.push_back(part);
+        }
+    }
+    return parts;
+}
+
+QList<QTextLayout::FormatRange> formatsOf(const std::vector<TextRange>& marks) {
+    QList<QTextLayout::FormatRange> formats;
+    for (const TextRange& mark : marks) {
         QTextLayout::FormatRange marked;
         marked.start = static_cast<int>(mark.start);
         marked.length = static_cast<int>(mark.end - mark.start);
         marked.format.setBackground(QColor(markColor));
         marked.format.setForeground(Qt::black);
-        layout.setFormats({marked});
+        formats.append(marked);
     }
+    return formats;
+}
+
+/// Draws one line of a text, cut with an ellipsis where it is too long; `marks` count from its first
+/// character.
+void drawLine(QPainter& painter, const QRectF& place, const QString& line, Qt::Alignment horizontal,
+              const std::vector<TextRange>& marks) {
+    const QFontMetrics metrics(painter.font());
+    const bool isCut = metrics.horizontalAdvance(line.trimmed()) > place.width() + 1;
+    const QString text =
+        isCut ? metrics.elidedText(line, Qt::ElideRight, static_cast<int>(place.width())) : line;
+    QTextLayout layout(text, painter.font());
+    layout.setFormats(formatsOf(within(marks, {0, text.size()})));
     layout.beginLayout();
     QTextLine whole = layout.createLine();
     whole.setNumColumns(static_cast<int>(text.size()));
@@ -194,14 +212,14 @@ bool isCellTextCut(const QString& text, int width, const QFont& font, CellKind k
 }
 
 void drawCellText(QPainter& painter, const QRect& cell, const QString& text, Qt::Alignment horizontal,
-                  TextRange mark, CellKind kind) {
+                  std::span<const TextRange> marks, CellKind kind) {
     const QFontMetrics metrics(painter.font());
     const QString shown = printable(text);
     const int width = innerWidth(cell.width());
     const int left = cell.left() + cellTextPaddingX;
     int top = cell.top() + cellTextPaddingY;
     const bool isOneLine = fitsOneLine(shown, width, metrics);
-    if (mark.isEmpty() && isOneLine) {
+    if (marks.empty() && isOneLine) {
         const qreal x = horizontal & (Qt::AlignRight | Qt::AlignHCenter)
                             ? aligned(left, width, metrics.horizontalAdvance(shown), horizontal)
                             : left;
@@ -213,10 +231,8 @@ void drawCellText(QPainter& painter, const QRect& cell, const QString& text, Qt:
         return;
     }
     for (const TextRange& line : linesOf(shown, width, painter.font(), kind)) {
-        const TextRange marked{std::max(mark.start, line.start) - line.start,
-                               std::min(mark.end, line.end) - line.start};
         drawLine(painter, QRectF(left, top, width, metrics.height()),
-                 shown.mid(line.start, line.end - line.start), horizontal, marked);
+                 shown.mid(line.start, line.end - line.start), horizontal, within(marks, line));
         top += metrics.height();
     }
 }

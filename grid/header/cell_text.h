@@ -6,6 +6,8 @@
 #include <QRect>
 #include <QString>
 
+#include <span>
+
 class QPainter;
 
 // Wrapped text of cells and headers: measured and drawn by the same rules. Lines break between words, a
@@ -35,8 +37,8 @@ enum class CellKind : bool { Text, Number };
                                  CellKind kind = CellKind::Text);
 
 /// Draws `text` into `cell` (outer edge, paddings inside) with the painter's font and pen; vertically at the
-/// top. `mark` is an occurrence of what is searched for.
+/// top. `marks` are what a search has found, from left to right.
 void drawCellText(QPainter& painter, const QRect& cell, const QString& text, Qt::Alignment horizontal,
-                  TextRange mark = {}, CellKind kind = CellKind::Text);
+                  std::span<const TextRange> marks = {}, CellKind kind = CellKind::Text);
 
 } // namespace grid

@@ -37,22 +37,23 @@ private:
 } // namespace
 
 ContentsCheck::ContentsCheck(const ColumnFilter& filter, const db::Field& field)
-    : text_(filter.containedText), condition_(filter.condition), fractionDigits_(field.fractionDigits()) {
+    : words_(filter.containedText), condition_(filter.condition), fractionDigits_(field.fractionDigits()) {
     if (condition_ && field.isNumber()) {
         unitCondition_ = condition_->forDigits(fractionDigits_);
     }
 }
 
 bool ContentsCheck::holdsFor(const CellView& value) const {
+    if (!words_.matches(value, fractionDigits_)) {
+        return false;
+    }
     if (const auto* const text = std::get_if<std::string_view>(&value)) {
-        return (text_.isEmpty() || !text_.findIn(*text).isEmpty()) &&
-               (!condition_ || condition_->holdsFor(*text));
+        return !condition_ || condition_->holdsFor(*text);
     }
     if (const auto* const number = std::get_if<std::int64_t>(&value)) {
-        return (text_.isEmpty() || !text_.findIn(*number, fractionDigits_).isEmpty()) &&
-               (!unitCondition_ || unitCondition_->holdsFor(*number));
+        return !unitCondition_ || unitCondition_->holdsFor(*number);
     }
-    return text_.isEmpty() && !condition_;
+    return !condition_;
 }
 
 std::vector<std::int32_t> filteredRows(const db::DataSet& dataSet, std::span<const FieldFilter> filters) {

@@ -23,7 +23,7 @@ namespace grid {
 struct ColumnFilter {
     enum class Values : std::uint8_t { Any, Only, AllBut };
 
-    QString containedText; ///< empty: any text
+    QString containedText; ///< words that TextMatcher finds; empty: any text
     Values rule = Values::Any;
     std::set<CellValue> values; ///< those that `rule` speaks of
     std::optional<NumberCondition> condition = std::nullopt;
@@ -33,7 +33,7 @@ struct ColumnFilter {
     }
 };
 
-/// Whether values hold the text of a column's filter and fulfil its condition; made ready for many of them.
+/// Whether values hold the words of a column's filter and fulfil its condition; made ready for many of them.
 class ContentsCheck final {
 public:
     /// `filter` must outlive the check.
@@ -42,7 +42,7 @@ public:
     [[nodiscard]] bool holdsFor(const CellView& value) const;
 
 private:
-    TextMatcher text_;
+    TextMatcher words_;
     const std::optional<NumberCondition>& condition_;
     std::optional<UnitCondition> unitCondition_; // of a number field
     int fractionDigits_;

@@ -66,11 +66,28 @@ void TreeModel::applySearch() {
             searched.push_back(shown->field());
         }
     }
+    isHit_.assign(static_cast<std::size_t>(structure_.rowCount()), false);
     structure_.showOnly([&](int node) {
-        return std::ranges::any_of(searched, [&](const db::Field* field) {
-            return !search_->findIn(dataSet_, node, *field).isEmpty();
+        const bool isHit = std::ranges::any_of(searched, [&](const db::Field* field) {
+            return search_->matches(cellView(dataSet_.rows(), node, *field), field->fractionDigits());
         });
+        isHit_[static_cast<std::size_t>(node)] = isHit;
+        return isHit;
     });
+    collectHits();
+}
+
+void TreeModel::collectHits() {
+    hits_.clear();
+    if (!search_) {
+        return;
+    }
+    for (int node = structure_.next(TreeStructure::root); node != TreeStructure::root;
+         node = structure_.next(node)) {
+        if (isHit_[static_cast<std::size_t>(node)]) {
+            hits_.push_back(node);
+        }
+    }
 }
 
 int TreeModel::node(const QModelIndex& index) {
@@ -118,6 +135,7 @@ void TreeModel::sort(int column, Qt::SortOrder order) {
     sortColumn_ = column < 0 ? std::nullopt : std::optional(column);
     descending_ = order == Qt::DescendingOrder;
     applySort();
+    collectHits();
     const QModelIndexList before = persistentIndexList();
     QModelIndexList after;
     after.reserve(before.size());
@@ -128,13 +146,14 @@ void TreeModel::sort(int column, Qt::SortOrder order) {
     emit layoutChanged({}, VerticalSortHint);
 }
 
-void TreeModel::setSearch(const QString& text) {
+void TreeModel::setSearch(const TextMatcher& words) {
     beginResetModel();
-    if (text.isEmpty()) {
+    if (words.isEmpty()) {
         search_.reset();
+        collectHits();
         structure_.showAll();
     } else {
-        search_.emplace(text);
+        search_ = words;
         applySearch();
     }
     endResetModel();
@@ -151,9 +170,11 @@ QString TreeModel::text(int node, int column) const {
     return field ? dataSet_.text(node, *field, decimalPoint_) : QString();
 }
 
-TextRange TreeModel::match(int node, int column) const {
+std::vector<TextRange> TreeModel::marks(int node, int column) const {
     const db::Field* const field = this->column(column).field();
-    return search_ && field ? search_->findIn(dataSet_, node, *field) : TextRange();
+    return search_ && field
+               ? search_->marksIn(cellView(dataSet_.rows(), node, *field), field->fractionDigits())
+               : std::vector<TextRange>();
 }
 
 int TreeModel::findStartingWith(const QString& text, int column, int from) const {

@@ -53,16 +53,18 @@ public:
     [[nodiscard]] std::optional<int> sortColumn() const { return sortColumn_; }
     [[nodiscard]] bool isDescending() const { return descending_; }
 
-    /// Shows only the nodes with the text in a visible column, and their ancestors; an empty text shows all.
-    void setSearch(const QString& text);
+    /// Shows only the nodes with all words in one visible column, and their ancestors; no word shows all.
+    void setSearch(const TextMatcher& words);
     /// Searches once more; to be called when other columns are visible.
     void searchAgain();
     [[nodiscard]] bool isSearching() const { return search_.has_value(); }
+    /// The nodes that the search has found, from top to bottom.
+    [[nodiscard]] const std::vector<int>& hits() const { return hits_; }
 
     /// A cell as it is shown.
     [[nodiscard]] QString text(int node, int column) const;
-    /// The characters of a cell that match the search.
-    [[nodiscard]] TextRange match(int node, int column) const;
+    /// The characters of a cell that the search has found.
+    [[nodiscard]] std::vector<TextRange> marks(int node, int column) const;
 
     /// The first shown node from `from` on (itself included), in the order of the fully open tree and round
     /// its end, whose text in `column` starts with `text`; TreeStructure::root when there is none.
@@ -72,6 +74,7 @@ private:
     void build();
     void applySort();
     void applySearch();
+    void collectHits();
 
     db::DataSet& dataSet_;
     std::vector<Column*> columns_;
@@ -81,6 +84,8 @@ private:
     std::optional<int> sortColumn_;
     bool descending_ = false;
     std::optional<TextMatcher> search_;
+    std::vector<bool> isHit_; // by node, while searching
+    std::vector<int> hits_;
     TreeStructure structure_;
 };
 

@@ -2,8 +2,9 @@
 
 #include "grid/rows/column.h"
 #include "grid/table/filter_list.h"
+#include "grid/view/outcome_label.h"
+#include "grid/view/search_texts.h"
 
-#include <QAccessible>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -26,9 +27,8 @@ FilterPopup::FilterPopup(const Column& column, std::vector<CountedValue> values,
     text_ = new QLineEdit(present.condition ? present.condition->text() : present.containedText, this);
     text_->setObjectName(QStringLiteral("FilterText"));
     text_->setClearButtonEnabled(true);
-    word_ = new QLabel(this);
+    word_ = new OutcomeLabel(this);
     word_->setObjectName(QStringLiteral("FilterWord"));
-    word_->setTextFormat(Qt::PlainText);
     word_->setWordWrap(true);
     list_ = new FilterList(values_, this);
     list_->setObjectName(QStringLiteral("FilterValues"));
@@ -57,9 +57,11 @@ void FilterPopup::layOut() {
         textLabel->setText(QStringLiteral("Содержит &текст или условие:"));
         text_->setPlaceholderText(QStringLiteral("12,5 или >1000 или 1000~5000"));
         text_->setToolTip(QStringLiteral("Условия: >1000 >=1000 <1000 <=1000 =1000 <>1000 1000~5000\n"
-                                         "Несколько через пробел должны выполняться вместе"));
+                                         "Несколько через пробел должны выполняться вместе\n\n") +
+                          searchHint());
     } else {
         textLabel->setText(QStringLiteral("Содержит &текст:"));
+        text_->setToolTip(searchHint());
     }
     auto* const cancel = new QPushButton(QStringLiteral("Отмена"), this);
     connect(cancel, &QPushButton::clicked, this, &QWidget::close);
@@ -86,7 +88,7 @@ void FilterPopup::readText() {
         typed_.condition = std::move(reading.condition);
         mistake_ = reading.mistake;
     } else {
-        typed_.containedText = text_->text();
+        typed_.containedText = TextMatcher(text_->text()).isEmpty() ? QString() : text_->text();
     }
     // A condition that is still being typed leaves the list as it is.
     if (mistake_.isEmpty()) {
@@ -124,18 +126,13 @@ QString FilterPopup::listInWords() const {
 }
 
 void FilterPopup::showWord(const QString& word, bool isObjection) {
-    if (word == word_->text()) {
-        return;
-    }
-    word_->setText(word);
     QPalette colors = palette();
     if (isObjection) {
         colors.setColor(QPalette::WindowText, Qt::darkRed);
     }
     word_->setPalette(colors);
     text_->setAccessibleDescription(word);
-    QAccessibleEvent event(word_, QAccessible::Alert);
-    QAccessible::updateAccessibility(&event);
+    word_->say(word);
 }
 
 void FilterPopup::accept() {

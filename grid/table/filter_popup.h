@@ -7,7 +7,6 @@
 
 #include <vector>
 
-class QLabel;
 class QLineEdit;
 class QPushButton;
 
@@ -15,6 +14,7 @@ namespace grid {
 
 class Column;
 class FilterList;
+class OutcomeLabel;
 
 /// The window in which the user chooses what a column must hold: a text, a number condition, or some of its
 /// values, of which the text or the condition leaves some to choose from. Closes and deletes itself.
@@ -49,7 +49,7 @@ private:
     ColumnFilter typed_; // what the text says
     QString mistake_;    // or why it says nothing
     QLineEdit* text_;
-    QLabel* word_;
+    OutcomeLabel* word_;
     FilterList* list_;
     QPushButton* ok_;
 };

@@ -1,28 +1,59 @@
 #include "grid/table/table_find_bar.h"
 
+#include "grid/header/fitted_header.h"
 #include "grid/table/table_view.h"
+#include "grid/view/outcome_label.h"
+#include "grid/view/search_texts.h"
 
+#include <QDeadlineTimer>
 #include <QHBoxLayout>
+#include <QItemSelectionModel>
 #include <QKeyEvent>
-#include <QLabel>
 #include <QLineEdit>
+#include <QTimerEvent>
 #include <QToolButton>
+
+#include <chrono>
 
 namespace grid {
 
-TableFindBar::TableFindBar(TableView& view, QWidget* parent) : QWidget(parent), view_(view) {
+namespace {
+
+/// How long the window waits for a slice of the search.
+constexpr std::chrono::milliseconds sliceTime{8};
+
+} // namespace
+
+TableFindBar::TableFindBar(TableView& view, QWidget* parent)
+    : QWidget(parent), view_(view), text_(new QLineEdit(this)), outcome_(new OutcomeLabel(this)) {
     setObjectName(QStringLiteral("FindBar"));
-    text_ = new QLineEdit(this);
     text_->setObjectName(QStringLiteral("FindBarText"));
     text_->setAccessibleName(QStringLiteral("Найти"));
     text_->setPlaceholderText(QStringLiteral("Введите текст для поиска"));
+    text_->setToolTip(searchHint());
     text_->setClearButtonEnabled(true);
-    outcome_ = new QLabel(this);
     outcome_->setObjectName(QStringLiteral("FindBarOutcome"));
 
     auto* const layout = new QHBoxLayout(this);
     layout->setContentsMargins(4, 2, 4, 2);
     layout->addWidget(text_, 1);
+    createButtons();
+    layout->addWidget(outcome_);
+    // The buttons stay where they are when the words beside them change.
+    outcome_->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("00000 из 00000")));
+
+    connect(text_, &QLineEdit::textChanged, this, [this] {
+        view_.setMarkedText(text_->text());
+        startSearch();
+        find({.forward = true, .includeCurrent = true});
+    });
+    connect(&view_.tableModel(), &TableModel::modelReset, this, &TableFindBar::startSearch);
+    connect(&view_.header(), &FittedHeader::layoutChanged, this, &TableFindBar::startSearchOfOtherColumns);
+    connect(view_.selectionModel(), &QItemSelectionModel::currentChanged, this, &TableFindBar::showOutcome);
+    hide();
+}
+
+void TableFindBar::createButtons() {
     const auto addButton = [&](Qt::ArrowType arrow, const QString& name, const QString& objectName,
                                auto action) {
         auto* const button = new QToolButton(this);
@@ -32,26 +63,28 @@ TableFindBar::TableFindBar(TableView& view, QWidget* parent) : QWidget(parent), 
         button->setToolTip(name);
         button->setAutoRaise(true);
         connect(button, &QToolButton::clicked, this, action);
-        layout->addWidget(button);
+        layout()->addWidget(button);
     };
     addButton(Qt::UpArrow, QStringLiteral("Найти предыдущее"), QStringLiteral("FindBarPrevious"),
               &TableFindBar::findPrevious);
     addButton(Qt::DownArrow, QStringLiteral("Найти следующее"), QStringLiteral("FindBarNext"),
               &TableFindBar::findNext);
-    layout->addWidget(outcome_);
-    connect(text_, &QLineEdit::textChanged, this, [this] { find(true, true); });
-    hide();
 }
 
 void TableFindBar::open() {
+    const bool wasHidden = isHidden();
     show();
     text_->setFocus();
     text_->selectAll();
-    view_.setMarkedText(text_->text());
+    if (wasHidden) {
+        view_.setMarkedText(text_->text());
+        startSearch();
+    }
 }
 
 void TableFindBar::close() {
     hide();
+    startSearch();
     view_.setMarkedText({});
     view_.setFocus();
 }
@@ -69,13 +102,75 @@ void TableFindBar::goOn(bool forward) {
     if (isHidden()) {
         open();
     }
-    find(forward, false);
+    find({.forward = forward});
 }
 
-void TableFindBar::find(bool forward, bool includeCurrent) {
-    view_.setMarkedText(text_->text());
-    const bool found = text_->text().isEmpty() || view_.findMarked(forward, includeCurrent);
-    outcome_->setText(found ? QString() : QStringLiteral("Не найдено"));
+/// Begins anew with the rows, columns and words as they are now; a hidden bar searches nothing.
+void TableFindBar::startSearch() {
+    wish_.reset();
+    search_.reset();
+    slices_.stop();
+    if (!isHidden() && !TextMatcher(text_->text()).isEmpty()) {
+        search_.emplace(view_.tableModel(), view_.header().visibleColumns(), text_->text());
+        slices_.start(0, this);
+    } else {
+        showOutcome();
+    }
+}
+
+void TableFindBar::startSearchOfOtherColumns() {
+    if (search_ && search_->columns() != view_.header().visibleColumns()) {
+        startSearch();
+    }
+}
+
+void TableFindBar::find(Wish wish) {
+    if (search_) {
+        wish_ = wish;
+        searchOn();
+    }
+}
+
+void TableFindBar::timerEvent(QTimerEvent* event) {
+    if (event->timerId() == slices_.timerId()) {
+        searchOn();
+    } else {
+        QWidget::timerEvent(event);
+    }
+}
+
+void TableFindBar::searchOn() {
+    for (const QDeadlineTimer deadline(sliceTime); !search_->isComplete() && !deadline.hasExpired();) {
+        search_->goOn();
+    }
+    if (search_->isComplete()) {
+        slices_.stop();
+    }
+    fulfilWish();
+    showOutcome();
+}
+
+void TableFindBar::fulfilWish() {
+    if (!wish_) {
+        return;
+    }
+    const CellSearch::Next next = search_->next(view_.currentPlace(), wish_->forward, wish_->includeCurrent);
+    if (next.isKnown) {
+        wish_.reset();
+    }
+    if (next.place) {
+        view_.goTo(*next.place);
+    }
+}
+
+void TableFindBar::showOutcome() {
+    if (!search_) {
+        outcome_->say({});
+    } else if (search_->isComplete()) {
+        outcome_->say(searchOutcome(search_->numberOf(view_.currentPlace()), search_->hitCount()));
+    } else {
+        outcome_->say(QStringLiteral("Поиск…"));
+    }
 }
 
 void TableFindBar::keyPressEvent(QKeyEvent* event) {
@@ -86,7 +181,7 @@ void TableFindBar::keyPressEvent(QKeyEvent* event) {
             button->click();
             return;
         }
-        find(!(event->modifiers() & Qt::ShiftModifier), false);
+        find({.forward = !(event->modifiers() & Qt::ShiftModifier)});
     } else {
         QWidget::keyPressEvent(event);
     }

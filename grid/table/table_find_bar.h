@@ -1,15 +1,21 @@
 #pragma once
 
+#include "grid/rows/cell_search.h"
+
+#include <QBasicTimer>
 #include <QWidget>
 
-class QLabel;
+#include <optional>
+
 class QLineEdit;
 
 namespace grid {
 
+class OutcomeLabel;
 class TableView;
 
-/// The line in which a text is typed that is looked for in the cells of a view.
+/// The line in which words are typed that are looked for in the cells of a view. The search goes on in the
+/// background; until it has come to a hit the user may type on.
 class TableFindBar final : public QWidget {
     Q_OBJECT
 
@@ -20,20 +26,36 @@ public:
     void open();
     /// Hides the bar, takes the marks away and gives the focus back to the view.
     void close();
-    /// Goes to the next or the previous match; shows the bar first when it is hidden.
+    /// Goes to the next or the previous hit; shows the bar first when it is hidden.
     void findNext();
     void findPrevious();
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
 
 private:
+    /// The hit that the user wants to see.
+    struct Wish {
+        bool forward = true;
+        bool includeCurrent = false;
+    };
+
+    void createButtons();
     void goOn(bool forward);
-    void find(bool forward, bool includeCurrent);
+    void find(Wish wish);
+    void startSearch();
+    void startSearchOfOtherColumns();
+    void searchOn();
+    void fulfilWish();
+    void showOutcome();
 
     TableView& view_;
     QLineEdit* text_;
-    QLabel* outcome_;
+    OutcomeLabel* outcome_;
+    std::optional<CellSearch> search_;
+    std::optional<Wish> wish_; // as long as the search has not come that far
+    QBasicTimer slices_;
 };
 
 } // namespace grid

@@ -56,9 +56,11 @@ QItemSelection TableView::selectionOf(int first, int last) const {
     return {indexOf(first, 0), indexOf(last, model_->columnCount() - 1)};
 }
 
-TextRange TableView::markIn(int row, int column) const {
+std::vector<TextRange> TableView::marksIn(int row, int column) const {
     const db::Field* const field = model_->column(column).field();
-    return marked_ && field ? marked_->findIn(model_->dataSet(), dataSetRow(row), *field) : TextRange();
+    return marked_ && field ? marked_->marksIn(cellView(model_->dataSet().rows(), dataSetRow(row), *field),
+                                               field->fractionDigits())
+                            : std::vector<TextRange>();
 }
 
 RowView::RowColors TableView::rowColors(int row) const {
@@ -84,37 +86,14 @@ const Column* TableView::footerColumn() const {
     return footer_->column() < 0 ? nullptr : &model_->column(footer_->column());
 }
 
-void TableView::setMarkedText(const QString& text) {
-    marked_.reset();
-    if (!text.isEmpty()) {
-        marked_.emplace(text);
-    }
+void TableView::setMarkedText(const QString& words) {
+    TextMatcher matcher(words);
+    marked_ = matcher.isEmpty() ? std::nullopt : std::optional(std::move(matcher));
     viewport()->update();
 }
 
-bool TableView::findMarked(bool forward, bool includeCurrent) {
-    const std::vector<int> columns = header().visibleColumns();
-    const auto width = static_cast<std::int64_t>(columns.size());
-    const std::int64_t total = rowCount() * width;
-    if (!marked_ || total == 0) {
-        return false;
-    }
-    const int step = forward ? 1 : -1;
-    std::int64_t place = forward ? -1 : total;
-    if (const QModelIndex current = currentIndex(); current.isValid()) {
-        place = current.row() * width + (std::ranges::find(columns, focusColumn()) - columns.begin());
-        place -= includeCurrent ? step : 0;
-    }
-    for (std::int64_t seen = 0; seen < total; ++seen) {
-        place = (place + step + total) % total;
-        const int row = static_cast<int>(place / width);
-        const int column = columns[static_cast<std::size_t>(place % width)];
-        if (!markIn(row, column).isEmpty()) {
-            makeCurrent(indexOf(row, column), Qt::NoModifier);
-            return true;
-        }
-    }
-    return false;
+void TableView::goTo(CellPlace place) {
+    makeCurrent(indexOf(place.row, place.column), Qt::NoModifier);
 }
 
 void TableView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "grid/rows/cell_search.h"
 #include "grid/rows/table_model.h"
 #include "grid/table/grid_spec.h"
 #include "grid/text/text_matcher.h"
@@ -32,12 +33,12 @@ public:
     /// The column that the count of rows stands under, or null.
     [[nodiscard]] const Column* footerColumn() const;
 
-    /// Marks the occurrences of a text; an empty one takes the marks away.
-    void setMarkedText(const QString& text);
-    /// Makes the next cell that holds the marked text current, from the current row on (`forward`) or back,
-    /// going round at the end. `includeCurrent` lets the current cell itself count. Tells whether there is
-    /// one.
-    bool findMarked(bool forward, bool includeCurrent);
+    /// Marks words, as TextMatcher finds them; no word takes the marks away.
+    void setMarkedText(const QString& words);
+    /// The cell in focus; row -1 when there is no row.
+    [[nodiscard]] CellPlace currentPlace() const { return {currentRow(), focusColumn()}; }
+    /// Makes a cell current and selects its row.
+    void goTo(CellPlace place);
 
     /// Opens the filter of a column (index of the model).
     void openFilter(int column);
@@ -52,7 +53,7 @@ protected:
     [[nodiscard]] int bringIn(int dataSetRow) override { return model_->rowOfDataSetRow(dataSetRow); }
     [[nodiscard]] QItemSelection selectionOf(int first, int last) const override;
     [[nodiscard]] QString textOf(int row, int column) const override { return model_->text(row, column); }
-    [[nodiscard]] TextRange markIn(int row, int column) const override;
+    [[nodiscard]] std::vector<TextRange> marksIn(int row, int column) const override;
     [[nodiscard]] RowColors rowColors(int row) const override;
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
     void addCellEntries(QMenu& menu, const QModelIndex& cell) override;

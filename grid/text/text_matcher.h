@@ -1,17 +1,14 @@
 #pragma once
 
+#include "grid/text/cell_value.h"
 #include "grid/text/collation.h"
 
 #include <QString>
 
-#include <cstdint>
+#include <cstddef>
 #include <string>
 #include <string_view>
-
-namespace db {
-class DataSet;
-class Field;
-} // namespace db
+#include <vector>
 
 namespace grid {
 
@@ -20,31 +17,47 @@ struct TextRange {
     qsizetype start = 0;
     qsizetype end = 0;
     [[nodiscard]] bool isEmpty() const { return start >= end; }
+    bool operator==(const TextRange&) const = default;
 };
 
-/// Finds a text in the values of a dataset as they are shown, without regard to case; numbers by a point as
+/// Finds words in values as they are shown, in any order and without regard to case; in numbers by a point as
 /// well as by a comma. Texts are searched in the bytes in which they are held, so that whole columns can be
 /// gone through.
 class TextMatcher final {
 public:
+    /// The words of `text` are parted by blanks. A quotation mark before a word keeps it together with all
+    /// that follows up to one after a word, or to the end; others are looked for like letters.
     explicit TextMatcher(const QString& text);
 
-    [[nodiscard]] bool isEmpty() const { return length_ == 0; }
-    /// The first occurrence in the shown value; an empty range when there is none.
-    [[nodiscard]] TextRange findIn(const db::DataSet& dataSet, int row, const db::Field& field) const;
-    /// The same in a text as it is held.
-    [[nodiscard]] TextRange findIn(std::string_view text) const;
-    /// The same in a number of so many fraction digits.
-    [[nodiscard]] TextRange findIn(std::int64_t units, int digits) const;
+    /// Whether there is no word.
+    [[nodiscard]] bool isEmpty() const { return words_.empty(); }
+    /// Whether every word has only characters of numbers.
+    [[nodiscard]] bool mayMatchNumbers() const { return mayMatchNumbers_; }
+    /// Whether the value has every word; a number in units of so many fraction digits.
+    [[nodiscard]] bool matches(const CellView& value, int fractionDigits) const;
+    /// Where the words stand in a value that matches, from left to right, each character once.
+    [[nodiscard]] std::vector<TextRange> marksIn(const CellView& value, int fractionDigits) const;
 
 private:
-    [[nodiscard]] TextRange rangeFrom(std::size_t found) const;
+    class Word final {
+    public:
+        explicit Word(const QString& text);
 
-    qsizetype length_;
-    bool mayBeInText_; // the code page has all its letters
-    bool mayBeInNumber_;
-    collation::Needle needle_;
-    std::string number_; // the text with a point for a comma
+        [[nodiscard]] bool mayBeInNumber() const { return mayBeInNumber_; }
+        [[nodiscard]] std::size_t length() const { return number_.size(); }
+        /// Where the first occurrence begins; npos when there is none.
+        [[nodiscard]] std::size_t findInText(std::string_view text) const;
+        [[nodiscard]] std::size_t findInNumber(std::string_view characters) const;
+
+    private:
+        bool mayBeInText_; // the code page has all its letters
+        bool mayBeInNumber_;
+        collation::Needle needle_;
+        std::string number_; // a byte for each character, with a point for a comma
+    };
+
+    std::vector<Word> words_; // longest first: the rest need not be looked for where it is missing
+    bool mayMatchNumbers_;
 };
 
 } // namespace grid

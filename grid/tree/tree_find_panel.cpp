@@ -1,5 +1,8 @@
 #include "grid/tree/tree_find_panel.h"
 
+#include "grid/view/outcome_label.h"
+#include "grid/view/search_texts.h"
+
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -8,10 +11,15 @@
 namespace grid {
 
 TreeFindPanel::TreeFindPanel(QWidget* parent)
-    : QWidget(parent), text_(new QLineEdit(this)), clear_(new QToolButton(this)) {
+    : QWidget(parent),
+      text_(new QLineEdit(this)),
+      clear_(new QToolButton(this)),
+      outcome_(new OutcomeLabel(this)) {
     text_->setPlaceholderText(QStringLiteral("Введите текст для поиска"));
     text_->setAccessibleName(QStringLiteral("Поиск в дереве"));
+    text_->setToolTip(searchHint());
     text_->installEventFilter(this);
+    outcome_->setObjectName(QStringLiteral("FindPanelOutcome"));
     clear_->setText(QStringLiteral("Очистить"));
     clear_->setAccessibleName(QStringLiteral("Очистить поиск"));
     clear_->setAutoRaise(true);
@@ -23,6 +31,7 @@ TreeFindPanel::TreeFindPanel(QWidget* parent)
     layout->setSpacing(4);
     layout->addWidget(text_);
     layout->addWidget(clear_);
+    layout->addWidget(outcome_);
     setFocusProxy(text_);
 
     connect(text_, &QLineEdit::textChanged, this, [this](const QString& text) {
@@ -42,6 +51,10 @@ void TreeFindPanel::open() {
 
 void TreeFindPanel::clear() {
     text_->clear();
+}
+
+void TreeFindPanel::showOutcome(const QString& words) {
+    outcome_->say(words);
 }
 
 bool TreeFindPanel::eventFilter(QObject* watched, QEvent* event) {

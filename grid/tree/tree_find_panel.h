@@ -7,7 +7,9 @@ class QToolButton;
 
 namespace grid {
 
-/// A line in which a text to look for is typed, with a button that empties it.
+class OutcomeLabel;
+
+/// A line in which words to look for are typed, with a button that empties it and the outcome of the search.
 class TreeFindPanel final : public QWidget {
     Q_OBJECT
 
@@ -18,6 +20,8 @@ public:
     void open();
     /// Empties the line.
     void clear();
+    /// Shows what has become of the search.
+    void showOutcome(const QString& words);
 
 signals:
     /// The text to look for is another.
@@ -31,6 +35,7 @@ protected:
 private:
     QLineEdit* text_;
     QToolButton* clear_;
+    OutcomeLabel* outcome_;
 };
 
 } // namespace grid

@@ -28,9 +28,16 @@ TreeList::TreeList(const TreeListSpec& spec, db::DataSource& dataSource, QWidget
     connect(findPanel_, &TreeFindPanel::textChanged, view_, &TreeView::setSearch);
     connect(view_, &TreeView::findRequested, this, &TreeList::openFind);
     connect(findPanel_, &TreeFindPanel::left, view_, &TreeView::goToFound);
-    auto* const find = new QShortcut(QKeySequence::Find, this);
-    find->setContext(Qt::WidgetWithChildrenShortcut);
-    connect(find, &QShortcut::activated, this, &TreeList::openFind);
+    connect(view_, &TreeView::searchOutcomeChanged, findPanel_,
+            [this] { findPanel_->showOutcome(view_->searchOutcome()); });
+    const auto addShortcut = [&](QKeySequence::StandardKey key, auto* receiver, auto action) {
+        auto* const shortcut = new QShortcut(key, this);
+        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+        connect(shortcut, &QShortcut::activated, receiver, action);
+    };
+    addShortcut(QKeySequence::Find, this, &TreeList::openFind);
+    addShortcut(QKeySequence::FindNext, view_, &TreeView::findNext);
+    addShortcut(QKeySequence::FindPrevious, view_, &TreeView::findPrevious);
 }
 
 void TreeList::openFind() {

@@ -5,6 +5,7 @@
 #include "grid/tree/tree_accessibility.h"
 #include "grid/tree/tree_header.h"
 #include "grid/view/menu.h"
+#include "grid/view/search_texts.h"
 
 #include <QScopedValueRollback>
 
@@ -38,6 +39,7 @@ void TreeView::reset() {
     }
     RowView::reset();
     scrollToPosition({});
+    emit searchOutcomeChanged();
 }
 
 int TreeView::bringIn(int dataSetRow) {
@@ -113,22 +115,33 @@ void TreeView::expandBranch(int node) {
     rowsChanged();
 }
 
-void TreeView::setSearch(const QString& text) {
+void TreeView::setSearch(const QString& words) {
+    const TextMatcher matcher(words);
     if (!model_.isSearching()) {
-        if (text.isEmpty()) {
+        if (matcher.isEmpty()) {
             return;
         }
         rows_.save();
     }
     {
         const QScopedValueRollback changing(changingSearch_, true);
-        model_.setSearch(text);
+        model_.setSearch(matcher);
     }
-    if (text.isEmpty()) {
+    if (matcher.isEmpty()) {
         scrollTo(currentIndex());
     } else {
         scrollToPosition({});
     }
+}
+
+QString TreeView::searchOutcome() const {
+    if (!model_.isSearching()) {
+        return {};
+    }
+    const std::vector<int>& hits = model_.hits();
+    const auto current = std::ranges::find(hits, TreeModel::node(currentIndex()));
+    return grid::searchOutcome(
+        current == hits.end() ? std::nullopt : std::optional(current - hits.begin() + 1), std::ssize(hits));
 }
 
 /// What is found in a column that is hidden now would stand there without a reason to be seen.
@@ -152,23 +165,44 @@ void TreeView::addCellEntries(QMenu& menu, const QModelIndex& cell) {
 }
 
 void TreeView::goToFound() {
-    int node = TreeModel::node(currentIndex());
-    const auto isMatch = [this](int candidate) {
-        return std::ranges::any_of(header().visibleColumns(),
-                                   [&](int column) { return !model_.match(candidate, column).isEmpty(); });
-    };
-    if (model_.isSearching() && rows_.rowOf(node) < 0) {
-        node = model_.structure().next(TreeStructure::root);
-        while (node != TreeStructure::root && !isMatch(node)) {
-            node = model_.structure().next(node);
-        }
+    int row = currentRow();
+    if (row < 0 && !model_.hits().empty()) {
+        row = rows_.rowOf(model_.hits().front());
     }
-    if (rows_.rowOf(node) >= 0) {
-        goToRow(rows_.rowOf(node), Qt::NoModifier);
+    if (row >= 0) {
+        goToRow(row, Qt::NoModifier);
         // It may have been current before, but out of view.
         scrollTo(currentIndex());
     }
     setFocus();
+}
+
+void TreeView::findNext() {
+    goToHit(1);
+}
+
+void TreeView::findPrevious() {
+    goToHit(-1);
+}
+
+void TreeView::goToHit(int step) {
+    const std::vector<int>& hits = model_.hits();
+    if (hits.empty()) {
+        return;
+    }
+    const int current = TreeModel::node(currentIndex());
+    // Up to the first hit that is not before the node in focus, which may be itself no hit.
+    std::ptrdiff_t place = 0;
+    for (int node = model_.structure().next(TreeStructure::root);
+         node != current && node != TreeStructure::root; node = model_.structure().next(node)) {
+        place += place < std::ssize(hits) && hits[static_cast<std::size_t>(place)] == node ? 1 : 0;
+    }
+    const bool isOnHit = place < std::ssize(hits) && hits[static_cast<std::size_t>(place)] == current;
+    if (step < 0 || isOnHit) {
+        place += step;
+    }
+    const int hit = hits[static_cast<std::size_t>((place + std::ssize(hits)) % std::ssize(hits))];
+    goToRow(bringIn(hit), Qt::NoModifier);
 }
 
 void TreeView::goToRow(int row, Qt::KeyboardModifiers modifiers) {

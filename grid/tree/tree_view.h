@@ -25,15 +25,24 @@ public:
     /// Expands a node with all that hangs beneath it.
     void expandBranch(int node);
 
-    /// Narrows the tree to the nodes with the text and their ancestors, all expanded; an empty text brings
-    /// back the whole tree as it was expanded before.
-    void setSearch(const QString& text);
-    /// Goes on to the node in focus, or to the first match of the search when none is.
+    /// Narrows the tree to the nodes with all words and their ancestors, all expanded; no word brings back
+    /// the whole tree as it was expanded before.
+    void setSearch(const QString& words);
+    /// What has become of the search; empty when there is none.
+    [[nodiscard]] QString searchOutcome() const;
+    /// Goes on to the node in focus, or to the first hit of the search when none is.
     void goToFound();
+    /// Goes to the next or the previous hit of the search, and round the end.
+    void findNext();
+    void findPrevious();
 
     void reset() override;
     /// Goes to the next node whose text in the focused column starts with what has been typed up to now.
     void keyboardSearch(const QString& typed) override;
+
+signals:
+    /// There may be another outcome of the search.
+    void searchOutcomeChanged();
 
 protected:
     [[nodiscard]] int rowCount() const override { return rows_.count(); }
@@ -52,7 +61,7 @@ protected:
     [[nodiscard]] int indentation(int row, int column) const override;
     [[nodiscard]] int fullIndentation(int row, int column) const override;
     [[nodiscard]] int fittingWidth(int row, int column) const override;
-    [[nodiscard]] TextRange markIn(int row, int column) const override;
+    [[nodiscard]] std::vector<TextRange> marksIn(int row, int column) const override;
     [[nodiscard]] RowColors rowColors(int row) const override;
     void addCellEntries(QMenu& menu, const QModelIndex& cell) override;
     void addColumnEntries(QMenu&, int) override {}
@@ -73,6 +82,7 @@ private:
 
     [[nodiscard]] int treeColumn() const;
     void searchVisibleColumns();
+    void goToHit(int step);
     [[nodiscard]] QRect buttonRect(const ShownRow& shown) const;
     void drawButton(QPainter& painter, const ShownRow& shown) const;
     void goToRow(int row, Qt::KeyboardModifiers modifiers);

@@ -113,6 +113,7 @@ void TreeView::endTyping() {
 void TreeView::currentChanged(const QModelIndex& current, const QModelIndex& previous) {
     endTyping();
     RowView::currentChanged(current, previous);
+    emit searchOutcomeChanged();
 }
 
 void TreeView::focusOutEvent(QFocusEvent* event) {

@@ -17,9 +17,10 @@ RowView::RowColors TreeView::rowColors(int row) const {
     return {isRowSelected(row) ? background : QColor(), palette().color(QPalette::Active, QPalette::Text)};
 }
 
-TextRange TreeView::markIn(int row, int column) const {
+std::vector<TextRange> TreeView::marksIn(int row, int column) const {
     const bool isTypedHere = !typed_.isEmpty() && row == currentRow() && column == focusColumn();
-    return isTypedHere ? TextRange{0, typed_.size()} : model_.match(rows_.at(row).node, column);
+    return isTypedHere ? std::vector<TextRange>{{0, typed_.size()}}
+                       : model_.marks(rows_.at(row).node, column);
 }
 
 void TreeView::paintEvent(QPaintEvent* event) {

@@ -99,8 +99,8 @@ protected:
     [[nodiscard]] virtual int fullIndentation(int row, int column) const;
     /// The width of a cell that shows its whole text in full indentation.
     [[nodiscard]] virtual int fittingWidth(int row, int column) const;
-    /// The part of a cell's text that a search marks.
-    [[nodiscard]] virtual TextRange markIn(int row, int column) const = 0;
+    /// The parts of a cell's text that a search marks.
+    [[nodiscard]] virtual std::vector<TextRange> marksIn(int row, int column) const = 0;
     [[nodiscard]] virtual RowColors rowColors(int row) const = 0;
     /// Adds to the menu of a cell, which may be invalid, what this kind of view can do with it.
     virtual void addCellEntries(QMenu& menu, const QModelIndex& cell) = 0;

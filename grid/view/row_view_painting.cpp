@@ -41,7 +41,7 @@ void RowView::drawRow(QPainter& painter, const ShownRow& shown, const QRect& exp
         painter.fillRect(area.right() + 1, shown.y, gridLine, shown.height, QColor(gridLineColor));
         painter.setPen(colors.text);
         drawCellText(painter, area, textOf(shown.row, column), header_->column(column).alignment(),
-                     markIn(shown.row, column), cellKind(column));
+                     marksIn(shown.row, column), cellKind(column));
         if (hasFocus() && shown.row == currentRow() && column == currentIndex().column()) {
             painter.setPen(QPen(colors.text, 1, Qt::DotLine));
             painter.drawRect(area.adjusted(0, 0, -1, -1));

@@ -50,4 +50,27 @@ TEST(CellText, ShowsAnEllipsisForAllOfANumberThatDoesNotFit) {
     EXPECT_NE(drawn("1234567,89", 200), drawn("12345678,90", 200));
 }
 
+TEST(CellText, MarksEachPlaceOnItsLine) {
+    const QString text = "кабель медный 2,5";
+    const QFontMetrics metrics{QFont()};
+    QImage image(metrics.horizontalAdvance("кабель медный") + 4 * cellTextPaddingX, 3 * metrics.height(),
+                 QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    const std::vector<TextRange> marks = {{0, 3}, {7, 11}, {16, 17}};
+    drawCellText(painter, image.rect(), text, Qt::AlignLeft, marks);
+    // Stretches of the marks' colour in the topmost pixels of a line.
+    const auto marksOfLine = [&](int line) {
+        int count = 0;
+        const int y = cellTextPaddingY + line * metrics.height();
+        for (int x = 1; x < image.width(); ++x) {
+            const auto isMarked = [&](int place) { return image.pixelColor(place, y).blue() < 128; };
+            count += isMarked(x) && !isMarked(x - 1) ? 1 : 0;
+        }
+        return count;
+    };
+    EXPECT_EQ(marksOfLine(0), 2);
+    EXPECT_EQ(marksOfLine(1), 1);
+}
+
 } // namespace grid

@@ -242,18 +242,18 @@ TEST_F(GridTest, NarrowsTheValuesOfAFilter) {
     QTest::keyClick(&part<QLineEdit>("FilterText"), Qt::Key_Down);
     EXPECT_TRUE(list.hasFocus());
     // Typing in the list goes on in the field.
-    part<QLineEdit>("FilterText").setText("ЩЕТКА 2");
+    part<QLineEdit>("FilterText").setText("\"ЩЕТКА 2");
     part<QLineEdit>("FilterText").selectAll();
     QTest::keyClicks(&list, "4");
     EXPECT_TRUE(part<QLineEdit>("FilterText").hasFocus());
     QTest::keyClicks(&part<QLineEdit>("FilterText"), "9");
-    EXPECT_EQ(part<QLineEdit>("FilterText").text(), "ЩЕТКА 249");
+    EXPECT_EQ(part<QLineEdit>("FilterText").text(), "\"ЩЕТКА 249");
     EXPECT_TRUE(offered().startsWith("[x](Все) 10, [x]щётка 249 1, [x]щётка 2490 1, [x]щётка 2491 1,"));
     clickValue(2, 60);
     QTest::mouseClick(&part<QPushButton>("FilterOk"), Qt::LeftButton);
     EXPECT_EQ(footer(), "9 из 4000");
     EXPECT_EQ(child<QLabel>("FilterBarWords").text(),
-              "«Код» не равно 5 и меньше 2500 и «Наименование» содержит «ЩЕТКА 249» и «Наименование» кроме "
+              "«Код» не равно 5 и меньше 2500 и «Наименование» содержит «\"ЩЕТКА 249» и «Наименование» кроме "
               "«щётка 2490»");
 
     // Values that neither the other filters nor the rows have stay unticked in their filter.
@@ -603,10 +603,50 @@ TEST_F(GridTest, FindsTextBothWaysAndRoundTheEnd) {
     EXPECT_TRUE(view().hasFocus());
 
     text.setText("бетон");
-    QTest::keyClick(&text, Qt::Key_Escape);
+    EXPECT_EQ(view().currentIndex(), model().index(4, price)) << "nobody searches in a hidden bar";
     QTest::keyClick(&view(), Qt::Key_F3);
-    EXPECT_EQ(dataSet.currentRow(), 4);
+    EXPECT_EQ(dataSet.currentRow(), 2);
     EXPECT_TRUE(text.hasFocus()) << "where Esc takes the marks away";
+}
+
+TEST_F(GridTest, CountsWhatItFindsInTheOrderOfTheRows) {
+    open(manyRows);
+    model().sortBy({{price, true}});
+    model().setFilter(kod, {"", {}, {}, NumberCondition::read("<3900").condition});
+    QTest::keyClick(&view(), Qt::Key_F, Qt::ControlModifier);
+    auto& text = child<QLineEdit>("FindBarText");
+    const auto& outcome = child<QLabel>("FindBarOutcome");
+    text.setText("9 ИМ");
+    QStringList expected;
+    for (int row = 0; row < model().rowCount(); ++row) {
+        const QString shown = model().text(row, name);
+        if (shown.contains("9") && shown.contains("им")) {
+            expected.append(shown);
+        }
+    }
+    EXPECT_TRUE(
+        QTest::qWaitFor([&] { return outcome.text() == QStringLiteral("1 из %1").arg(expected.size()); }));
+    for (const auto& [modifiers, step] : {std::pair{Qt::NoModifier, 1}, std::pair{Qt::ShiftModifier, -1}}) {
+        qsizetype place = expected.indexOf(model().text(view().currentRow(), name));
+        for (qsizetype i = 0; i < expected.size() + 2; ++i) {
+            QTest::keyClick(&text, Qt::Key_Return, modifiers);
+            place = (place + step + expected.size()) % expected.size();
+            ASSERT_EQ(model().text(view().currentRow(), name), expected[place]);
+            ASSERT_EQ(outcome.text(), QStringLiteral("%1 из %2").arg(place + 1).arg(expected.size()));
+        }
+    }
+
+    QTest::keyClick(&view(), Qt::Key_Left);
+    EXPECT_EQ(outcome.text(), QStringLiteral("Найдено: %1").arg(expected.size()));
+    view().header().setColumnHidden(name, true);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return outcome.text() == "Не найдено"; }));
+    view().header().setColumnHidden(name, false);
+    model().clearFilters();
+    model().setFilter(name, {"\"имя 39\" 7", {}, {}});
+    EXPECT_EQ(model().rowCount(), 20);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return outcome.text() == "Найдено: 20"; }));
+    dataSet.close();
+    EXPECT_TRUE(QTest::qWaitFor([&] { return outcome.text() == "Не найдено"; }));
 }
 
 TEST_F(GridTest, IsReadableByAssistiveTechnology) {

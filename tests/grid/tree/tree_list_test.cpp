@@ -17,6 +17,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QContextMenuEvent>
+#include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QScrollBar>
@@ -249,10 +250,25 @@ TEST_F(TreeListTest, FindPanelNarrowsTheTree) {
     EXPECT_TRUE(edit().hasFocus());
     type(edit(), QStringLiteral("ТЯЖ"));
     EXPECT_EQ(shown(), ">1 .1.1 ..1.1.1");
-    EXPECT_EQ(view().treeModel().match(3, 2).start, 6);
-    EXPECT_EQ(view().treeModel().match(3, 2).end, 9);
+    using Marks = std::vector<grid::TextRange>;
+    EXPECT_EQ(view().treeModel().marks(3, 2), Marks({{6, 9}}));
+    edit().setText(QStringLiteral("тяж бет"));
+    EXPECT_EQ(shown(), ">1 .1.1 ..1.1.1");
+    EXPECT_EQ(view().treeModel().marks(3, 2), Marks({{0, 3}, {6, 9}}));
     edit().setText(QStringLiteral("бетон"));
     EXPECT_EQ(shown(), ">1 .1.1 ..1.1.1 ..1.1.2 2 .2.1");
+    const auto& outcome = *list_.findChild<QLabel*>("FindPanelOutcome");
+    EXPECT_EQ(outcome.text(), "Найдено: 4");
+    const auto goOn = [&](Qt::KeyboardModifiers modifiers) {
+        QTest::keyClick(&edit(), Qt::Key_F3, modifiers);
+        return QStringLiteral("%1: %2").arg(view().currentRow()).arg(outcome.text());
+    };
+    EXPECT_EQ(goOn({}), "1: 1 из 4");
+    EXPECT_EQ(goOn(Qt::ShiftModifier), "5: 4 из 4");
+    view().setExpanded(6, false);
+    EXPECT_EQ(goOn(Qt::ShiftModifier), "3: 3 из 4");
+    EXPECT_EQ(goOn({}), "5: 4 из 4") << "in a branch that was closed";
+    press(Qt::Key_Home);
     edit().setText(QStringLiteral("2.1"));
     EXPECT_EQ(shown(), "2 .2.1");
     QTest::keyClick(&edit(), Qt::Key_Down);
@@ -260,6 +276,7 @@ TEST_F(TreeListTest, FindPanelNarrowsTheTree) {
     EXPECT_TRUE(view().hasFocus());
     edit().setText(QStringLiteral("нет такого"));
     EXPECT_EQ(shown(), "");
+    EXPECT_EQ(outcome.text(), "Не найдено");
     view().viewport()->grab();
     QTest::keyClick(&edit(), Qt::Key_Escape);
     EXPECT_EQ(edit().text(), "");

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QLabel>
+
+namespace grid {
+
+/// A line of plain text that tells what has become of the user's input; assistive technology hears of every
+/// change.
+class OutcomeLabel final : public QLabel {
+    Q_OBJECT
+
+public:
+    explicit OutcomeLabel(QWidget* parent);
+
+    void say(const QString& words);
+};
+
+} // namespace grid

@@ -40,7 +40,7 @@ inline constexpr std::array materials{
     decimal(u"BAZOVAY", 2, u"Базовая").wide(82),
     decimal(u"OPTOVAY", 2, u"Оптовая").wide(81),
     decimal(u"CMETNAY", 2, u"Сметная").wide(82),
-    decimal(u"INDEKS", 2, u"Индекс").wide(81),
+    decimal(u"INDEKS", 2, u"Индекс").ratio().wide(81),
 };
 
 inline constexpr std::array contents{
@@ -84,7 +84,7 @@ inline constexpr std::array firms{
 
 inline constexpr std::array coefficients{
     text(u"NAME", 255, u"Регион").wide(300),
-    decimal(u"KOEFF", 4, u"Коэффициент").wide(100),
+    decimal(u"KOEFF", 4, u"Коэффициент").ratio().wide(100),
 };
 
 inline constexpr std::array catalogTree{

@@ -26,12 +26,15 @@ struct FieldSpec {
     QStringView label;      ///< header text; empty means the column name
     bool visible = true;
     bool leftAligned = false; ///< a number that is shown at the left
+    bool isRatio = false;     ///< a decimal whose sum would say nothing
     int columnWidth = 0;      ///< design width of the field's column in pixels; 0 is the view's default
 
     /// Read, but not shown.
     [[nodiscard]] constexpr FieldSpec hidden() const { return with(&FieldSpec::visible, false); }
     /// A number at the left.
     [[nodiscard]] constexpr FieldSpec left() const { return with(&FieldSpec::leftAligned, true); }
+    /// A factor or an index, not an amount.
+    [[nodiscard]] constexpr FieldSpec ratio() const { return with(&FieldSpec::isRatio, true); }
     /// In a column of that design width.
     [[nodiscard]] constexpr FieldSpec wide(int width) const { return with(&FieldSpec::columnWidth, width); }
 
@@ -87,6 +90,8 @@ public:
     [[nodiscard]] bool isNumber() const { return spec_.isNumber(); }
     /// Fraction digits of a number; 0 for integers.
     [[nodiscard]] int fractionDigits() const { return spec_.fractionDigits; }
+    /// Whether values are amounts, of which a sum can be made.
+    [[nodiscard]] bool isAmount() const { return spec_.fractionDigits > 0 && !spec_.isRatio; }
     /// Where values stand in their cell.
     [[nodiscard]] Qt::Alignment alignment() const { return spec_.alignment() | Qt::AlignVCenter; }
 

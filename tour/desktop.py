@@ -98,6 +98,10 @@ class Element:
         return self.has(Atspi.StateType.FOCUSED)
 
     @property
+    def enabled(self):
+        return self.has(Atspi.StateType.ENABLED)
+
+    @property
     def selected(self):
         return self.has(Atspi.StateType.SELECTED)
 
@@ -185,6 +189,9 @@ class Program:
         self._focus = None
         self._listener = Atspi.EventListener.new(self._hear_focus)
         self._listener.register("object:state-changed:focused")
+        self._heard_names = []
+        self._name_listener = Atspi.EventListener.new(self._hear_name)
+        self._name_listener.register("object:property-change:accessible-name")
         self._log = open(executable.parent.parent / "program-output.txt", "w", encoding="utf-8")
         self.process = subprocess.Popen([executable], stdout=self._log, stderr=subprocess.STDOUT)
         self.root = wait_for(self._find_root, seconds=60)
@@ -205,12 +212,26 @@ class Program:
         if event.detail1 and event.source.get_process_id() == self.process.pid:
             self._focus = event.source
 
-    @property
-    def focus(self):
-        """The element that told last that it has the keyboard focus; popups stand nowhere else in the tree."""
+    def _hear_name(self, event):
+        if event.source.get_process_id() == self.process.pid:
+            self._heard_names.append(event.source.get_name())
+
+    @staticmethod
+    def _listen():
         context = GLib.MainContext.default()
         while context.pending():
             context.iteration(False)
+
+    @property
+    def heard_names(self):
+        """The new names of elements that have told of them."""
+        self._listen()
+        return self._heard_names
+
+    @property
+    def focus(self):
+        """The element that told last that it has the keyboard focus; popups stand nowhere else in the tree."""
+        self._listen()
         if self._focus is None:
             raise NotShown("nothing has the keyboard focus")
         return Element(self._focus, self.scale)
@@ -289,6 +310,20 @@ def click(element, across=0.5, held_key=None):
         _xdotool("keydown", held_key, "click", 1, "keyup", held_key)
     else:
         _xdotool("click", 1)
+
+
+def right_click(element):
+    point(element)
+    _xdotool("click", 3)
+
+
+def double_click_right_edge(element):
+    left, top, width, height = element.box
+    _xdotool("mousemove", left + width, top + height // 2, "sleep", 0.05, "click", "--repeat", 2, "--delay", 60, 1)
+
+
+def clipboard():
+    return subprocess.run(["xclip", "-selection", "clipboard", "-o"], check=True, capture_output=True).stdout.decode()
 
 
 def click_tab(tab):

@@ -1,12 +1,14 @@
 """The steps of the tour. Each does what a user does, checks what the program then shows, and says it in a line."""
-import re
-
 from tour import row_heights, workbook
 from tour.catalog import (COEFFICIENTS, CONTENTS, FER2014, FER2017, FER2020, FIRMS, GRID_TABS, LABOUR, MACHINES,
                           MATERIALS, REGIONS, SERVER, TER, TRANSPORT, TREE_TAB, Selection, count, literal, query,
                           rows, shown)
-from tour.desktop import (NotShown, Program, Table, TourError, click, click_near_right_edge, click_tab, colours,
-                          drag, expect, point, press, type_text)
+from tour.desktop import (Program, Table, TourError, click, click_near_right_edge, click_tab, colours, drag, expect,
+                          point, press, type_text)
+from tour.table_steps import (clear_filter, copy_cell, count_words, filter_by_condition, filter_by_text,
+                              filter_by_value, find_text, fit_column, hide_column, leave_find, leave_keys, list_keys,
+                              menu_of_cell, open_filter, restore_columns, show_only, sort_ascending, sort_by_name,
+                              sort_descending, sum_rows)
 
 GREEN, RED = (0, 128, 0), (255, 0, 0)
 NOBODY = "127.0.0.99"  # where no server listens
@@ -16,9 +18,8 @@ CONNECTED, NOT_CONNECTED = "База FB подключена", "База FB не
 REGION_PROMPT, PERIOD_PROMPT = "Выбор текущего региона", "Выбор текущего периода"
 EXPORT_BUTTON = "В ексель"
 
-# Unscaled pixels from an element's right edge to the middle of what is clicked there.
+# Unscaled pixels from a selector's right edge to the middle of its arrow.
 LIST_ARROW = 9
-FILTER_BUTTON = 12
 
 FULL_REGION = "Респ. Коми"  # the fourth by name; its catalogs are the fullest
 NEWEST_PERIOD = "202403"
@@ -224,117 +225,6 @@ def show_tree(tour):
     return f"{TREE_TAB}: {len(wanted)} nodes at the top"
 
 
-# The grid
-
-def sort_ascending(tour):
-    click(tour.table(MATERIALS).header("Сметная"))
-    tour.expect_column(MATERIALS, "Сметная", "CMETNAY nulls first", 60)
-    return "a click on 'Сметная' sorts by price, rows without one first"
-
-
-def sort_descending(tour):
-    click(tour.table(MATERIALS).header("Сметная"))
-    tour.expect_column(MATERIALS, "Сметная", "CMETNAY desc nulls last", 60)
-    return "the second click turns the order round"
-
-
-def sort_by_name(tour):
-    place = [column.label for column in MATERIALS.columns].index("Наименование")
-    names = [shown(row[place]) for row in rows(MATERIALS, tour.selection)]
-    wanted = sorted(names, key=natural_key)[::60]
-    click(tour.table(MATERIALS).header("Наименование"))
-    expect("the names in their order",
-           lambda: tour.table(MATERIALS).column("Наименование", range(0, len(names), 60)), wanted)
-    return "'Наименование' sorts by the Russian alphabet, and numbers within the names by value"
-
-
-def natural_key(text):
-    """Numbers before letters, and by value, but for the digits of a decimal; Latin letters before Russian ones."""
-    key = []
-    for match in re.finditer(r"(?<=\d,)\d+|\d+|\D", text.lower().replace("ё", "е")):
-        part = match.group()
-        if part.isdigit():
-            is_fraction = re.search(r"\d,$", text[:match.start()])
-            key.append((1, 0, part) if is_fraction else (1, len(part.lstrip("0")), part.lstrip("0")))
-        else:
-            key.append((3 if part >= "а" else 2 if part.isalpha() else 0, ord(part), ""))
-    return key
-
-
-def filter_popup(tour, label):
-    """The filter of a column: it is where the focus is."""
-    expect("the focus in the filter", lambda: tour.program.focus.parent.name, f"Фильтр: {label}")
-    return tour.program.focus.parent
-
-
-def open_filter(tour, label):
-    click_near_right_edge(tour.table(MATERIALS).header(label), FILTER_BUTTON)
-    place = [column.label for column in MATERIALS.columns].index(label)
-    values = {row[place] for row in rows(MATERIALS, tour.selection)}
-    wanted = ["(Все)", "(Пустые)"] + sorted(values - {None})
-    items = filter_popup(tour, label).find("list")
-    expect("the values", lambda: [item.name for item in items.children()], wanted)
-    return f"the filter of '{label}' offers its {len(values)} values"
-
-
-def filter_by_value(tour, label, value):
-    popup = filter_popup(tour, label)
-    for item in ("(Все)", value):
-        click(popup.find("list item", item))
-    click(popup.find("push button", "ОК"))
-    field = next(column.field for column in MATERIALS.columns if column.label == label)
-    found = tour.expect_filtered(MATERIALS, f"{field} = {literal(value)}")
-    tour.find("label", f"«{label}» равно «{value}»")
-    return f"'{label}' is '{value}' in {found} rows"
-
-
-def filter_by_text(tour, text):
-    click_near_right_edge(tour.table(MATERIALS).header("Наименование"), FILTER_BUTTON)
-    popup = filter_popup(tour, "Наименование")
-    type_text(text)
-    expect("the typed text", lambda: popup.find("text").text, text)
-    press("Return")
-    found = tour.expect_filtered(MATERIALS, f"NAME containing {literal(text)}")
-    tour.find("label", f"«Наименование» содержит «{text}»")
-    return f"{found} names hold '{text}'"
-
-
-def clear_filter(tour):
-    click(tour.find("push button", "Сбросить фильтр"))
-    found = tour.expect_count(MATERIALS)
-    expect("the filter bar", lambda: tour.program.shows("push button", "Сбросить фильтр"), False)
-    return f"all {found} materials are back"
-
-
-def find_text(tour, text):
-    press("ctrl+f")
-    field = tour.find("text", "Найти")
-    type_text(text)
-    expect("the typed text", lambda: field.text, text)
-    place = current_name(tour, text)
-    press("Return")
-    expect("the next place", lambda: current_name(tour, text) > place, True)
-    type_text("ъъ")
-    tour.find("label", "Не найдено")
-    return f"Ctrl+F finds '{text}' in row {place + 1} and goes on from there"
-
-
-def current_name(tour, text):
-    """The current row, whose name must hold the text."""
-    table = tour.table(MATERIALS)
-    row = table.current_row
-    if row is None or text.lower() not in table.column("Наименование", [row])[0].lower():
-        raise NotShown(f"the current row {row} does not hold '{text}'")
-    return row
-
-
-def leave_find(tour):
-    press("Escape")
-    expect("the find bar", lambda: tour.program.shows("text", "Найти"), False)
-    expect("the focus", lambda: tour.table(MATERIALS).element.focused, True)
-    return "Escape returns to the grid"
-
-
 # The tree
 
 def tree_nodes(tour):
@@ -496,8 +386,22 @@ STEPS = (
     ("clear-filter", clear_filter),
     ("filter-by-text", filter_by_text, "Щебень"),
     ("clear-text-filter", clear_filter),
+    ("filter-by-condition", filter_by_condition, "Сметная", ">1000 <=5000", "CMETNAY > 1000 and CMETNAY <= 5000",
+     "больше 1000 и не больше 5000"),
+    ("clear-condition", clear_filter),
+    ("menu-of-cell", menu_of_cell, "Ед.изм"),
+    ("show-only", show_only, "Ед.изм"),
+    ("clear-shown-only", clear_filter),
     ("find", find_text, "кабел"),
+    ("count-words", count_words, "2,5 КАБЕЛ", ("кабел", "2,5")),
     ("leave-find", leave_find),
+    ("sum-rows", sum_rows, 4),
+    ("copy-cell", copy_cell, "Сметная"),
+    ("hide-column", hide_column, "Брутто"),
+    ("fit-column", fit_column, "Наименование"),
+    ("restore-columns", restore_columns),
+    ("list-keys", list_keys),
+    ("leave-keys", leave_keys),
     ("open-fer2014", open_edition, FER2014, FULL_REGION, NEWEST_PERIOD),
     ("open-fer2017", open_edition, FER2017, FULL_REGION, NEWEST_PERIOD),
     ("open-fer2020", open_edition, FER2020, FULL_REGION, NEWEST_PERIOD),

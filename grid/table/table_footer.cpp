@@ -19,7 +19,7 @@ TableFooter::TableFooter(const TableModel& model, const TableHeader& header, int
     : QWidget(parent), model_(model), header_(header), column_(column) {
     for (int index = 0; column_ >= 0 && index < model_.columnCount(); ++index) {
         const db::Field* const field = model_.column(index).field();
-        if (field && field->fractionDigits() > 0 && model_.column(index).isVisible()) {
+        if (field && field->isAmount() && model_.column(index).isVisible()) {
             summedColumns_.push_back(index);
         }
     }

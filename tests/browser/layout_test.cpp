@@ -59,6 +59,7 @@ QString describeColumns(const std::vector<grid::Column*>& columns) {
             text += !column->field()                               ? " no field"
                     : column->alignment().testFlag(Qt::AlignRight) ? ", values right"
                                                                    : "";
+            text += column->field() && column->field()->isAmount() ? ", summed" : "";
         } else {
             text += " hidden";
         }

@@ -16,36 +16,18 @@ namespace {
 
 constexpr int patience = 10'000;
 
-class PaintWatch final : public QObject {
-public:
-    explicit PaintWatch(QWidget& widget) { widget.installEventFilter(this); }
-
-    [[nodiscard]] bool isPainted() const { return painted_; }
-
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        painted_ = painted_ || event->type() == QEvent::Paint;
-        return QObject::eventFilter(watched, event);
-    }
-
-private:
-    bool painted_ = false;
-};
-
-void waitForServer() {
-    const auto* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-    if (!x11) {
-        throw std::runtime_error("painting is measured under X11 only");
-    }
-    XSync(x11->display(), False);
-}
-
 } // namespace
+
+bool PaintWatch::eventFilter(QObject* watched, QEvent* event) {
+    painted_ = painted_ || event->type() == QEvent::Paint;
+    return QObject::eventFilter(watched, event);
+}
 
 double timeUntilPainted(QWidget& widget, const std::function<void()>& action) {
     settle();
-    PaintWatch watch(widget);
     return timeOf([&] {
         action();
+        const PaintWatch watch(widget);
         QElapsedTimer waited;
         waited.start();
         while (!watch.isPainted()) {
@@ -56,6 +38,14 @@ double timeUntilPainted(QWidget& widget, const std::function<void()>& action) {
         }
         waitForServer();
     });
+}
+
+void waitForServer() {
+    const auto* const x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+    if (!x11) {
+        throw std::runtime_error("painting is measured under X11 only");
+    }
+    XSync(x11->display(), False);
 }
 
 void settle() {

@@ -71,8 +71,8 @@ void RowView::reset() {
 
 void RowView::rowsChanged() {
     layout_.reset(rowCount());
-    updateGeometries();
-    viewport()->update();
+    // At once: a layout that is left for later comes with the painting and asks for another one.
+    doItemsLayout();
 }
 
 int RowView::indentation(int, int) const {

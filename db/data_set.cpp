@@ -5,9 +5,17 @@
 #include "db/decimal.h"
 #include "db/transaction.h"
 
+#include <QElapsedTimer>
+
 #include <algorithm>
 
 namespace db {
+
+namespace {
+
+constexpr int tellingInterval = 100; // ms between two times that rows are said to have arrived
+
+} // namespace
 
 DataSet::DataSet(const QString& name, std::span<const FieldSpec> fields, QStringList sql,
                  Connection& connection, Transaction& transaction, QObject* parent)
@@ -73,16 +81,28 @@ void DataSet::open() {
     if (isOpen()) {
         return;
     }
-    replaceRows(fetchRows());
+    try {
+        fetchRows(runQuery());
+    } catch (...) {
+        if (rows_ && rows_->readableCount() > 0) {
+            emit rowsArrived(0);
+        }
+        rows_.reset();
+        throw;
+    }
+    emit aboutToReset();
+    isOpen_ = true;
+    currentRow_ = rowCount() > 0 ? 0 : -1;
+    emit reset();
 }
 
-RowStore DataSet::fetchRows() {
+/// Executes the query, which is compiled once more where the server refuses it.
+Handle<Firebird::IResultSet> DataSet::runQuery() {
     transaction_.start();
     const bool isCompiledBefore = statement_ != nullptr;
     prepare();
-    Handle<Firebird::IResultSet> cursor;
     try {
-        cursor = openCursor();
+        return openCursor();
     } catch (const DatabaseError& error) {
         if (!isCompiledBefore || !error.isOfServer() || !connection_.isConnected()) {
             throw;
@@ -90,25 +110,8 @@ RowStore DataSet::fetchRows() {
         // Another client may have altered the table since the query was compiled.
         releaseHandles();
         prepare();
-        cursor = openCursor();
+        return openCursor();
     }
-
-    std::vector<FieldKind> kinds;
-    for (const Field* field : fields_) {
-        kinds.push_back(field->kind());
-    }
-    RowStore rows(kinds);
-    std::vector<unsigned char> message(decoder_->messageSize());
-    connection_.run([&](auto* status) {
-        while (cursor->fetchNext(status, message.data()) == Firebird::IStatus::RESULT_OK) {
-            decoder_->decode(message.data(), rows);
-        }
-        cursor->close(status);
-        // A successful close has taken the reference back.
-        static_cast<void>(cursor.release());
-    });
-    rows.seal();
-    return rows;
 }
 
 Handle<Firebird::IResultSet> DataSet::openCursor() {
@@ -124,16 +127,38 @@ Handle<Firebird::IResultSet> DataSet::openCursor() {
     });
 }
 
-void DataSet::close() {
-    if (isOpen()) {
-        replaceRows(std::nullopt);
+void DataSet::fetchRows(Handle<Firebird::IResultSet> cursor) {
+    std::vector<FieldKind> kinds;
+    for (const Field* field : fields_) {
+        kinds.push_back(field->kind());
     }
+    rows_.emplace(kinds);
+    std::vector<unsigned char> message(decoder_->messageSize());
+    QElapsedTimer sinceTold;
+    connection_.run([&](auto* status) {
+        while (cursor->fetchNext(status, message.data()) == Firebird::IStatus::RESULT_OK) {
+            decoder_->decode(message.data(), *rows_);
+            const bool endsStretch = rows_->readableCount() == rows_->rowCount();
+            if (endsStretch && (!sinceTold.isValid() || sinceTold.hasExpired(tellingInterval))) {
+                emit rowsArrived(rows_->rowCount());
+                sinceTold.start();
+            }
+        }
+        cursor->close(status);
+        // A successful close has taken the reference back.
+        static_cast<void>(cursor.release());
+    });
+    rows_->seal();
 }
 
-void DataSet::replaceRows(std::optional<RowStore> rows) {
+void DataSet::close() {
+    if (!isOpen()) {
+        return;
+    }
     emit aboutToReset();
-    rows_ = std::move(rows);
-    currentRow_ = rowCount() > 0 ? 0 : -1;
+    rows_.reset();
+    isOpen_ = false;
+    currentRow_ = -1;
     emit reset();
 }
 

@@ -22,7 +22,8 @@ class Transaction;
 /// them as the current row.
 ///
 /// The rows are read whole when the dataset is opened and kept on this side until it is closed. Values are
-/// reached by row (from 0) and field index; decoding to text happens only on asking.
+/// reached by row (from 0) and field index; decoding to text happens only on asking. Whoever shows rows can
+/// do so while the reading goes on, see rowsArrived(); to everybody else the dataset is closed until its end.
 class DataSet final : public QObject, private ConnectionClient {
     Q_OBJECT
 
@@ -55,7 +56,7 @@ public:
     /// had, or to the first row. Throws as open() does.
     void reopenLocate(const QString& column);
 
-    [[nodiscard]] bool isOpen() const { return rows_.has_value(); }
+    [[nodiscard]] bool isOpen() const { return isOpen_; }
 
     /// The value of the parameter of that name. Throws DatabaseError when the query has none.
     [[nodiscard]] ParameterValue& parameter(const QString& name) { return parameters_.parameter(name); }
@@ -70,16 +71,16 @@ public:
     [[nodiscard]] const Field& field(const QString& column) const;
 
     /// Rows read; 0 while closed.
-    [[nodiscard]] int rowCount() const { return rows_ ? rows_->rowCount() : 0; }
+    [[nodiscard]] int rowCount() const { return isOpen_ ? rows_->rowCount() : 0; }
 
     /// Frees the compiled query on the server; the next opening has it compiled again. Throws DatabaseError.
     void releaseHandles() override;
 
-    /// The rows themselves; only while open.
+    /// The rows themselves; only while open, and as far as rowsArrived() has told.
     [[nodiscard]] const RowStore& rows() const { return *rows_; }
 
     /// A value as text: decoded text, or the exact number with all its fraction digits and `decimalPoint`,
-    /// without grouping; empty for NULL. Only while open.
+    /// without grouping; empty for NULL. Where rows() can be read.
     [[nodiscard]] QString text(int row, const Field& field, QChar decimalPoint = u'.') const;
 
     /// The current row, from 0; -1 when there is none.
@@ -96,6 +97,10 @@ public:
     bool locate(const QString& column, const QString& value);
 
 signals:
+    /// Within open(), while the dataset still counts as closed: its first `count` rows can be read, and
+    /// others are on their way. Emitted when the first thousand has come, then at most ten times a second,
+    /// and with 0 when the reading fails after that. Nothing may be asked of the connection meanwhile.
+    void rowsArrived(int count);
     /// The rows are about to be replaced: on opening and on closing.
     void aboutToReset();
     /// The rows have been replaced.
@@ -105,9 +110,9 @@ signals:
 
 private:
     void forgetHandles() override;
-    [[nodiscard]] RowStore fetchRows();
+    [[nodiscard]] Handle<Firebird::IResultSet> runQuery();
     [[nodiscard]] Handle<Firebird::IResultSet> openCursor();
-    void replaceRows(std::optional<RowStore> rows);
+    void fetchRows(Handle<Firebird::IResultSet> cursor);
 
     Connection& connection_;
     Transaction& transaction_;
@@ -116,7 +121,8 @@ private:
     std::vector<Field*> fields_;
     Handle<Firebird::IStatement> statement_;
     std::optional<RowDecoder> decoder_;
-    std::optional<RowStore> rows_;
+    std::optional<RowStore> rows_; // while open, and while open() reads
+    bool isOpen_ = false;
     int currentRow_ = -1;
 };
 

@@ -12,8 +12,8 @@
 namespace db {
 
 /// The rows of a query's result, packed: beside the bytes of its values a row costs one bit a field, two
-/// bytes a text and four bytes for its place. Rows are appended, the store is sealed, and from then on only
-/// read.
+/// bytes a text and four bytes for its place. Rows are appended until the store is sealed; meanwhile the
+/// first ones can be read already.
 class RowStore final {
 public:
     explicit RowStore(std::span<const FieldKind> kinds);
@@ -33,7 +33,7 @@ public:
         std::size_t rowStart_;
     };
 
-    /// Ends the appending; gives back the memory held for growth. Rows can be read from now on.
+    /// Ends the appending; gives back the memory held for growth. All rows can be read from now on.
     void seal();
 
     /// So many rows before their turn is the best time for prefetch().
@@ -42,6 +42,10 @@ public:
     void prefetch(int row) const noexcept;
 
     [[nodiscard]] int rowCount() const noexcept { return rowCount_; }
+    /// The rows that can be read: those of complete stretches, and once the store is sealed all.
+    [[nodiscard]] int readableCount() const noexcept {
+        return rowCount_ - static_cast<int>(openStarts_.size());
+    }
     [[nodiscard]] bool isNull(int row, int field) const noexcept;
     /// The number of a numeric field (a decimal's in units of its last digit); 0 where it is NULL.
     [[nodiscard]] std::int64_t integer(int row, int field) const noexcept;

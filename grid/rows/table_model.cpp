@@ -17,9 +17,12 @@ TableModel::TableModel(db::DataSet& dataSet, std::vector<Column*> columns, QObje
     : QAbstractTableModel(parent),
       dataSet_(dataSet),
       columns_(std::move(columns)),
-      decimalPoint_(QLocale().decimalPoint().front()) {
+      decimalPoint_(QLocale().decimalPoint().front()),
+      available_(dataSet.rowCount()) {
+    connect(&dataSet_, &db::DataSet::rowsArrived, this, &TableModel::takeArrived);
     connect(&dataSet_, &db::DataSet::aboutToReset, this, [this] { beginResetModel(); });
     connect(&dataSet_, &db::DataSet::reset, this, [this] {
+        available_ = dataSet_.rowCount();
         arrange();
         endResetModel();
     });
@@ -29,7 +32,7 @@ int TableModel::rowCount(const QModelIndex& parent) const {
     if (parent.isValid()) {
         return 0;
     }
-    return order_ ? static_cast<int>(order_->size()) : dataSet_.rowCount();
+    return order_ ? static_cast<int>(order_->size()) : available_;
 }
 
 int TableModel::columnCount(const QModelIndex& parent) const {
@@ -122,6 +125,22 @@ void TableModel::clearFilters() {
     if (!filters_.empty()) {
         filters_.clear();
         rearrange();
+    }
+}
+
+void TableModel::takeArrived(int count) {
+    // Rows that will stand elsewhere, or nowhere, would only mislead.
+    if (!sortColumns_.empty() || !filters_.empty()) {
+        return;
+    }
+    if (available_ > 0 && count > available_) {
+        beginInsertRows({}, available_, count - 1);
+        available_ = count;
+        endInsertRows();
+    } else {
+        beginResetModel();
+        available_ = count;
+        endResetModel();
     }
 }
 

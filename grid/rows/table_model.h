@@ -34,7 +34,8 @@ struct RowStretch {
 };
 
 /// The rows of a dataset in the order and under the filter that the user chose; the dataset's own rows stay
-/// untouched. Order and filter survive a reopening of the dataset.
+/// untouched. Order and filter survive a reopening of the dataset. While the dataset reads, the rows that
+/// have come are there already, unless they are going to be sorted or filtered.
 class TableModel final : public QAbstractTableModel {
     Q_OBJECT
 
@@ -89,6 +90,7 @@ signals:
     void arrangementChanged();
 
 private:
+    void takeArrived(int count);
     void rearrange();
     void arrange();
     [[nodiscard]] std::vector<std::int32_t> rowsLeftBy(const std::map<int, ColumnFilter>& filters) const;
@@ -98,6 +100,7 @@ private:
     QChar decimalPoint_;
     std::vector<SortColumn> sortColumns_;
     std::map<int, ColumnFilter> filters_;
+    int available_;                                  // of the dataset's rows
     std::optional<std::vector<std::int32_t>> order_; // none: the dataset's rows as they are
 };
 

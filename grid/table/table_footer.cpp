@@ -30,6 +30,7 @@ TableFooter::TableFooter(const TableModel& model, const TableHeader& header, int
         selection_.clear();
         follow();
     });
+    connect(&model, &TableModel::rowsInserted, this, &TableFooter::follow);
     connect(&header, &TableHeader::layoutChanged, this, &TableFooter::follow);
     if (column_ >= 0) {
         setAccessibleDescription(QStringLiteral("Количество строк"));

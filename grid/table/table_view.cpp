@@ -49,7 +49,18 @@ TableView::TableView(const GridSpec& spec, db::DataSource& dataSource, QWidget* 
             goToFirstRow();
         }
     });
+    // After the model's, which has laid out the rows by then.
+    connect(&dataSet, &db::DataSet::rowsArrived, this, &TableView::paintArrived);
     connect(header, &TableHeader::filterRequested, this, &TableView::openFilter);
+}
+
+/// No event is handled while rows come, so nothing would be painted by itself. Repainting the footer takes
+/// along whatever else of the window has been marked for painting.
+void TableView::paintArrived() {
+    const bool isSeen = !viewport()->visibleRegion().isEmpty() && !window()->isMinimized();
+    if (isSeen && rowCount() > 0) {
+        footer_->repaint();
+    }
 }
 
 QItemSelection TableView::selectionOf(int first, int last) const {

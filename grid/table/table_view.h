@@ -61,6 +61,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void paintArrived();
     [[nodiscard]] ColumnFilter filterOf(int column) const;
     void showOnly(int column, const CellValue& value);
     void hideValue(int column, const CellValue& value);

@@ -17,6 +17,11 @@ void RowLayout::reset(int rowCount) {
     setTop(top_);
 }
 
+void RowLayout::extend(int rowCount) {
+    rowCount_ = rowCount;
+    shownRowsValid_ = false;
+}
+
 void RowLayout::setViewportHeight(int height) {
     if (height != viewportHeight_) {
         viewportHeight_ = height;

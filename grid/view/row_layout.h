@@ -32,6 +32,8 @@ public:
 
     /// Forgets all heights: other rows, widths or fonts. The top row stays as far as there are rows.
     void reset(int rowCount);
+    /// More rows follow those that there have been.
+    void extend(int rowCount);
     /// Fits the rows into a viewport of another height.
     void setViewportHeight(int height);
 

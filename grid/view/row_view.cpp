@@ -75,6 +75,15 @@ void RowView::rowsChanged() {
     doItemsLayout();
 }
 
+void RowView::rowsInserted(const QModelIndex& parent, int first, int last) {
+    QAbstractItemView::rowsInserted(parent, first, last);
+    layout_.extend(rowCount());
+    isStale_ = isStale_ || !isVisible();
+    if (!isStale_) {
+        verticalScrollBar()->setRange(0, layout_.scrollMaximum());
+    }
+}
+
 int RowView::indentation(int, int) const {
     return 0;
 }
@@ -314,7 +323,8 @@ void RowView::currentChanged(const QModelIndex& current, const QModelIndex& prev
 }
 
 void RowView::reportFocus() {
-    if (!QAccessible::isActive() || !hasFocus()) {
+    // Assistive technology would ask at once for what it is told of, and is not answered while rows come.
+    if (!QAccessible::isActive() || !hasFocus() || !dataSet_->isOpen()) {
         return;
     }
     QAccessibleInterface* const view = QAccessible::queryAccessibleInterface(this);

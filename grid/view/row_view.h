@@ -128,6 +128,8 @@ protected:
     void setSelection(const QRect& rect, QItemSelectionModel::SelectionFlags command) override;
     [[nodiscard]] QRegion visualRegionForSelection(const QItemSelection& selection) const override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    /// Rows come only at the end, and beneath what is in view.
+    void rowsInserted(const QModelIndex& parent, int first, int last) override;
     void updateGeometries() override;
     void scrollContentsBy(int dx, int dy) override;
     void changeEvent(QEvent* event) override;

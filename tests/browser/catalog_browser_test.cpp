@@ -287,6 +287,42 @@ TEST(Selection, IsReadAgainByF5AndStaysWhereItIs) {
     EXPECT_EQ(ui::screenCursor(), ui::ScreenCursor::Default);
 }
 
+TEST(Selection, ShowsTheFirstRowsWhileTheOthersAreRead) {
+    CatalogWindow window(test::sampleServer);
+    window.choose("Action1");
+    db::DataSet& materials = window.module().pFIBDataSet3;
+    const grid::TableView& view = TERForm->cxGrid1->view();
+    const int few = materials.rowCount();
+    materials.close();
+    materials.setSql({"select FEW.* from (", materials.sql().join(u' '),
+                      ") as FEW cross join (select first 20 RDB$TYPE from RDB$TYPES)"});
+    int arrivals = 0;
+    QObject::connect(&materials, &db::DataSet::rowsArrived, &window.form(), [&](int count) {
+        ++arrivals;
+        EXPECT_EQ(ui::screenCursor(), ui::ScreenCursor::Hourglass);
+        EXPECT_EQ(TERForm->cxGrid1->findChild<grid::TableFooter*>()->text(), QString::number(count));
+        EXPECT_EQ(view.currentRow(), 0);
+        EXPECT_FALSE(data::isSelectionRead(window.module()));
+    });
+    TERForm->cxComboBox1->setCurrentIndex(0);
+    TERForm->cxComboBox1->setCurrentIndex(3);
+    EXPECT_GE(arrivals, 2);
+    EXPECT_GT(materials.rowCount(), 10 * few);
+    EXPECT_EQ(view.currentRow(), 0);
+
+    // Reading again ends where it began, whatever was in view meanwhile.
+    materials.moveTo(few / 2);
+    const int current = materials.currentRow();
+    arrivals = 0;
+    QTest::keyClick(TERForm->cxComboBox1->lineEdit(), Qt::Key_F5);
+    EXPECT_GE(arrivals, 1);
+    EXPECT_EQ(materials.text(materials.currentRow(), materials.field("ID")),
+              materials.text(current, materials.field("ID")));
+    EXPECT_EQ(view.currentRow(), materials.currentRow());
+    EXPECT_FALSE(view.rowRect(view.currentRow()).isEmpty());
+    EXPECT_EQ(ui::screenCursor(), ui::ScreenCursor::Default);
+}
+
 TEST(Lifecycle, OpensWithTheFocusOnTheFirstMaterial) {
     CatalogWindow window(test::sampleServer);
     window.choose("Action1");

@@ -41,7 +41,7 @@ BareQuery::BareQuery(TDM& module, const db::DataSet& dataSet) : module_(module) 
     });
 }
 
-int BareQuery::read(const QString& period, std::int32_t region) {
+void BareQuery::bind(const QString& period, std::int32_t region) {
     const QByteArray text = base::win1251::encode(period);
     const auto length = static_cast<std::uint16_t>(text.size());
     module_.pFIBDatabase1.run([&](auto* status) {
@@ -50,17 +50,35 @@ int BareQuery::read(const QString& period, std::int32_t region) {
         std::memcpy(first + sizeof length, text.constData(), length);
         std::memcpy(input_.data() + inputMetadata_->getOffset(status, 1), &region, sizeof region);
     });
-    return fetch(inputMetadata_.get(), input_.data());
+}
+
+db::Handle<Firebird::IResultSet> BareQuery::openCursor() {
+    return module_.pFIBDatabase1.run([&](auto* status) {
+        return db::Handle<Firebird::IResultSet>(statement_->openCursor(
+            status, module_.RFIBTransaction.handle(), inputMetadata_.get(), input_.data(), nullptr, 0));
+    });
+}
+
+int BareQuery::read(const QString& period, std::int32_t region) {
+    bind(period, region);
+    return read();
+}
+
+double BareQuery::timeUntilFirstRow(const QString& period, std::int32_t region) {
+    bind(period, region);
+    db::Handle<Firebird::IResultSet> cursor;
+    return timeOf([&] {
+        cursor = openCursor();
+        module_.pFIBDatabase1.run([&](auto* status) {
+            requireSame("rows", 1,
+                        cursor->fetchNext(status, message_.data()) == Firebird::IStatus::RESULT_OK);
+        });
+    });
 }
 
 int BareQuery::read() {
-    return fetch(nullptr, nullptr);
-}
-
-int BareQuery::fetch(Firebird::IMessageMetadata* inputMetadata, void* input) {
+    db::Handle<Firebird::IResultSet> cursor = openCursor();
     return module_.pFIBDatabase1.run([&](auto* status) {
-        db::Handle<Firebird::IResultSet> cursor(statement_->openCursor(
-            status, module_.RFIBTransaction.handle(), inputMetadata, input, nullptr, 0));
         int rows = 0;
         while (cursor->fetchNext(status, message_.data()) == Firebird::IStatus::RESULT_OK) {
             ++rows;

@@ -37,11 +37,14 @@ public:
 
     /// Fetches the rows of a period and a region; returns their number.
     int read(const QString& period, std::int32_t region);
+    /// Milliseconds until the first row of a period and a region has come; the others are not fetched.
+    double timeUntilFirstRow(const QString& period, std::int32_t region);
     /// Fetches the rows of a query without parameters; returns their number.
     int read();
 
 private:
-    int fetch(Firebird::IMessageMetadata* inputMetadata, void* input);
+    void bind(const QString& period, std::int32_t region);
+    [[nodiscard]] db::Handle<Firebird::IResultSet> openCursor();
 
     TDM& module_;
     db::Handle<Firebird::IStatement> statement_;

@@ -29,6 +29,7 @@ struct Row {
 
 constexpr std::array rows{
     Row{"open", bench::measureOpen},
+    Row{"first-rows", bench::measureFirstRows},
     Row{"memory", bench::measureMemory},
     Row{"region", bench::measureRegion},
     Row{"wheel", bench::measureWheel},

@@ -17,6 +17,7 @@ struct Surroundings {
 using Measurement = std::vector<Result> (*)(const Surroundings& surroundings);
 
 std::vector<Result> measureOpen(const Surroundings& surroundings);
+std::vector<Result> measureFirstRows(const Surroundings& surroundings);
 std::vector<Result> measureMemory(const Surroundings& surroundings);
 std::vector<Result> measureRegion(const Surroundings& surroundings);
 std::vector<Result> measureWheel(const Surroundings& surroundings);

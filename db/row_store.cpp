@@ -1,16 +1,11 @@
 #include "db/row_store.h"
 
-#include "db/load.h"
-
 #include <algorithm>
 #include <cstring>
 
 namespace db {
 
 namespace {
-
-constexpr int stretchShift = 10;
-constexpr int rowsPerStretch = 1 << stretchShift;
 
 template <typename Element>
 std::unique_ptr<Element[]> exactCopy(const std::vector<Element>& elements) {
@@ -92,27 +87,12 @@ void RowStore::seal() {
     openStarts_ = {};
 }
 
-const std::uint8_t* RowStore::rowBytes(int row) const noexcept {
-    const Stretch& stretch = stretches_[static_cast<std::size_t>(row >> stretchShift)];
-    return stretch.bytes.get() + stretch.rowStarts[static_cast<std::size_t>(row & (rowsPerStretch - 1))];
-}
-
 void RowStore::prefetch(int row) const noexcept {
     constexpr std::size_t cacheLine = 64; // bytes
     const std::uint8_t* const bytes = rowBytes(row);
     for (std::size_t line = 0; line < 3; ++line) {
         __builtin_prefetch(bytes + line * cacheLine);
     }
-}
-
-bool RowStore::isNull(int row, int field) const noexcept {
-    return (rowBytes(row)[field / 8] >> (field % 8) & 1) != 0;
-}
-
-std::int64_t RowStore::integer(int row, int field) const noexcept {
-    const Place place = places_[static_cast<std::size_t>(field)];
-    const std::uint8_t* const source = rowBytes(row) + place.offset;
-    return place.kind == FieldKind::Integer32 ? load<std::int32_t>(source) : load<std::int64_t>(source);
 }
 
 std::pair<std::int64_t, std::int64_t> RowStore::integerRange(int field) const noexcept {
@@ -122,19 +102,6 @@ std::pair<std::int64_t, std::int64_t> RowStore::integerRange(int field) const no
         range = {std::min(range.first, value), std::max(range.second, value)};
     }
     return range;
-}
-
-std::string_view RowStore::string(int row, int field) const noexcept {
-    const std::uint8_t* const bytes = rowBytes(row);
-    std::size_t start = fixedSize_;
-    for (int earlier = 0; earlier < field; ++earlier) {
-        const Place place = places_[static_cast<std::size_t>(earlier)];
-        if (place.kind == FieldKind::String) {
-            start += load<std::uint16_t>(bytes + place.offset);
-        }
-    }
-    const auto length = load<std::uint16_t>(bytes + places_[static_cast<std::size_t>(field)].offset);
-    return {reinterpret_cast<const char*>(bytes + start), length};
 }
 
 } // namespace db

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "db/field.h"
+#include "db/load.h"
 
 #include <cstdint>
 #include <memory>
@@ -66,6 +67,9 @@ private:
         std::unique_ptr<std::uint32_t[]> rowStarts;
     };
 
+    static constexpr int stretchShift = 10;
+    static constexpr int rowsPerStretch = 1 << stretchShift;
+
     [[nodiscard]] const std::uint8_t* rowBytes(int row) const noexcept;
     void closeStretch();
 
@@ -76,5 +80,35 @@ private:
     std::vector<std::uint32_t> openStarts_;
     int rowCount_ = 0;
 };
+
+// Whole columns are gone through by these, cell by cell.
+
+inline const std::uint8_t* RowStore::rowBytes(int row) const noexcept {
+    const Stretch& stretch = stretches_[static_cast<std::size_t>(row >> stretchShift)];
+    return stretch.bytes.get() + stretch.rowStarts[static_cast<std::size_t>(row & (rowsPerStretch - 1))];
+}
+
+inline bool RowStore::isNull(int row, int field) const noexcept {
+    return (rowBytes(row)[field / 8] >> (field % 8) & 1) != 0;
+}
+
+inline std::int64_t RowStore::integer(int row, int field) const noexcept {
+    const Place place = places_[static_cast<std::size_t>(field)];
+    const std::uint8_t* const source = rowBytes(row) + place.offset;
+    return place.kind == FieldKind::Integer32 ? load<std::int32_t>(source) : load<std::int64_t>(source);
+}
+
+inline std::string_view RowStore::string(int row, int field) const noexcept {
+    const std::uint8_t* const bytes = rowBytes(row);
+    std::size_t start = fixedSize_;
+    for (int earlier = 0; earlier < field; ++earlier) {
+        const Place place = places_[static_cast<std::size_t>(earlier)];
+        if (place.kind == FieldKind::String) {
+            start += load<std::uint16_t>(bytes + place.offset);
+        }
+    }
+    const auto length = load<std::uint16_t>(bytes + places_[static_cast<std::size_t>(field)].offset);
+    return {reinterpret_cast<const char*>(bytes + start), length};
+}
 
 } // namespace db

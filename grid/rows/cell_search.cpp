@@ -15,7 +15,8 @@ CellSearch::CellSearch(const TableModel& model, std::vector<int> columns, const 
         const bool mayHit = field && (!field->isNumber() || matcher_.mayMatchNumbers());
         fields_.push_back(mayHit ? field : nullptr);
     }
-    if (!matcher_.isEmpty()) {
+    // Rows that are still coming are searched when all are there.
+    if (!matcher_.isEmpty() && model_.dataSet().isOpen()) {
         hitsOfRow_.resize(static_cast<std::size_t>(model_.dataSet().rowCount()), notShown);
         for (int row = 0; row < model_.rowCount(); ++row) {
             hitsOfRow_[static_cast<std::size_t>(model_.dataSetRow(row))] = notYet;
@@ -81,7 +82,7 @@ std::optional<CellPlace> CellSearch::hitWithin(int row, std::ptrdiff_t first, st
 }
 
 CellSearch::Next CellSearch::next(CellPlace from, bool forward, bool includeFrom) {
-    const int rowCount = matcher_.isEmpty() ? 0 : model_.rowCount();
+    const int rowCount = hitsOfRow_.empty() ? 0 : model_.rowCount();
     const int step = forward ? 1 : rowCount - 1;
     const bool isSomewhere = from.row >= 0;
     int row = isSomewhere ? from.row : forward ? 0 : rowCount - 1;

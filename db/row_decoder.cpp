@@ -153,10 +153,12 @@ RowDecoder::RowDecoder(Connection& connection, Firebird::IMessageMetadata& metad
 std::string_view RowDecoder::varyingText(const unsigned char* source, const Step& step) const {
     const auto length = load<std::uint16_t>(source);
     if (length > step.length) {
+        // What else comes by this connection is no more to be trusted.
         throw DatabaseError(QStringLiteral("%1: ответ сервера испорчен: текст в %2 байт при длине столбца %3")
                                 .arg(dataSetName_)
                                 .arg(length)
-                                .arg(step.length));
+                                .arg(step.length),
+                            {isc_net_read_err});
     }
     return {reinterpret_cast<const char*>(source) + sizeof length, length};
 }

@@ -189,8 +189,9 @@ TEST(RowDecoder, RefusesATextLongerThanItsColumn) {
     for (const std::uint16_t length : {std::uint16_t{1000}, std::uint16_t{1001}, std::uint16_t{60'000}}) {
         db::RowStore store(kinds);
         std::memcpy(message.data(), &length, sizeof length);
-        EXPECT_EQ(errorOf([&] { decoder.decode(message.data(), store); }).contains("испорчен"),
-                  length > 1000);
+        const auto decode = [&](auto*) { decoder.decode(message.data(), store); };
+        EXPECT_EQ(errorOf([&] { module.pFIBDatabase1.run(decode); }).contains("испорчен"), length > 1000);
+        EXPECT_EQ(module.pFIBDatabase1.isConnected(), length <= 1000) << "nothing of it is trusted again";
     }
 }
 

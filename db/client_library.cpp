@@ -115,7 +115,10 @@ void ClientLibrary::keepSignals() const {
 DatabaseError ClientLibrary::databaseError(Firebird::IStatus& status) const {
     std::array<char, 4096> text{};
     master_->getUtilInterface()->formatStatus(text.data(), static_cast<unsigned>(text.size() - 1), &status);
-    return DatabaseError(decodeStatusText(text.data()), errorCodes(status.getErrors()));
+    const QString message = decodeStatusText(text.data());
+    // A garbled answer may report an error that has no words.
+    return DatabaseError(message.isEmpty() ? QStringLiteral("Ошибка базы данных без описания") : message,
+                         errorCodes(status.getErrors()));
 }
 
 } // namespace db

@@ -9,9 +9,11 @@ namespace db {
 
 namespace {
 
-constexpr std::array lostConnectionCodes{isc_network_error, isc_net_read_err,        isc_net_write_err,
-                                         isc_conn_lost,     isc_lost_db_connection,  isc_att_shutdown,
-                                         isc_shutdown,      isc_net_server_shutdown, isc_bad_db_handle};
+/// A transaction lives as long as its connection: where the server does not know its handle, an answer came
+/// garbled, and no later call would fare better.
+constexpr std::array lostConnectionCodes{
+    isc_network_error, isc_net_read_err, isc_net_write_err,       isc_conn_lost,     isc_lost_db_connection,
+    isc_att_shutdown,  isc_shutdown,     isc_net_server_shutdown, isc_bad_db_handle, isc_bad_trans_handle};
 
 } // namespace
 

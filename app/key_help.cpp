@@ -33,16 +33,21 @@ constexpr KeyLine keyLines[]{
     {u"Ctrl+C", u"скопировать выделенные строки"},
     {u"Ctrl+Shift+C", u"скопировать ячейку"},
     {u"Shift+F10 или клавиша меню", u"меню ячейки и её столбца"},
-    {u"Alt+Shift+↑, Alt+Shift+↓", u"сортировать столбец по возрастанию, по убыванию"},
-    {u"Alt+Shift+Backspace", u"не сортировать"},
+    {u"Пробел, Ctrl+Пробел", u"выделить строку; выделить или снять выделение"},
+    {u"Ctrl+↑, Ctrl+↓", u"перейти к строке, не меняя выделения"},
+    {u"Alt+Page Up, Alt+Page Down", u"сортировать столбец по возрастанию, по убыванию"},
+    {u"Alt+Backspace", u"не сортировать"},
     {u"Двойной щелчок по краю заголовка", u"ширина по содержимому"},
     {u"Ctrl+F", u"найти слова в любом порядке; слова в кавычках ищутся вместе; Esc закрывает поиск"},
     {u"F3, Shift+F3", u"следующее и предыдущее найденное"},
     {u"", u"Только таблица"},
+    {u"Enter, Shift+Enter в строке поиска", u"следующее и предыдущее найденное"},
     {u"Alt+↓", u"фильтр столбца"},
+    {u"↓, Пробел, Enter, Esc в фильтре", u"к значениям, отметить значение, применить, отказаться"},
     {u"Shift+щелчок по заголовку", u"сортировать ещё и по этому столбцу"},
     {u"Ctrl+щелчок по заголовку", u"не сортировать по этому столбцу"},
     {u"", u"Только дерево"},
+    {u"Enter или ↓ в строке поиска", u"к первому найденному узлу"},
     {u"Буквы", u"перейти к узлу, который с них начинается"},
     {u"+, −, *", u"раскрыть узел, свернуть его, раскрыть со всеми вложенными"},
     {u"→, ←", u"раскрыть узел или войти в него; свернуть его или выйти"},
@@ -66,6 +71,8 @@ void showKeyHelp(QWidget* parent) {
     dialog.setWindowTitle(QStringLiteral("Клавиши"));
     auto* const label = new QLabel(page());
     label->setMargin(8);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    label->setAccessibleName(dialog.windowTitle());
     auto* const area = new QScrollArea;
     area->setFrameShape(QFrame::NoFrame);
     area->setWidget(label);
@@ -75,7 +82,7 @@ void showKeyHelp(QWidget* parent) {
     layout->addWidget(buttons);
     QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
     const QSize whole = label->sizeHint() + QSize(area->verticalScrollBar()->sizeHint().width(), 2);
-    area->setMinimumSize(whole.boundedTo(dialog.screen()->availableSize() * 3 / 4));
+    area->setMinimumSize(whole.boundedTo(dialog.screen()->availableSize() * 9 / 10));
     dialog.exec();
 }
 

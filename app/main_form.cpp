@@ -13,11 +13,11 @@
 #include "ui/tight_layout.h"
 
 #include <QAccessibleWidget>
+#include <QAction>
 #include <QActionGroup>
 #include <QCloseEvent>
 #include <QScopeGuard>
 #include <QScreen>
-#include <QShortcut>
 #include <QStatusTipEvent>
 #include <QVBoxLayout>
 
@@ -147,7 +147,11 @@ void TMainForm::createMenu() {
     N1 = new app::Command(QStringLiteral("N1"), caption, caption, std::bind_front(&TMainForm::N1Click, this),
                           *this, this);
     MainMenu1->addAction(N1);
-    connect(new QShortcut(Qt::Key_F1, this), &QShortcut::activated, this, [this] { app::showKeyHelp(this); });
+    auto* const keys = new QAction(QStringLiteral("Клавиши…"), this);
+    keys->setShortcut(Qt::Key_F1);
+    connect(keys, &QAction::triggered, this, [this] { app::showKeyHelp(this); });
+    addAction(keys);
+    setContextMenuPolicy(Qt::ActionsContextMenu);
 }
 
 void TMainForm::createToolBar() {

@@ -30,6 +30,7 @@ Selector::Selector(const QString& hint, QWidget* parent) : QComboBox(parent), hi
     setMaxVisibleItems(listLines);
     setFont(ui::pixelFont(QStringLiteral("Tahoma"), 13));
     setBackground(background);
+    view()->setPalette(palette()); // a warning is not about what the list offers
     setToolTip(hint);
     setStatusTip(hint);
     setAccessibleName(hint);

@@ -19,12 +19,12 @@
 #include "ui/screen_cursor.h"
 #include "ui/tight_layout.h"
 
+#include <QAction>
 #include <QDir>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScopeGuard>
-#include <QShortcut>
 #include <QShowEvent>
 #include <QStackedLayout>
 #include <QTabBar>
@@ -218,10 +218,14 @@ void TTERForm::FormCreate() {
                     markSelectors();
                 });
     }
-    connect(new QShortcut(Qt::Key_F5, this), &QShortcut::activated, this, [this] {
+    auto* const again = new QAction(QStringLiteral("Прочитать ещё раз"), this);
+    again->setShortcut(Qt::Key_F5);
+    connect(again, &QAction::triggered, this, [this] {
         ui::guarded(*this, [this] { reread(); });
         markSelectors();
     });
+    addAction(again);
+    setContextMenuPolicy(Qt::ActionsContextMenu);
     markSelectors();
 }
 
@@ -255,7 +259,7 @@ QString TTERForm::regionWarning() const {
     if (data::isChosenRegion(*DM, cxComboBox1->currentText())) {
         return {};
     }
-    return QStringLiteral("Этот текст не выбирает региона. Показан «%1»").arg(shownRegion());
+    return QStringLiteral("По этому тексту регион не выбран. Показан «%1»").arg(shownRegion());
 }
 
 QString TTERForm::shownRegion() const {

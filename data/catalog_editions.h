@@ -25,7 +25,7 @@ struct Edition {
     };
 
     /// The value of the open-browser marker while this edition is shown, and the end of its command's name.
-    int number;
+    int number = 0;
     Words words;
     Tables tables;
 };

@@ -29,6 +29,13 @@ struct FieldSpec {
     bool isRatio = false;     ///< a decimal whose sum would say nothing
     int columnWidth = 0;      ///< design width of the field's column in pixels; 0 is the view's default
 
+    /// The same with another part.
+    template <typename Value>
+    [[nodiscard]] constexpr FieldSpec with(Value FieldSpec::*part, Value value) const {
+        FieldSpec changed = *this;
+        changed.*part = value;
+        return changed;
+    }
     /// Read, but not shown.
     [[nodiscard]] constexpr FieldSpec hidden() const { return with(&FieldSpec::visible, false); }
     /// A number at the left.
@@ -42,13 +49,6 @@ struct FieldSpec {
     /// Numbers stand at the right unless they are marked, texts at the left.
     [[nodiscard]] constexpr Qt::AlignmentFlag alignment() const {
         return isNumber() && !leftAligned ? Qt::AlignRight : Qt::AlignLeft;
-    }
-    /// The same with another part.
-    template <typename Value>
-    [[nodiscard]] constexpr FieldSpec with(Value FieldSpec::*part, Value value) const {
-        FieldSpec changed = *this;
-        changed.*part = value;
-        return changed;
     }
 };
 

@@ -107,8 +107,8 @@ def read_by_gnumeric(books, folder):
 
 def export(program, folder):
     for suffix in ("KATALOGKTC", "KATOGLAVLENIE", "MASH", "TRUD"):
-        run("isql-fb", "-bail", "-ch", "UTF8", "-user", "SYSDBA", "-password", catalog.PASSWORD, catalog.DATABASE, text=True,
-            input=f"insert into FER20{suffix}_TABLE select * from TER{suffix}_TABLE; commit;")
+        run("isql-fb", "-bail", "-ch", "UTF8", "-user", "SYSDBA", "-password", catalog.PASSWORD, catalog.DATABASE,
+            text=True, input=f"insert into FER20{suffix}_TABLE select * from TER{suffix}_TABLE; commit;")
     run(program, "--gtest_also_run_disabled_tests", "--gtest_filter=*.DISABLED_WritesEveryGrid", stderr=None,
         env={**os.environ, "QT_QPA_PLATFORM": "offscreen", "LC_ALL": "C.UTF-8", "TARVELO_SERVER": ADDRESS,
              "TARVELO_EXPORT": str(folder), "TARVELO_FILTERS": "|".join(FILTERS)})

@@ -48,7 +48,8 @@ def row_heights(path):
         if properties is not None:
             number, unit = re.fullmatch(r"([0-9.]+)([a-z]+)", properties.get(STYLE + "row-height")).groups()
             heights[style.get(STYLE + "name")] = float(number) * POINTS[unit]
-    return [heights[row.get(TABLE + "style-name")] for row in root.iter(TABLE + "table-row") if "".join(row.itertext()).strip()]
+    return [heights[row.get(TABLE + "style-name")] for row in root.iter(TABLE + "table-row")
+            if "".join(row.itertext()).strip()]
 
 
 def compare(given, needed):

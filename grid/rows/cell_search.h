@@ -43,7 +43,7 @@ public:
 
     /// What is known of the next hit.
     struct Next {
-        bool isKnown;                   ///< all rows up to it have been gone through
+        bool isKnown = false;           ///< all rows up to it have been gone through
         std::optional<CellPlace> place; ///< nothing when there is no hit at all
     };
     /// The next hit in a direction, and round the end: after a cell, or, if `includeFrom`, there itself. Goes

@@ -36,7 +36,10 @@ QString columnInWords(const Column& column, const ColumnFilter& filter, QChar de
     const QString name = u'«' + column.headerText() + u'»';
     QStringList parts;
     if (!filter.containedText.isEmpty()) {
-        parts.append(name + QStringLiteral(" содержит «") + filter.containedText + u'»');
+        const bool isSeveral = filter.containedText.trimmed().contains(u' ');
+        parts.append(name +
+                     (isSeveral ? QStringLiteral(" содержит слова «") : QStringLiteral(" содержит «")) +
+                     filter.containedText + u'»');
     }
     if (filter.condition) {
         parts.append(name + u' ' + filter.condition->inWords(decimalPoint));
@@ -46,7 +49,7 @@ QString columnInWords(const Column& column, const ColumnFilter& filter, QChar de
         const bool isOnly = filter.rule == ColumnFilter::Values::Only;
         parts.append(name + (values.isEmpty() ? QStringLiteral(": ничего не выбрано")
                              : isOnly         ? QStringLiteral(" равно ") + values
-                                              : QStringLiteral(" кроме ") + values));
+                                              : QStringLiteral(" не равно ") + values));
     }
     return parts.join(QStringLiteral(" и "));
 }

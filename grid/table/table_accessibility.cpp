@@ -20,6 +20,23 @@ constexpr int headerRow = -1;
 /// Cells that are told of at a time as selected.
 constexpr qsizetype selectedCellLimit = 20'000;
 
+/// What the marks in a column's header mean.
+QString arrangementInWords(const TableModel& model, int column) {
+    QStringList words;
+    const std::vector<SortColumn>& sorts = model.sortColumns();
+    const auto sort = std::ranges::find(sorts, column, &SortColumn::column);
+    if (sort != sorts.end()) {
+        words.append(sort->descending ? QStringLiteral("по убыванию") : QStringLiteral("по возрастанию"));
+        if (sorts.size() > 1) {
+            words.append(QStringLiteral("%1-й столбец сортировки").arg(sort - sorts.begin() + 1));
+        }
+    }
+    if (model.filters().contains(column)) {
+        words.append(QStringLiteral("с фильтром"));
+    }
+    return words.join(QStringLiteral(", "));
+}
+
 /// A cell, or a section of the header.
 class AccessibleCell final : public AccessiblePart, public QAccessibleTableCellInterface {
 public:
@@ -33,10 +50,16 @@ public:
         return row_ == headerRow ? QAccessible::ColumnHeader : QAccessible::Cell;
     }
     [[nodiscard]] QString text(QAccessible::Text kind) const override {
-        if (kind != QAccessible::Name || !isValid()) {
+        if (!isValid()) {
             return {};
         }
         const TableModel& model = tableView().tableModel();
+        if (kind == QAccessible::Description && row_ == headerRow) {
+            return arrangementInWords(model, column_);
+        }
+        if (kind != QAccessible::Name) {
+            return {};
+        }
         return row_ == headerRow ? model.column(column_).headerText() : model.text(row_, column_);
     }
 

@@ -39,17 +39,19 @@ TableFindBar::TableFindBar(TableView& view, QWidget* parent)
     layout->addWidget(text_, 1);
     createButtons();
     layout->addWidget(outcome_);
-    // The buttons stay where they are when the words beside them change.
-    outcome_->setMinimumWidth(fontMetrics().horizontalAdvance(QStringLiteral("00000 из 00000")));
 
     connect(text_, &QLineEdit::textChanged, this, [this] {
         view_.setMarkedText(text_->text());
         startSearch();
         find({.forward = true, .includeCurrent = true});
     });
-    connect(&view_.tableModel(), &TableModel::modelReset, this, &TableFindBar::startSearch);
+    connect(&view_.tableModel(), &TableModel::modelAboutToBeReset, this, &TableFindBar::startSearch);
     connect(&view_.header(), &FittedHeader::layoutChanged, this, &TableFindBar::startSearchOfOtherColumns);
-    connect(view_.selectionModel(), &QItemSelectionModel::currentChanged, this, &TableFindBar::showOutcome);
+    connect(view_.selectionModel(), &QItemSelectionModel::currentChanged, this, [this] {
+        if (search_) {
+            showOutcome();
+        }
+    });
     hide();
 }
 
@@ -73,6 +75,7 @@ void TableFindBar::createButtons() {
 
 void TableFindBar::open() {
     const bool wasHidden = isHidden();
+    outcome_->reserveWidth();
     show();
     text_->setFocus();
     text_->selectAll();
@@ -105,17 +108,21 @@ void TableFindBar::goOn(bool forward) {
     find({.forward = forward});
 }
 
-/// Begins anew with the rows, columns and words as they are now; a hidden bar searches nothing.
+/// A search of other rows, columns or words: made as soon as events are handled again, when these are what
+/// they will be. Until then the outcome of the last one stays. A hidden bar searches nothing.
 void TableFindBar::startSearch() {
     wish_.reset();
     search_.reset();
-    slices_.stop();
-    if (!isHidden() && !TextMatcher(text_->text()).isEmpty()) {
-        search_.emplace(view_.tableModel(), view_.header().visibleColumns(), text_->text());
+    if (isSearching()) {
         slices_.start(0, this);
     } else {
-        showOutcome();
+        slices_.stop();
+        outcome_->say({});
     }
+}
+
+bool TableFindBar::isSearching() const {
+    return !isHidden() && !TextMatcher(text_->text()).isEmpty();
 }
 
 void TableFindBar::startSearchOfOtherColumns() {
@@ -125,7 +132,7 @@ void TableFindBar::startSearchOfOtherColumns() {
 }
 
 void TableFindBar::find(Wish wish) {
-    if (search_) {
+    if (isSearching()) {
         wish_ = wish;
         searchOn();
     }
@@ -140,6 +147,9 @@ void TableFindBar::timerEvent(QTimerEvent* event) {
 }
 
 void TableFindBar::searchOn() {
+    if (!search_) {
+        search_.emplace(view_.tableModel(), view_.header().visibleColumns(), text_->text());
+    }
     for (const QDeadlineTimer deadline(sliceTime); !search_->isComplete() && !deadline.hasExpired();) {
         search_->goOn();
     }
@@ -164,13 +174,9 @@ void TableFindBar::fulfilWish() {
 }
 
 void TableFindBar::showOutcome() {
-    if (!search_) {
-        outcome_->say({});
-    } else if (search_->isComplete()) {
-        outcome_->say(searchOutcome(search_->numberOf(view_.currentPlace()), search_->hitCount()));
-    } else {
-        outcome_->say(QStringLiteral("Поиск…"));
-    }
+    outcome_->say(search_->isComplete()
+                      ? searchOutcome(search_->numberOf(view_.currentPlace()), search_->hitCount())
+                      : QStringLiteral("Поиск…"));
 }
 
 void TableFindBar::keyPressEvent(QKeyEvent* event) {

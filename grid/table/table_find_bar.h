@@ -46,6 +46,7 @@ private:
     void find(Wish wish);
     void startSearch();
     void startSearchOfOtherColumns();
+    [[nodiscard]] bool isSearching() const;
     void searchOn();
     void fulfilWish();
     void showOutcome();
@@ -53,8 +54,8 @@ private:
     TableView& view_;
     QLineEdit* text_;
     OutcomeLabel* outcome_;
-    std::optional<CellSearch> search_;
-    std::optional<Wish> wish_; // as long as the search has not come that far
+    std::optional<CellSearch> search_; // once events have been handled
+    std::optional<Wish> wish_;         // as long as the search has not come that far
     QBasicTimer slices_;
 };
 

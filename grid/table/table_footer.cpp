@@ -70,6 +70,11 @@ void TableFooter::announce() {
     }
 }
 
+int TableFooter::column() const {
+    const bool isHidden = column_ >= 0 && header_.isSectionHidden(column_);
+    return isHidden ? header_.visibleColumns().front() : column_;
+}
+
 int TableFooter::selectedCount() const {
     int count = 0;
     for (const RowStretch& stretch : selection_) {
@@ -110,8 +115,9 @@ QSize TableFooter::sizeHint() const {
 /// What stands in the footer, from left to right.
 std::vector<TableFooter::Item> TableFooter::items() const {
     std::vector<Item> items;
+    const int countColumn = column();
     for (const int column : header_.visibleColumns()) {
-        const QString shown = column == column_ ? text() : sum(column);
+        const QString shown = column == countColumn ? text() : sum(column);
         if (!shown.isEmpty()) {
             const QRect section(header_.sectionViewportPosition(column), 0, header_.sectionSize(column),
                                 height());

@@ -13,7 +13,7 @@ namespace grid {
 class TableHeader;
 
 /// The row under a table view: the count of the rows shown, under its column, and the sums of the selected
-/// rows under the columns of numbers with fraction digits.
+/// rows under the columns of amounts.
 class TableFooter final : public QWidget {
     Q_OBJECT
 
@@ -21,8 +21,8 @@ public:
     /// `column` is the index of the column that the count stands under; -1 for an empty footer.
     TableFooter(const TableModel& model, const TableHeader& header, int column, QWidget* parent);
 
-    /// The column that the count stands under; -1 for none.
-    [[nodiscard]] int column() const { return column_; }
+    /// The column that the count stands under, or the first one while that is hidden; -1 for none.
+    [[nodiscard]] int column() const;
     /// The count as it is shown, with what it is part of where rows are filtered or several selected; empty
     /// in an empty footer.
     [[nodiscard]] QString text() const;

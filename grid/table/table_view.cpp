@@ -9,6 +9,7 @@
 #include "grid/table/table_header.h"
 #include "grid/view/menu.h"
 
+#include <QAccessible>
 #include <QKeyEvent>
 #include <QScreen>
 
@@ -51,6 +52,7 @@ TableView::TableView(const GridSpec& spec, db::DataSource& dataSource, QWidget* 
     });
     // After the model's, which has laid out the rows by then.
     connect(&dataSet, &db::DataSet::rowsArrived, this, &TableView::paintArrived);
+    connect(model_, &TableModel::arrangementChanged, this, &TableView::announceArrangement);
     connect(header, &TableHeader::filterRequested, this, &TableView::openFilter);
 }
 
@@ -60,6 +62,15 @@ void TableView::paintArrived() {
     const bool isSeen = !viewport()->visibleRegion().isEmpty() && !window()->isMinimized();
     if (isSeen && rowCount() > 0) {
         footer_->repaint();
+    }
+}
+
+/// Tells assistive technology of the marks in the header, whose sections are the first children of the table.
+void TableView::announceArrangement() {
+    for (std::size_t section = 0; section < header().visibleColumns().size(); ++section) {
+        QAccessibleEvent event(this, QAccessible::DescriptionChanged);
+        event.setChild(static_cast<int>(section));
+        QAccessible::updateAccessibility(&event);
     }
 }
 
@@ -85,6 +96,14 @@ RowView::RowColors TableView::rowColors(int row) const {
             color(QPalette::Text)};
 }
 
+QString TableView::emptyText() const {
+    if (!model_->dataSet().isOpen()) {
+        return {};
+    }
+    return model_->dataSet().rowCount() == 0 ? QStringLiteral("Строк нет")
+                                             : QStringLiteral("Фильтр не оставляет ни одной строки");
+}
+
 std::vector<const Column*> TableView::visibleColumns() const {
     std::vector<const Column*> columns;
     for (const int column : header().visibleColumns()) {
@@ -105,6 +124,8 @@ void TableView::setMarkedText(const QString& words) {
 
 void TableView::goTo(CellPlace place) {
     makeCurrent(indexOf(place.row, place.column), Qt::NoModifier);
+    // It may have been current before, but out of view.
+    scrollTo(currentIndex());
 }
 
 void TableView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) {
@@ -141,6 +162,8 @@ void TableView::addCellEntries(QMenu& menu, const QModelIndex& cell) {
 void TableView::addColumnEntries(QMenu& menu, int column) {
     addEntry(menu, QStringLiteral("Фильтр…"), filterKey, column >= 0 && model_->column(column).field(),
              [=, this] { openFilter(column); });
+    addEntry(menu, QStringLiteral("Снять фильтр столбца"), {}, model_->filters().contains(column),
+             [=, this] { model_->setFilter(column, {}); });
 }
 
 void TableView::showOnly(int column, const CellValue& value) {
@@ -151,6 +174,7 @@ void TableView::showOnly(int column, const CellValue& value) {
 }
 
 void TableView::hideValue(int column, const CellValue& value) {
+    leaveValue(column, value);
     ColumnFilter filter = filterOf(column);
     if (filter.rule == ColumnFilter::Values::Only) {
         filter.values.erase(value);
@@ -161,6 +185,20 @@ void TableView::hideValue(int column, const CellValue& value) {
     model_->setFilter(column, std::move(filter));
 }
 
+/// Goes on to the next row with another value in the column, or to the one before: those with it will be
+/// hidden.
+void TableView::leaveValue(int column, const CellValue& value) {
+    const auto hasOther = [&](int row) { return model_->value(row, column) != value; };
+    const int start = std::max(0, currentRow());
+    int row = start;
+    while (row < rowCount() && !hasOther(row)) {
+        ++row;
+    }
+    for (row = row < rowCount() ? row : start; row > 0 && !hasOther(row); --row) {
+    }
+    makeCurrent(indexOf(row, focusColumn()), Qt::NoModifier);
+}
+
 ColumnFilter TableView::filterOf(int column) const {
     const auto found = model_->filters().find(column);
     return found == model_->filters().end() ? ColumnFilter() : found->second;
@@ -168,7 +206,7 @@ ColumnFilter TableView::filterOf(int column) const {
 
 void TableView::openFilter(int column) {
     const Column& source = model_->column(column);
-    if (!source.field()) {
+    if (!source.field() || !model_->dataSet().isOpen()) {
         return;
     }
     const ColumnFilter present = filterOf(column);

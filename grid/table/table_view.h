@@ -55,6 +55,7 @@ protected:
     [[nodiscard]] QString textOf(int row, int column) const override { return model_->text(row, column); }
     [[nodiscard]] std::vector<TextRange> marksIn(int row, int column) const override;
     [[nodiscard]] RowColors rowColors(int row) const override;
+    [[nodiscard]] QString emptyText() const override;
     void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override;
     void addCellEntries(QMenu& menu, const QModelIndex& cell) override;
     void addColumnEntries(QMenu& menu, int column) override;
@@ -62,9 +63,11 @@ protected:
 
 private:
     void paintArrived();
+    void announceArrangement();
     [[nodiscard]] ColumnFilter filterOf(int column) const;
     void showOnly(int column, const CellValue& value);
     void hideValue(int column, const CellValue& value);
+    void leaveValue(int column, const CellValue& value);
 
     TableHeader* tableHeader_ = nullptr;
     TableModel* model_ = nullptr;

@@ -39,6 +39,8 @@ constexpr const NumberRelation& notGreater = relations[0];
 constexpr const NumberRelation& notLess = relations[1];
 constexpr QChar rangeSign = u'~';
 
+constexpr char16_t minusSign = 0x2212; // typographic
+
 bool isSign(QChar character) {
     return QStringView(u"<>=~").contains(character);
 }
@@ -91,7 +93,7 @@ std::strong_ordering ExactNumber::operator<=>(const ExactNumber& other) const {
 /// Reads conditions from the left to the right; `mistake` says what is wrong and ends it.
 class NumberCondition::Reader final {
 public:
-    explicit Reader(const QString& text) : text_(text) {}
+    explicit Reader(const QString& text) : text_(QString(text).replace(QChar(minusSign), u'-')) {}
 
     Reading read() {
         NumberCondition condition;
@@ -123,7 +125,7 @@ private:
             return;
         }
         if (!rest().startsWith(rangeSign)) {
-            mistake_ = QStringLiteral("Перед «%1» нужен знак: > < = <>").arg(first);
+            mistake_ = QStringLiteral("Перед «%1» нужен знак: > >= < <= = <> или ~").arg(first);
             return;
         }
         ++place_;

@@ -52,7 +52,7 @@ private:
     class Reader;
 
     struct Comparison {
-        const NumberRelation* relation;
+        const NumberRelation* relation = nullptr;
         QString boundText; ///< as it was typed
         bool negative;
         std::string whole;
@@ -87,7 +87,7 @@ private:
     };
 
     struct Comparison {
-        const NumberRelation* relation;
+        const NumberRelation* relation = nullptr;
         Threshold notLess; ///< than the bound
         Threshold greater;
     };

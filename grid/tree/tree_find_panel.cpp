@@ -54,6 +54,7 @@ void TreeFindPanel::clear() {
 }
 
 void TreeFindPanel::showOutcome(const QString& words) {
+    outcome_->reserveWidth();
     outcome_->say(words);
 }
 

@@ -22,6 +22,7 @@ TreeView::TreeView(TreeModel& model, QWidget* parent)
         rows_.layout();
         rowsChanged();
         scrollTo(currentIndex());
+        emit searchOutcomeChanged();
     });
     connect(&header(), &FittedHeader::hiddenColumnsChanged, this, &TreeView::searchVisibleColumns);
 }
@@ -165,15 +166,18 @@ void TreeView::addCellEntries(QMenu& menu, const QModelIndex& cell) {
 }
 
 void TreeView::goToFound() {
-    int row = currentRow();
-    if (row < 0 && !model_.hits().empty()) {
-        row = rows_.rowOf(model_.hits().front());
+    if (rowCount() == 0) {
+        return; // the user goes on typing
     }
-    if (row >= 0) {
-        goToRow(row, Qt::NoModifier);
-        // It may have been current before, but out of view.
-        scrollTo(currentIndex());
+    const std::vector<int>& hits = model_.hits();
+    const int current = TreeModel::node(currentIndex());
+    if (!hits.empty() && std::ranges::find(hits, current) == hits.end()) {
+        goToRow(bringIn(hits.front()), Qt::NoModifier);
+    } else if (currentRow() >= 0) {
+        goToRow(currentRow(), Qt::NoModifier);
     }
+    // It may have been current before, but out of view.
+    scrollTo(currentIndex());
     setFocus();
 }
 
@@ -186,6 +190,9 @@ void TreeView::findPrevious() {
 }
 
 void TreeView::goToHit(int step) {
+    if (!model_.isSearching()) {
+        emit findRequested();
+    }
     const std::vector<int>& hits = model_.hits();
     if (hits.empty()) {
         return;
@@ -203,6 +210,7 @@ void TreeView::goToHit(int step) {
     }
     const int hit = hits[static_cast<std::size_t>((place + std::ssize(hits)) % std::ssize(hits))];
     goToRow(bringIn(hit), Qt::NoModifier);
+    scrollTo(currentIndex());
 }
 
 void TreeView::goToRow(int row, Qt::KeyboardModifiers modifiers) {

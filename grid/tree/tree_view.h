@@ -30,9 +30,10 @@ public:
     void setSearch(const QString& words);
     /// What has become of the search; empty when there is none.
     [[nodiscard]] QString searchOutcome() const;
-    /// Goes on to the node in focus, or to the first hit of the search when none is.
+    /// Goes on to the node in focus; while there is a search, to its first hit unless that node is one,
+    /// and nowhere where it has found nothing.
     void goToFound();
-    /// Goes to the next or the previous hit of the search, and round the end.
+    /// Goes to the next or the previous hit of the search, and round the end; without a search asks for one.
     void findNext();
     void findPrevious();
 
@@ -63,11 +64,11 @@ protected:
     [[nodiscard]] int fittingWidth(int row, int column) const override;
     [[nodiscard]] std::vector<TextRange> marksIn(int row, int column) const override;
     [[nodiscard]] RowColors rowColors(int row) const override;
+    [[nodiscard]] QString emptyText() const override;
     void addCellEntries(QMenu& menu, const QModelIndex& cell) override;
     void addColumnEntries(QMenu&, int) override {}
     void drawRow(QPainter& painter, const ShownRow& shown, const QRect& exposed) const override;
     void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
-    void paintEvent(QPaintEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;

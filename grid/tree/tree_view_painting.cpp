@@ -23,15 +23,8 @@ std::vector<TextRange> TreeView::marksIn(int row, int column) const {
                        : model_.marks(rows_.at(row).node, column);
 }
 
-void TreeView::paintEvent(QPaintEvent* event) {
-    RowView::paintEvent(event);
-    if (rowCount() == 0 && model_.isSearching()) {
-        QPainter painter(viewport());
-        painter.setFont(font());
-        painter.setPen(palette().color(QPalette::Disabled, QPalette::Text));
-        painter.drawText(viewport()->rect().adjusted(0, indent, 0, 0), Qt::AlignHCenter | Qt::AlignTop,
-                         QStringLiteral("Ничего не найдено"));
-    }
+QString TreeView::emptyText() const {
+    return model_.isSearching() ? QStringLiteral("Ничего не найдено") : QString();
 }
 
 void TreeView::drawRow(QPainter& painter, const ShownRow& shown, const QRect& exposed) const {

@@ -12,7 +12,8 @@ namespace grid {
 inline constexpr QKeyCombination copyCellKey = Qt::CTRL | Qt::SHIFT | Qt::Key_C;
 inline constexpr QKeyCombination cellMenuKey = Qt::SHIFT | Qt::Key_F10;
 
-/// Sorting by the column in focus; without an order it takes all sorting away.
+/// Sorting by the column in focus; without an order it takes all sorting away. Alt and Shift together often
+/// switch the keyboard's layout.
 struct SortCommand {
     QStringView text;
     QKeyCombination key;
@@ -20,9 +21,9 @@ struct SortCommand {
 };
 
 inline constexpr std::array sortCommands{
-    SortCommand{u"Сортировать по возрастанию", Qt::ALT | Qt::SHIFT | Qt::Key_Up, Qt::AscendingOrder},
-    SortCommand{u"Сортировать по убыванию", Qt::ALT | Qt::SHIFT | Qt::Key_Down, Qt::DescendingOrder},
-    SortCommand{u"Без сортировки", Qt::ALT | Qt::SHIFT | Qt::Key_Backspace, std::nullopt},
+    SortCommand{u"Сортировать по возрастанию", Qt::ALT | Qt::Key_PageUp, Qt::AscendingOrder},
+    SortCommand{u"Сортировать по убыванию", Qt::ALT | Qt::Key_PageDown, Qt::DescendingOrder},
+    SortCommand{u"Без сортировки", Qt::ALT | Qt::Key_Backspace, std::nullopt},
 };
 
 } // namespace grid

@@ -22,7 +22,7 @@ QString quotedForMenu(const QString& value) {
     constexpr qsizetype endLength = 16;
     QString shown = value.simplified();
     if (shown.isEmpty()) {
-        shown = QStringLiteral("(пусто)");
+        return QStringLiteral("(Пустые)");
     }
     if (shown.size() > longest) {
         shown = shown.first(longest - endLength - 1).trimmed() + u'…' + shown.last(endLength).trimmed();

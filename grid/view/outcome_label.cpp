@@ -1,5 +1,7 @@
 #include "grid/view/outcome_label.h"
 
+#include "grid/view/search_texts.h"
+
 #include <QAccessible>
 
 namespace grid {
@@ -15,6 +17,11 @@ void OutcomeLabel::say(const QString& words) {
     setText(words);
     QAccessibleEvent event(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&event);
+}
+
+void OutcomeLabel::reserveWidth() {
+    constexpr std::int64_t many = 1'000'000;
+    setMinimumWidth(fontMetrics().horizontalAdvance(searchOutcome(many, many)));
 }
 
 } // namespace grid

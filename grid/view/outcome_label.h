@@ -13,6 +13,8 @@ public:
     explicit OutcomeLabel(QWidget* parent);
 
     void say(const QString& words);
+    /// Keeps room for the outcome of a search, so that what stands beside does not move with it.
+    void reserveWidth();
 };
 
 } // namespace grid

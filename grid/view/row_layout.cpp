@@ -1,6 +1,7 @@
 #include "grid/view/row_layout.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace grid {
 
@@ -131,13 +132,23 @@ ScrollPosition RowLayout::oneUp(ScrollPosition from) const {
 
 ScrollPosition RowLayout::moved(ScrollPosition from, int rows) const {
     const ScrollPosition last = lastPosition();
-    for (; rows > 0 && from < last; --rows) {
-        from = oneDown(from);
-    }
-    for (; rows < 0 && ScrollPosition() < from; ++rows) {
-        from = oneUp(from);
+    const bool isDown = rows > 0;
+    int left = viewportHeight_;
+    for (int step = 0; step < std::abs(rows) && (isDown ? from < last : ScrollPosition() < from); ++step) {
+        const ScrollPosition next = isDown ? oneDown(from) : oneUp(from);
+        left -= isDown ? distance(from, next) : distance(next, from);
+        if (left < 0 && step > 0) {
+            break;
+        }
+        from = next;
     }
     return std::min(from, last);
+}
+
+/// From a position down to another one in the same row or the next.
+int RowLayout::distance(ScrollPosition upper, ScrollPosition lower) const {
+    const int start = lower.row == upper.row ? 0 : rowHeight(upper.row);
+    return start + lower.offset - upper.offset;
 }
 
 int RowLayout::scrollValue() const {

@@ -57,8 +57,8 @@ public:
     [[nodiscard]] ScrollPosition positionEndingWith(int row) const;
     /// The nearest position that shows `row`, from its beginning when it is too tall.
     [[nodiscard]] ScrollPosition positionShowing(int row) const;
-    /// The position `rows` further down, or up when negative; rows that are taller than the viewport are gone
-    /// through piece by piece.
+    /// The position `rows` further down, or up when negative, though no further than what was in view leaves
+    /// it; rows that are taller than the viewport are gone through piece by piece.
     [[nodiscard]] ScrollPosition moved(ScrollPosition from, int rows) const;
 
     /// The place of the top row on a scroll bar that counts rows from 0. A last row that is taller than the
@@ -75,6 +75,7 @@ public:
 private:
     [[nodiscard]] ScrollPosition oneDown(ScrollPosition from) const;
     [[nodiscard]] ScrollPosition oneUp(ScrollPosition from) const;
+    [[nodiscard]] int distance(ScrollPosition upper, ScrollPosition lower) const;
 
     std::function<int(int row)> measure_;
     int rowCount_ = 0;

@@ -102,6 +102,8 @@ protected:
     /// The parts of a cell's text that a search marks.
     [[nodiscard]] virtual std::vector<TextRange> marksIn(int row, int column) const = 0;
     [[nodiscard]] virtual RowColors rowColors(int row) const = 0;
+    /// What stands in the place of rows when there are none.
+    [[nodiscard]] virtual QString emptyText() const = 0;
     /// Adds to the menu of a cell, which may be invalid, what this kind of view can do with it.
     virtual void addCellEntries(QMenu& menu, const QModelIndex& cell) = 0;
     /// The same for the menu of a column (-1 for none).
@@ -157,6 +159,7 @@ private:
     void toggleCurrentRow();
     bool handleCommandKey(const QKeyEvent& event);
     void leaveHiddenColumn();
+    void moveFocusTo(int column);
     void openCellMenuByKey();
     [[nodiscard]] QMenu& makeMenu(const QString& name);
     [[nodiscard]] QMenu& makeCellMenu(const QModelIndex& cell);

@@ -68,6 +68,10 @@ QMenu& RowView::makeCellMenu(const QModelIndex& cell) {
 }
 
 void RowView::openColumnMenu(int column, const QPoint& place) {
+    // The keys that the menu shows are for the column in focus.
+    if (column >= 0) {
+        moveFocusTo(column);
+    }
     QMenu& menu = makeMenu(QStringLiteral("ColumnMenu"));
     menu.setAccessibleName(QStringLiteral("Меню столбца"));
     fillColumnMenu(menu, column);
@@ -111,7 +115,12 @@ void RowView::leaveHiddenColumn() {
     const auto next = std::ranges::find_if(columns, [this](int column) {
         return header_->visualIndex(column) > header_->visualIndex(focusColumn_);
     });
-    focusColumn_ = next == columns.end() ? columns.back() : *next;
+    moveFocusTo(next == columns.end() ? columns.back() : *next);
+}
+
+/// Another column, in the same row.
+void RowView::moveFocusTo(int column) {
+    focusColumn_ = column;
     if (currentIndex().isValid()) {
         makeCurrent(indexOf(currentRow(), focusColumn_), Qt::ControlModifier);
     }

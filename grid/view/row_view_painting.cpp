@@ -24,6 +24,11 @@ void RowView::paintEvent(QPaintEvent* event) {
             drawRow(painter, shown, event->rect());
         }
     }
+    if (rowCount() == 0) {
+        painter.setPen(palette().color(QPalette::Disabled, QPalette::Text));
+        painter.drawText(viewport()->rect().adjusted(0, fontMetrics().height(), 0, 0),
+                         Qt::AlignHCenter | Qt::AlignTop, emptyText());
+    }
 }
 
 void RowView::drawRow(QPainter& painter, const ShownRow& shown, const QRect& exposed) const {

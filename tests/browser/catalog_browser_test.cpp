@@ -187,6 +187,9 @@ TEST(Selection, GoesOnFromATypedItemWithoutReadingTwice) {
     EXPECT_EQ(resets.count(), 2) << "one closing, one opening";
     EXPECT_EQ(selector.itemText(selector.currentIndex()), "Е код наименьший");
     selector.showPopup();
+    EXPECT_EQ(selector.maxVisibleItems(), 25);
+    EXPECT_GE(selector.view()->width(), std::min(selector.view()->sizeHintForColumn(0),
+                                                 selector.screen()->availableGeometry().width()));
     QTest::keyClick(selector.view(), Qt::Key_Return);
     EXPECT_EQ(selector.currentText(), "Е код наименьший") << "the list begins at what was typed";
     QTest::keyClick(&selector, Qt::Key_Up);

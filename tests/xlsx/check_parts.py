@@ -15,8 +15,8 @@ RANGE = r"A1:[A-Z]{1,3}\d+"
 
 # Element: its children in the order of the schema, its attributes with what they may hold.
 SCHEMA = {
-    "worksheet": ("sheetPr dimension sheetViews sheetFormatPr cols sheetData autoFilter printOptions pageMargins pageSetup"
-                  " headerFooter ignoredErrors", {}),
+    "worksheet": ("sheetPr dimension sheetViews sheetFormatPr cols sheetData autoFilter printOptions pageMargins"
+                  " pageSetup headerFooter ignoredErrors", {}),
     "sheetPr": ("tabColor outlinePr pageSetUpPr", {}),
     "pageSetUpPr": ("", {"fitToPage": FLAG}),
     "sheetViews": ("sheetView", {}),
@@ -87,13 +87,18 @@ def check_element(element):
     return wrong + [line for child in element for line in check_element(child)]
 
 
+def column_name(index):
+    """The letters of a column, A for 0; up to ZZ."""
+    return (chr(ord("A") + index // 26 - 1) if index > 25 else "") + chr(ord("A") + index % 26)
+
+
 def check_cells(sheet, styles):
     """Rows and cells follow one another, each cell under its own name and with a style that exists."""
     wrong = []
     last = len(styles.find(MAIN + "cellXfs")) - 1
     for number, row in enumerate(sheet.iter(MAIN + "row"), start=1):
         names = [cell.get("r") for cell in row]
-        wanted = [f"{chr(ord('A') + i // 26 - 1) if i > 25 else ''}{chr(ord('A') + i % 26)}{number}" for i in range(len(row))]
+        wanted = [column_name(i) + str(number) for i in range(len(row))]
         if row.get("r") != str(number) or names != wanted or not 15 <= float(row.get("ht")) <= 409.5:
             wrong.append(f"row {number}: {row.attrib}, {names}")
         wrong += [f"row {number}: style {cell.get('s')}" for cell in row if not 0 < int(cell.get("s")) <= last]
@@ -111,7 +116,8 @@ def check_names(workbook, sheet):
     found = {name.get("name"): (name.get("hidden"), name.text) for name in workbook.iter(MAIN + "definedName")}
     rows = sheet.find(MAIN + "sheetData")
     last = rows[-2][-1].get("r")  # above the footer
-    return ([] if found == wanted else [f"names {found}"]) + ([] if table == f"A1:{last}" else [f"the table is {table}"])
+    wrong = [] if found == wanted else [f"names {found}"]
+    return wrong if table == f"A1:{last}" else wrong + [f"the table is {table}"]
 
 
 def main(path):

@@ -20,27 +20,29 @@ TEST(RowLayout, ShowsEveryPixelOfEveryRowAndMeasuresFewOfThem) {
     EXPECT_EQ(layout.shownRows().back().y + layout.shownRows().back().height, 300);
     EXPECT_LT(measured, 100);
 
-    // Step by step through the first rows, nothing is left out: what begins a step was on screen before it.
-    layout.setTop({});
-    int seenRow = 0;
-    int seenPixels = 0;
-    while (layout.top().row < 200) {
-        for (const ShownRow& shown : layout.shownRows()) {
-            ASSERT_LE(shown.row, seenRow + 1);
-            if (shown.row >= seenRow) {
-                ASSERT_LE(-shown.y, shown.row == seenRow ? seenPixels : 0);
-                seenRow = shown.row;
-                seenPixels = std::min(shown.height, 300 - shown.y);
+    // Through the first rows, nothing is left out: what begins a step was on screen before it.
+    for (const int step : {1, 3, 100}) {
+        layout.setTop({});
+        int seenRow = 0;
+        int seenPixels = 0;
+        while (layout.top().row < 200) {
+            for (const ShownRow& shown : layout.shownRows()) {
+                ASSERT_LE(shown.row, seenRow + 1);
+                if (shown.row >= seenRow) {
+                    ASSERT_LE(-shown.y, shown.row == seenRow ? seenPixels : 0);
+                    seenRow = shown.row;
+                    seenPixels = std::min(shown.height, 300 - shown.y);
+                }
             }
+            const ScrollPosition before = layout.top();
+            layout.setTop(layout.moved(before, step));
+            ASSERT_LT(before, layout.top());
         }
-        const ScrollPosition before = layout.top();
-        layout.setTop(layout.moved(before, 1));
-        ASSERT_LT(before, layout.top());
-    }
-    while (ScrollPosition() < layout.top()) {
-        const ScrollPosition before = layout.top();
-        layout.setTop(layout.moved(before, -1));
-        ASSERT_LT(layout.top(), before);
+        while (ScrollPosition() < layout.top()) {
+            const ScrollPosition before = layout.top();
+            layout.setTop(layout.moved(before, -step));
+            ASSERT_LT(layout.top(), before);
+        }
     }
 
     layout.reset(1);

@@ -243,5 +243,5 @@ def list_keys(tour):
 def leave_keys(tour):
     press("Escape")
     expect("the dialogs", tour.program.dialogs, [])
-    expect("the focus", lambda: tour.program.focus.role, "table cell")
+    expect("the focus in the table", lambda: tour.table(MATERIALS).element.focused, True)
     return "Escape closes it"

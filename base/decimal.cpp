@@ -25,13 +25,19 @@ DecimalCharacters::DecimalCharacters(WideInteger units, int fractionDigits) {
 
 template <typename Magnitude>
 void DecimalCharacters::write(Magnitude magnitude, bool isNegative, int fractionDigits) {
-    for (int written = 0; magnitude > 0 || written <= fractionDigits; ++written) {
-        if (written == fractionDigits && fractionDigits > 0) {
-            bytes_[--start_] = '.';
-        }
+    const auto writeDigit = [&] {
         bytes_[--start_] = static_cast<char>('0' + static_cast<int>(magnitude % 10));
         magnitude /= 10;
+    };
+    for (int written = 0; written < fractionDigits; ++written) {
+        writeDigit();
     }
+    if (fractionDigits > 0) {
+        bytes_[--start_] = '.';
+    }
+    do {
+        writeDigit();
+    } while (magnitude > 0);
     if (isNegative) {
         bytes_[--start_] = '-';
     }

@@ -31,10 +31,18 @@ std::size_t storedSize(FieldKind kind) {
 
 RowStore::RowStore(std::span<const FieldKind> kinds) {
     fixedSize_ = (kinds.size() + 7) / 8;
-    for (const FieldKind kind : kinds) {
-        places_.push_back({kind, static_cast<std::uint16_t>(fixedSize_)});
-        fixedSize_ += storedSize(kind);
-    }
+    places_.resize(kinds.size());
+    const auto place = [&](bool isText) {
+        for (std::size_t field = 0; field < kinds.size(); ++field) {
+            if ((kinds[field] == FieldKind::String) == isText) {
+                places_[field] = {kinds[field], static_cast<std::uint16_t>(fixedSize_)};
+                fixedSize_ += storedSize(kinds[field]);
+            }
+        }
+    };
+    place(false);
+    firstLength_ = fixedSize_;
+    place(true);
 }
 
 RowStore::RowWriter::RowWriter(RowStore& store) : store_(store), rowStart_(store.openBytes_.size()) {

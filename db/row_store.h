@@ -74,7 +74,8 @@ private:
     void closeStretch();
 
     std::vector<Place> places_;
-    std::size_t fixedSize_ = 0; ///< bytes of the null bits, numbers and text lengths at a row's start
+    std::size_t fixedSize_ = 0;   ///< bytes of the null bits, numbers and text lengths at a row's start
+    std::size_t firstLength_ = 0; ///< where the lengths of the texts begin, which stand side by side
     std::vector<Stretch> stretches_;
     std::vector<std::uint8_t> openBytes_;
     std::vector<std::uint32_t> openStarts_;
@@ -100,15 +101,12 @@ inline std::int64_t RowStore::integer(int row, int field) const noexcept {
 
 inline std::string_view RowStore::string(int row, int field) const noexcept {
     const std::uint8_t* const bytes = rowBytes(row);
+    const std::size_t ownLength = places_[static_cast<std::size_t>(field)].offset;
     std::size_t start = fixedSize_;
-    for (int earlier = 0; earlier < field; ++earlier) {
-        const Place place = places_[static_cast<std::size_t>(earlier)];
-        if (place.kind == FieldKind::String) {
-            start += load<std::uint16_t>(bytes + place.offset);
-        }
+    for (std::size_t length = firstLength_; length < ownLength; length += sizeof(std::uint16_t)) {
+        start += load<std::uint16_t>(bytes + length);
     }
-    const auto length = load<std::uint16_t>(bytes + places_[static_cast<std::size_t>(field)].offset);
-    return {reinterpret_cast<const char*>(bytes + start), length};
+    return {reinterpret_cast<const char*>(bytes + start), load<std::uint16_t>(bytes + ownLength)};
 }
 
 } // namespace db

@@ -89,7 +89,13 @@ std::size_t TextMatcher::Word::findInText(std::string_view text) const {
 }
 
 std::size_t TextMatcher::Word::findInNumber(std::string_view characters) const {
-    return mayBeInNumber_ ? characters.find(number_) : std::string_view::npos;
+    if (!mayBeInNumber_) {
+        return std::string_view::npos;
+    }
+    // So few characters are not worth the library's preparations.
+    const auto found = std::ranges::search(characters, number_);
+    return found.empty() ? std::string_view::npos
+                         : static_cast<std::size_t>(found.begin() - characters.begin());
 }
 
 TextMatcher::TextMatcher(const QString& text) {

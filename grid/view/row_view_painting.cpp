@@ -49,7 +49,9 @@ void RowView::drawRow(QPainter& painter, const ShownRow& shown, const QRect& exp
                      marksIn(shown.row, column), cellKind(column));
         if (hasFocus() && shown.row == currentRow() && column == currentIndex().column()) {
             painter.setPen(QPen(colors.text, 1, Qt::DotLine));
-            painter.drawRect(area.adjusted(0, 0, -1, -1));
+            // Along the middle of its pixels, so that no scale factor takes it beyond the cell that is
+            // repainted.
+            painter.drawRect(QRectF(area).adjusted(0.5, 0.5, -0.5, -0.5));
         }
     }
 }

@@ -1,0 +1,148 @@
+#include "app/action_manager.h"
+#include "app/status_bar.h"
+#include "app/style.h"
+#include "browser/ter_form.h"
+#include "grid/header/fitted_header.h"
+#include "grid/table/grid.h"
+#include "grid/tree/tree_list.h"
+#include "grid/tree/tree_view.h"
+#include "support/catalog_window.h"
+#include "support/firebird_server.h"
+#include "support/picture.h"
+#include "support/printing.h"
+
+#include <QAction>
+#include <QLineEdit>
+#include <QTabWidget>
+#include <QTest>
+#include <QToolButton>
+#include <QWindow>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using test::Picture;
+
+/// The main window with a browser, in the program's own colours.
+class WindowPaintingTest : public testing::Test {
+protected:
+    static void SetUpTestSuite() { ASSERT_TRUE(app::trySetStyle("SLATECLASSICO")); }
+
+    WindowPaintingTest() {
+        window_.form().showNormal();
+        window_.form().resize(1200, 800);
+        window_.choose("Action1");
+        QApplication::processEvents();
+    }
+
+    /// Whether a part of the main window shows its text in that font and those colours; strokes that are
+    /// thinner than a pixel come near theirs.
+    void expectLooks(QWidget& part, const QString& font, const QColor& text, const QColor& background) {
+        const QFont& own = part.font();
+        EXPECT_EQ(
+            QStringLiteral("%1 %2%3").arg(own.family()).arg(own.pixelSize()).arg(own.bold() ? " bold" : ""),
+            font);
+        const Picture picture(window_.form());
+        const QRect area(part.mapTo(&window_.form(), QPoint(2, 2)), part.size() - QSize(4, 4));
+        EXPECT_EQ(picture.background(area), background.name()) << part.objectName().toStdString();
+        const QColor shown(picture.foreground(area));
+        for (const auto channel : {&QColor::red, &QColor::green, &QColor::blue}) {
+            EXPECT_NEAR((shown.*channel)(), (text.*channel)(), 24) << part.objectName().toStdString();
+        }
+    }
+
+    test::CatalogWindow window_{test::sampleServer};
+};
+
+TEST_F(WindowPaintingTest, HasTheColoursAndFontsOfItsBars) {
+    TMainForm& form = window_.form();
+    const auto panel = [&](const char* name) -> QWidget& {
+        return *form.dxStatusBar1->findChild<QWidget*>(name);
+    };
+    form.dxStatusBar1->setText(0, "База FB");
+    form.dxStatusBar1->setText(1, "Подсказка");
+    const QString statusFont = "Tahoma 13 bold";
+    const QColor pale("#ffffe1");
+    expectLooks(panel("ConnectionPanel"), statusFont, "#008000", pale);
+    form.dxStatusBar1->setFontColor(0, Qt::red);
+    expectLooks(panel("ConnectionPanel"), statusFont, "#ff0000", pale);
+    expectLooks(panel("HintPanel"), statusFont, "#800000", pale);
+    expectLooks(panel("dxStatusBar1Insert"), statusFont, "#707070", pale);
+    QTest::keyClick(form.windowHandle(), Qt::Key_Insert);
+    expectLooks(panel("dxStatusBar1Insert"), statusFont, "#800080", pale);
+    EXPECT_EQ(panel("ConnectionPanel").width(), 200);
+    const Picture bar(*form.dxStatusBar1);
+    const QColor separator("#b4b08c");
+    EXPECT_GT(bar.amount({0, 0, 200, 2}, separator), 90);
+    EXPECT_GT(bar.amount({198, 2, 3, 18}, separator), 5) << "between the panels";
+    EXPECT_EQ(bar.amount({202, 2, 100, 18}, separator), 0);
+
+    for (QToolButton* const button : form.ActionToolBar1->findChildren<QToolButton*>()) {
+        if (button->accessibleName() == "ТЕР") {
+            const QColor marked(Picture(*button).background(button->rect()));
+            EXPECT_TRUE(marked.saturation() == 0 && marked.lightness() > 220) << marked.name().toStdString();
+        } else if (!button->accessibleName().isEmpty()) {
+            expectLooks(*button, "Tahoma 11", Qt::black, "#e6e9ed");
+        }
+    }
+    const Picture toolBar(*form.ActionToolBar1);
+    const int used = form.ActionToolBar1->sizeHint().width();
+    EXPECT_EQ(toolBar.background({used + 2, 0, 200, 23}), "#ffffff");
+    EXPECT_TRUE(toolBar.ink({used + 2, 0, 200, 23}).isEmpty());
+
+    auto& banner = *TERForm->findChild<QWidget*>("cxLabel1");
+    expectLooks(banner, "Calibri 15 bold", "#0000ff", pale);
+    const Picture bannerPicture(banner);
+    EXPECT_GT(bannerPicture.amount(banner.rect(), Qt::white), 5) << "the light edge of the letters";
+    EXPECT_NEAR(bannerPicture.ink(banner.rect()).center().x(), banner.width() / 2.0, 12);
+}
+
+TEST_F(WindowPaintingTest, ShowsOneOfTwoGridsThatLieUponEachOther) {
+    TERForm->cxPageControl1->setCurrentWidget(TERForm->cxTabSheet2);
+    QApplication::processEvents();
+    const QPoint center = TERForm->cxGrid3->mapTo(&window_.form(), TERForm->cxGrid3->rect().center());
+    EXPECT_TRUE(TERForm->cxGrid3->isAncestorOf(window_.form().childAt(center)));
+    const QRect place(TERForm->cxGrid3->mapTo(TERForm->cxTabSheet2, QPoint()), TERForm->cxGrid3->size());
+    EXPECT_EQ(Picture(TERForm->cxTabSheet2->grab(place)).image(), Picture(*TERForm->cxGrid3).image());
+}
+
+TEST_F(WindowPaintingTest, ShowsTheTreeWithItsButtonsAndHits) {
+    constexpr int nameColumn = 2;
+    constexpr int level = 18; // pixels of indentation
+    TERForm->cxPageControl1->setCurrentWidget(TERForm->cxTabSheet8);
+    grid::TreeView& view = TERForm->cxDBTreeList1->view();
+    view.setFocus();
+    const auto picture = [&] { return Picture(*view.viewport()); };
+    const auto buttonOf = [&](int row) {
+        return QRect(view.rows().at(row).depth * level + 2, view.rowRect(row).top() + 2, level - 4, 16);
+    };
+    const auto textOf = [&](int row) {
+        const int left = buttonOf(row).right() + 4;
+        return QRect(left, view.rowRect(row).top() + 2, view.header().sectionSize(nameColumn) - left - 3,
+                     view.rowRect(row).height() - 5);
+    };
+    const double plus = picture().darkness(buttonOf(0));
+    view.expandBranch(view.rows().at(0).node);
+    EXPECT_GT(plus, 1.3 * picture().darkness(buttonOf(0))) << "a minus";
+    for (int row = 0; row < 5; ++row) {
+        ASSERT_EQ(view.rows().at(row).depth, row);
+        EXPECT_EQ(picture().darkness(buttonOf(row)) > 3, row < 4) << "the last one has no children";
+        EXPECT_NEAR(picture().ink(textOf(row)).left() - textOf(row).left(), 3, 2);
+        EXPECT_EQ(picture().foreground(textOf(row)), "#101820");
+        EXPECT_EQ(picture().background(textOf(row)), row == 0 ? "#dce8f8" : "#ffffff");
+    }
+    view.clearFocus();
+    EXPECT_EQ(picture().background(textOf(0)), "#eaecf0");
+
+    auto& edit = *TERForm->cxDBTreeList1->findChild<QLineEdit*>();
+    const QColor foundText(255, 224, 102);
+    EXPECT_EQ(picture().amount(textOf(0), foundText), 0);
+    edit.setText("книга 01");
+    EXPECT_GT(picture().amount(textOf(0), foundText), 100);
+    edit.setText("нет такого узла");
+    EXPECT_EQ(picture().foreground(view.viewport()->rect()), "#6d6d6d") << "that nothing has been found";
+    EXPECT_NEAR(picture().ink(view.viewport()->rect()).center().x(), view.viewport()->width() / 2.0, 3);
+}
+
+} // namespace

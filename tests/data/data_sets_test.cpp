@@ -240,31 +240,67 @@ TEST(DataSets, RefuseTablesThatDoNotFit) {
     EXPECT_NO_THROW(module.chooseEdition(data::editions[2]));
 }
 
-TEST(DataSets, ReadTheTablesOfTheChosenEdition) {
+TEST(DataSets, ReadTheTablesOfTheChosenEditionByTheirCodes) {
     TDM module;
-    module.connectTo(test::sampleServer);
-    for (const data::Edition& edition : data::editions) {
-        module.chooseEdition(edition);
-        openAll(module, "202403", 11);
-        const std::pair<db::DataSet*, QStringView> tables[]{
-            {&module.pFIBDataSet3, edition.tables.materials},
-            {&module.pFIBDataSet4, edition.tables.contents},
-            {&module.pFIBDataSet5, edition.tables.machines},
-            {&module.pFIBDataSet6, edition.tables.labour},
+    module.connectTo(test::limitsServer);
+    for (const int edition : {1, 4, 7, 8}) {
+        module.chooseEdition(data::editionOf(edition));
+        openAll(module, "209901", 3);
+        // Each table has two rows, whose IDs name it; the later one comes first by KOD.
+        const std::pair<db::DataSet*, int> tables[]{
+            {&module.pFIBDataSet3, 10 * edition + 1},
+            {&module.pFIBDataSet4, 10 * edition + 2},
+            {&module.pFIBDataSet5, 10 * edition + 3},
+            {&module.pFIBDataSet6, 10 * edition + 4},
+            {&module.pFIBDataSet10, 50},
         };
         for (const auto& [dataSet, table] : tables) {
-            const QString rest =
-                QStringLiteral(" from %1 where PER='202403' and REGIONID=11").arg(QStringView(table));
-            EXPECT_EQ(QString::number(dataSet->rowCount()),
-                      sqlValue(test::sampleServer, "select count(*)" + rest));
-            EXPECT_EQ(dataSet->text(0, dataSet->field("ID")),
-                      sqlValue(test::sampleServer, "select first 1 ID" + rest + " order by KOD"));
+            ASSERT_EQ(dataSet->rowCount(), 2) << dataSet->objectName().toStdString() << " of " << edition;
+            EXPECT_EQ(dataSet->text(0, dataSet->field("ID")), QString::number(1000 * table + 2));
+            EXPECT_EQ(dataSet->text(1, dataSet->field("ID")), QString::number(1000 * table + 1));
             EXPECT_THROW(dataSet->setSql({}), db::DatabaseError) << "open";
         }
         for (db::DataSet* dataSet : module.dataSets()) {
             dataSet->close();
         }
     }
+}
+
+TEST(DataSets, ReadNarrowerColumnsAndNameThoseThatDoNotFit) {
+    constexpr std::array fields{db::text(u"FIXED", 5), db::decimal(u"SMALL", 2), db::decimal(u"MIDDLE", 2),
+                                db::integer(u"CODE")};
+    TDM module;
+    module.connectTo(test::limitsServer);
+    const QString query = "select cast(%1 as char(5)) FIXED, cast(%2 as numeric(4,2)) SMALL, "
+                          "cast(%3 as numeric(9,2)) MIDDLE, cast(%4 as integer) CODE from RDB$DATABASE";
+    db::DataSet narrow("narrow", fields,
+                       {query.arg("' аб'", "-327.68", "21474836.47", "-2147483648"), "union all",
+                        query.arg("''", "327.67", "-21474836.48", "2147483647"), "union all",
+                        query.arg("null", "null", "null", "null")},
+                       module.pFIBDatabase1, module.RFIBTransaction, nullptr);
+    narrow.open();
+    ASSERT_EQ(narrow.rowCount(), 3);
+    EXPECT_EQ(rowText(narrow, 0), " аб|-327.68|21474836.47|-2147483648");
+    EXPECT_EQ(rowText(narrow, 1), "|327.67|-21474836.48|2147483647");
+    EXPECT_EQ(rowText(narrow, 2), "<null>|<null>|<null>|<null>");
+    narrow.close();
+    const std::pair<const char*, const char*> mistakes[]{
+        {"as integer)", "столбец «CODE» имеет тип SMALLINT, 0 знаков дроби, а ожидается INTEGER"},
+        {"as numeric(4,2))", "столбец «SMALL» имеет тип SMALLINT, 1 знаков дроби, а ожидается NUMERIC(18,2)"},
+        {"as char(5))", "столбец «FIXED» имеет тип CHAR(6), а ожидается VARCHAR(5)"},
+    };
+    for (const auto& [type, message] : mistakes) {
+        const QString other = QString(type).contains("char") ? "as char(6))"
+                              : QString(type).contains("4")  ? "as numeric(4,1))"
+                                                             : "as smallint)";
+        narrow.setSql({query.arg("null", "null", "null", "null").replace(type, other)});
+        EXPECT_EQ(errorOf([&] { narrow.open(); }), QString("narrow: ") + message);
+    }
+
+    // The server words what it says of Cyrillic names in the connection's character set.
+    narrow.setSql({"select \"Нет такой\" FIXED from RDB$DATABASE"});
+    EXPECT_TRUE(errorOf([&] { narrow.open(); }).contains("Нет такой"));
+    EXPECT_TRUE(module.pFIBDatabase1.isConnected());
 }
 
 TEST(DataSets, LeaveNothingOnTheServerHoweverOftenTheyAreRead) {

@@ -55,6 +55,38 @@ begin
     end
 end^
 
+/* Which table a query reads: two rows in each, whose IDs name it, the later one first by KOD. */
+execute block as
+    declare edition integer;
+    declare prefix varchar(20);
+    declare place integer;
+    declare stem varchar(30);
+    declare nr integer;
+begin
+    for select EDITION, PREFIX, PLACE, STEM from (
+            select 1 as EDITION, cast('TER' as varchar(20)) as PREFIX from RDB$DATABASE union all
+            select 4, 'FER14I2' from RDB$DATABASE union all
+            select 7, 'FER17I5' from RDB$DATABASE union all
+            select 8, 'FER20' from RDB$DATABASE)
+        cross join (
+            select 1 as PLACE, cast('KATALOGKTC_TABLE' as varchar(30)) as STEM from RDB$DATABASE union all
+            select 2, 'KATOGLAVLENIE_TABLE' from RDB$DATABASE union all
+            select 3, 'MASH_TABLE' from RDB$DATABASE union all
+            select 4, 'TRUD_TABLE' from RDB$DATABASE)
+        union all select 5, 'FER20', 0, 'KATALOGPEREVOZKA_TABLE' from RDB$DATABASE
+        into edition, prefix, place, stem
+    do
+    begin
+        nr = 1;
+        while (nr <= 2) do
+        begin
+            execute statement ('insert into ' || prefix || stem || ' (ID, PER, REGIONID, KOD) values (?, ''209901'', 3, ?)')
+                (10000 * edition + 1000 * place + nr, 3 - nr);
+            nr = nr + 1;
+        end
+    end
+end^
+
 /* Control characters, in names of one KOD. */
 execute block as
     declare code integer = 0;

@@ -1,5 +1,7 @@
 #include "app/action_manager.h"
+#include "app/command.h"
 #include "app/error_log.h"
+#include "base/error.h"
 #include "base/program_place.h"
 #include "browser/ter_form.h"
 #include "data/selection.h"
@@ -28,9 +30,27 @@
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTest>
+#include <QtTest/qtestspontaneevent.h>
 #include <QWheelEvent>
 
 #include <gtest/gtest.h>
+
+#include <cerrno>
+
+#include <sys/syscall.h>
+#include <unistd.h>
+
+/// Whether no folder can be entered.
+static bool areFoldersGone = false;
+
+/// Stands for the system library's.
+extern "C" int chdir(const char* path) noexcept {
+    if (areFoldersGone) {
+        errno = ENOENT;
+        return -1;
+    }
+    return static_cast<int>(syscall(SYS_chdir, path));
+}
 
 namespace {
 
@@ -224,8 +244,11 @@ TEST(Selection, TakesAnyPeriodAsItIsTyped) {
     CatalogWindow window(test::limitsServer);
     window.choose("Action1");
     const db::DataSet& materials = window.module().pFIBDataSet3;
+    QObject::connect(&materials, &db::DataSet::reset, &window.form(),
+                     [] { EXPECT_EQ(ui::screenCursor(), ui::ScreenCursor::Hourglass); });
     type(*TERForm->cxComboBox2, "1");
     EXPECT_EQ(CurPeriod, "1");
+    EXPECT_EQ(ui::screenCursor(), ui::ScreenCursor::Default);
     EXPECT_EQ(firstName(materials), "короткий период");
     type(*TERForm->cxComboBox2, "");
     EXPECT_EQ(firstName(materials), "пустой период");
@@ -234,6 +257,13 @@ TEST(Selection, TakesAnyPeriodAsItIsTyped) {
     EXPECT_EQ(rowCounts(window.module()), noRows);
     QTest::keyClick(TERForm->cxComboBox2->lineEdit(), Qt::Key_Backspace);
     EXPECT_EQ(rowCounts(window.module()), countedRows("202403", 1));
+
+    // Beside the name of no region it is read for the region that was chosen last.
+    type(*TERForm->cxComboBox1, "Нет такого");
+    type(*TERForm->cxComboBox2, "1");
+    EXPECT_EQ(state(), "Нет такого 1 | 1 1 |");
+    EXPECT_EQ(firstName(materials), "короткий период");
+    EXPECT_TRUE(TERForm->cxComboBox1->toolTip().contains("«В пределах»"));
 }
 
 TEST(Selection, KeepsTheRegionOfBeforeWhereTheListIsShort) {
@@ -267,9 +297,19 @@ TEST(Selection, LeavesWhatWasReadWhenADataSetFails) {
     EXPECT_EQ(TERForm->cxGrid4->findChild<grid::TableFooter*>()->text(), "0");
     EXPECT_TRUE(TERForm->cxComboBox1->accessibleDescription().contains("не все таблицы"));
     EXPECT_EQ(ui::screenCursor(), ui::ScreenCursor::Default);
-    QFile log(app::ErrorLog::path());
-    ASSERT_TRUE(log.open(QIODevice::ReadOnly));
-    EXPECT_TRUE(log.readAll().endsWith(" Компонент cxComboBox1\r\n"));
+    const auto hasLogged = [](const char* end) {
+        QFile log(app::ErrorLog::path());
+        return log.open(QIODevice::ReadOnly) && log.readAll().endsWith(end);
+    };
+    EXPECT_TRUE(hasLogged(" Компонент cxComboBox1\r\n"));
+
+    const test::NextMessage next;
+    TERForm->cxComboBox2->setCurrentText("1");
+    EXPECT_TRUE(next.text().contains("NO_SUCH_TABLE")) << next.text().toStdString();
+    EXPECT_EQ(rowCounts(window.module())[2], "-");
+    EXPECT_TRUE(TERForm->cxComboBox1->accessibleDescription().contains("не все таблицы"));
+    EXPECT_EQ(ui::screenCursor(), ui::ScreenCursor::Default);
+    EXPECT_TRUE(hasLogged(" Компонент cxComboBox2\r\n"));
 }
 
 TEST(Selection, IsReadAgainByF5AndStaysWhereItIs) {
@@ -343,6 +383,16 @@ TEST(Lifecycle, OpensWithTheFocusOnTheFirstMaterial) {
     EXPECT_EQ(TERForm, shown) << "the same edition only shows its window again";
     EXPECT_EQ(TERForm->cxPageControl1->currentIndex(), 4);
     EXPECT_EQ(TERForm->cxComboBox1->currentIndex(), 0);
+
+    // A window that comes back from its icon is shown by the system.
+    TERForm->cxPageControl1->setCurrentIndex(0);
+    TERForm->cxComboBox2->setFocus();
+    window.module().pFIBDataSet3.moveTo(3);
+    QShowEvent restored;
+    QSpontaneKeyEvent::setSpontaneous(&restored);
+    ui::application().notify(TERForm, &restored);
+    EXPECT_TRUE(TERForm->cxComboBox2->hasFocus());
+    EXPECT_EQ(window.module().pFIBDataSet3.currentRow(), 3);
 }
 
 TEST(Lifecycle, SwitchesEditionsByFreeingTheOldWindowFirst) {
@@ -351,11 +401,13 @@ TEST(Lifecycle, SwitchesEditionsByFreeingTheOldWindowFirst) {
     window.choose("Action1");
     EXPECT_EQ(window.form().Tag, 1);
     const QPointer<TTERForm> first = TERForm;
-    QObject::connect(&window.module().pFIBDataSet1, &db::DataSet::reset, &window.form(),
-                     [&] { order += first ? " closed" : " opened"; });
+    QObject::connect(&window.module().pFIBDataSet1, &db::DataSet::reset, &window.form(), [&] {
+        order += first ? " closed" : " opened";
+        order += ui::screenCursor() == ui::ScreenCursor::Hourglass ? " under the hourglass" : "";
+    });
     QObject::connect(first, &QObject::destroyed, &window.form(), [&] { order += " freed"; });
     window.choose("Action8");
-    EXPECT_EQ(order, " closed freed opened");
+    EXPECT_EQ(order, " closed freed opened under the hourglass");
     EXPECT_EQ(window.form().Tag, 8);
     EXPECT_EQ(TERForm->findChild<QLabel*>("cxLabel1")->text(), "   ФЕР2020");
     EXPECT_EQ(firstName(window.module().pFIBDataSet3),
@@ -425,7 +477,55 @@ TEST(Lifecycle, LeavesNoWindowWhenItCannotBeCreated) {
     EXPECT_EQ(TERForm, nullptr);
     EXPECT_EQ(window.form().Tag, 1);
     EXPECT_TRUE(window.form().Panel1->findChildren<TTERForm*>().isEmpty());
-    ui::setScreenCursor(ui::ScreenCursor::Default);
+
+    // The query of the firms has been read, and keeps nobody from altering its table.
+    runSql(server.address(), "alter table FIRMS add NOTE integer; create table KATALOG (ID bigint, PARENTID "
+                             "bigint, NAME varchar(1000), TREE varchar(30)); commit;");
+    window.choose("Action1");
+    ASSERT_NE(TERForm, nullptr);
+    EXPECT_TRUE(TERForm->isVisible());
+    EXPECT_EQ(ui::screenCursor(), ui::ScreenCursor::Default);
+}
+
+TEST(Lifecycle, StaysOpenWhereTheFolderOfTheProgramIsGone) {
+    CatalogWindow window(test::limitsServer);
+    window.choose("Action1");
+    TTERForm* const shown = TERForm;
+    areFoldersGone = true;
+    for (const char* command : {"Action9", "Action8"}) {
+        const test::NextMessage told;
+        window.choose(command);
+        EXPECT_TRUE(told.text().contains(base::programFolder())) << told.text().toStdString();
+        EXPECT_EQ(TERForm, shown);
+        EXPECT_TRUE(shown->isVisible());
+        EXPECT_EQ(window.form().Tag, 1);
+        EXPECT_TRUE(window.form().Action1->isChecked());
+        EXPECT_EQ(rowCounts(window.module()), countedRows("202403", 1));
+    }
+    areFoldersGone = false;
+    window.choose("Action9");
+    EXPECT_EQ(TERForm, nullptr);
+}
+
+TEST(Lifecycle, IsGoneAfterAClosingThatFailsHalfWay) {
+    CatalogWindow window(test::limitsServer);
+    window.choose("Action1");
+    const QPointer<TTERForm> closing = TERForm;
+    const auto failing = QObject::connect(&window.module().pFIBDataSet5, &db::DataSet::aboutToReset,
+                                          &window.form(), [] { throw base::Error("на полпути"); });
+    const test::NextMessage shown;
+    window.choose("Action9");
+    QObject::disconnect(failing);
+    EXPECT_EQ(shown.text(), "на полпути");
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(closing, nullptr);
+    EXPECT_EQ(TERForm, nullptr);
+    EXPECT_EQ(window.form().Tag, 0);
+    EXPECT_FALSE(window.form().Action1->isChecked());
+
+    window.choose("Action4");
+    ASSERT_NE(TERForm, nullptr);
+    EXPECT_EQ(rowCounts(window.module()), countedRows("202403", 1, "FER14I2"));
 }
 
 TEST(Lifecycle, HoldsNoMoreMemoryHoweverOftenTheChoiceChanges) {

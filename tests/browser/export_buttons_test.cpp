@@ -43,6 +43,39 @@ QString exportBy(const QString& button) {
     return shown.text() + '|' + added.join('|');
 }
 
+/// Notes, when a grid is disabled and enabled, how things stand.
+class SuspensionWatch final : public QObject {
+public:
+    explicit SuspensionWatch(grid::Grid& grid) { grid.installEventFilter(this); }
+
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::EnabledChange) {
+            const auto& control = static_cast<const grid::Grid&>(*watched);
+            const QDir folder(base::programFolder());
+            seen +=
+                QStringLiteral("%1%2%3%4%5|")
+                    .arg(control.isEnabled() ? "enabled" : "disabled",
+                         ui::screenCursor() == ui::ScreenCursor::Hourglass ? " hourglass" : "",
+                         control.updatesEnabled() ? "" : " frozen", control.isExporting() ? " exporting" : "",
+                         folder.entryList({"*.xlsx"}).isEmpty() ? "" : " written");
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+    QString seen;
+};
+
+TEST(ExportButtons, SuspendTheirGridUnderAnHourglass) {
+    CatalogWindow window(test::limitsServer);
+    window.choose("Action8");
+    grid::Grid& control = *TERForm->cxGrid4;
+    const SuspensionWatch watch(control);
+    exportBy("Button3");
+    EXPECT_EQ(watch.seen, "disabled hourglass frozen exporting|enabled hourglass frozen exporting written|");
+    EXPECT_TRUE(control.updatesEnabled());
+    EXPECT_FALSE(control.isExporting());
+}
+
 TEST(ExportButtons, NameTheFileAfterEditionTabRegionAndPeriod) {
     CatalogWindow window(test::limitsServer);
     window.choose("Action8");

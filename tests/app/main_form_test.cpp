@@ -19,6 +19,7 @@
 #include <QRegularExpression>
 #include <QScreen>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
 #include <QWindow>
 
@@ -46,6 +47,7 @@ protected:
             prompt_ = qobject_cast<QInputDialog*>(&dialog)->labelText();
             auto* const edit = dialog.findChild<QLineEdit*>();
             preset_ = edit->text();
+            buttons_ = buttonsOf(dialog);
             if (server.isNull()) {
                 QTest::keyClick(edit, Qt::Key_Escape);
                 return;
@@ -56,6 +58,15 @@ protected:
             QTest::keyClick(edit, Qt::Key_Return);
         });
         form_.N1->trigger();
+    }
+
+    /// The captions of a dialog's buttons.
+    [[nodiscard]] static QStringList buttonsOf(const QDialog& dialog) {
+        QStringList captions;
+        for (const QPushButton* button : dialog.findChildren<QPushButton*>()) {
+            captions += button->text().remove('&');
+        }
+        return captions;
     }
 
     [[nodiscard]] QLabel& panel(const QString& name) const {
@@ -78,6 +89,7 @@ protected:
     TDM module_;
     TMainForm form_;
     QString caption_, prompt_, preset_;
+    QStringList buttons_;
 };
 
 /// An object whose handling of events fails.
@@ -96,6 +108,7 @@ TEST_F(MainFormTest, ConnectsAndReportsTheOutcomeOnly) {
     connectTo("127.0.0.99");
     EXPECT_EQ(QStringList({caption_, prompt_, preset_}),
               QStringList({"Сервер базы данных", "Введите IP сервера", "127.0.0.1"}));
+    EXPECT_EQ(buttons_, QStringList({"OK", "Отмена"}));
     EXPECT_EQ(outcome(), "База FB не подключена #ff0000");
     connectTo(test::sampleServer);
     EXPECT_EQ(outcome(), "База FB подключена #008000 tool bar");
@@ -201,6 +214,54 @@ TEST_F(MainFormTest, ReportsALostServerAndConnectsAnew) {
     EXPECT_EQ(outcome(), "База FB подключена #008000 tool bar");
     form_.findChild<QAction*>("Action4")->trigger();
     EXPECT_NE(TERForm, nullptr);
+
+    // Whether the client notices, and so a message comes, depends on when the system reports the broken pipe.
+    server.kill();
+    QTimer closer;
+    closer.callOnTimeout([] {
+        if (auto* const message = qobject_cast<QDialog*>(QApplication::activeModalWidget())) {
+            message->accept();
+        }
+    });
+    closer.start(5);
+    EXPECT_TRUE(form_.close());
+    EXPECT_FALSE(form_.isVisible());
+    EXPECT_FALSE(module_.pFIBDatabase1.isConnected());
+    EXPECT_TRUE(ui::application().isTerminating());
+    ui::application().setTerminating(false);
+}
+
+TEST_F(MainFormTest, LeavesAnOpenBrowserAloneWhenItConnectsAgain) {
+    connectTo(test::limitsServer);
+    QApplication::setActiveWindow(&form_);
+    form_.Action1Execute(form_);
+    const QWidget* const focused = form_.focusWidget();
+    const int rows = module_.pFIBDataSet3.rowCount();
+    ASSERT_GT(rows, 0);
+    for (const char* server : {test::limitsServer, test::sampleServer}) {
+        connectTo(server);
+        EXPECT_EQ(outcome(), server == test::limitsServer ? "База FB подключена #008000 tool bar"
+                                                          : "База FB не подключена #ff0000 tool bar");
+        EXPECT_EQ(form_.focusWidget(), focused);
+        EXPECT_EQ(module_.pFIBDataSet3.rowCount(), rows);
+        EXPECT_TRUE(module_.RFIBTransaction.isActive());
+    }
+    module_.pFIBDataSet3.reopenLocate("ID");
+    EXPECT_EQ(module_.pFIBDataSet3.rowCount(), rows);
+}
+
+TEST_F(MainFormTest, EndsAfterTheMessageWhereItsClosingFails) {
+    connectTo(test::sampleServer);
+    form_.Action1Execute(form_);
+    QObject::connect(&module_.pFIBDataSet5, &db::DataSet::aboutToReset, &form_,
+                     [] { throw db::DatabaseError("на полпути"); });
+    const NextMessage shown;
+    EXPECT_TRUE(form_.close());
+    EXPECT_EQ(shown.text(), "на полпути");
+    EXPECT_FALSE(form_.isVisible());
+    EXPECT_TRUE(ui::application().isTerminating());
+    ui::application().setTerminating(false);
+    EXPECT_TRUE(logLines().value(0).endsWith(":DatabaseError:на полпути Компонент MainForm"));
 }
 
 TEST_F(MainFormTest, ShowsHintsAndTheKeyboardState) {
@@ -260,9 +321,13 @@ TEST_F(MainFormTest, OpensEditionsByEveryKeyThatPressesAButton) {
 }
 
 TEST_F(MainFormTest, ShowsAllKeysOnOnePage) {
-    const NextMessage shown;
+    QStringList seen;
+    const test::NextDialog help([&](QDialog& dialog) {
+        seen = buttonsOf(dialog) + QStringList(dialog.windowTitle());
+        dialog.reject();
+    });
     QTest::keyClick(&form_, Qt::Key_F1);
-    EXPECT_EQ(shown.text(), "Клавиши");
+    EXPECT_EQ(seen, QStringList({"Закрыть", "Клавиши"}));
 }
 
 TEST_F(MainFormTest, HasItsComponentsByName) {

@@ -192,7 +192,7 @@ class Program:
         self._heard_names = []
         self._name_listener = Atspi.EventListener.new(self._hear_name)
         self._name_listener.register("object:property-change:accessible-name")
-        self._log = open(executable.parent.parent / "program-output.txt", "w", encoding="utf-8")
+        self._log = open(executable.parent.parent / "program-output.txt", "a", encoding="utf-8")
         self.process = subprocess.Popen([executable], stdout=self._log, stderr=subprocess.STDOUT)
         self.root = wait_for(self._find_root, seconds=60)
         # The tree is asked about things that have just changed.
@@ -356,6 +356,13 @@ def drag(source, target):
     for step in range(1, 11):
         _xdotool("mousemove", x + (to_x - x) * step // 10, y + (to_y - y) * step // 10, "sleep", 0.02)
     _xdotool("mouseup", 1)
+
+
+def close_by_title_bar(window):
+    """Clicks the rightmost button of the title bar, which stands above the window."""
+    button = 12  # pixels to its middle
+    left, top, width, _ = window.box
+    _xdotool("mousemove", left + width - button, top - button, "sleep", 0.05, "click", 1)
 
 
 def press(*keys):

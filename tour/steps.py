@@ -3,14 +3,14 @@ from tour import row_heights, workbook
 from tour.catalog import (COEFFICIENTS, CONTENTS, FER2014, FER2017, FER2020, FIRMS, GRID_TABS, LABOUR, MACHINES,
                           MATERIALS, REGIONS, SERVER, TER, TRANSPORT, TREE_TAB, Selection, count, literal, query,
                           rows, shown)
-from tour.desktop import (Program, Table, TourError, click, click_near_right_edge, click_tab, colours, drag, expect,
-                          point, press, type_text)
+from tour.desktop import (Program, Table, TourError, click, click_near_right_edge, click_tab, close_by_title_bar, colours,
+                          drag, expect, point, press, type_text)
 from tour.table_steps import (clear_filter, copy_cell, count_words, filter_by_condition, filter_by_text,
                               filter_by_value, find_text, fit_column, hide_column, leave_find, leave_keys, list_keys,
                               menu_of_cell, open_filter, restore_columns, show_only, sort_ascending, sort_by_name,
                               sort_descending, sum_rows)
 
-GREEN, RED = (0, 128, 0), (255, 0, 0)
+GREEN, RED, PURPLE = (0, 128, 0), (255, 0, 0), (128, 0, 128)
 NOBODY = "127.0.0.99"  # where no server listens
 OPEN_COMMAND = "Открыть базу данных"
 SERVER_BOX = "Сервер базы данных"
@@ -31,6 +31,7 @@ class Tour:
 
     def __init__(self, executable, folder, scale):
         self.folder = folder
+        self.executable = executable
         self.program_folder = executable.parent
         self.program = Program(executable, scale)
         self.selection = Selection(TER, FULL_REGION, NEWEST_PERIOD)
@@ -123,6 +124,15 @@ def connect(tour):
 def expect_connection(tour, text, colour):
     expect("the connection's panel", lambda: tour.status(0).name, text)
     expect("its colour is there", lambda: colour in colours(tour.status(0)), True)
+
+
+def keyboard_locks(tour):
+    for panel, key, name in ((2, "Caps_Lock", "CAPS"), (3, "Num_Lock", "NUM")):
+        expect("the panel", lambda: tour.status(panel).name, name)
+        for is_on in (True, False):
+            press(key)
+            expect(f"{name} is lit", lambda: PURPLE in colours(tour.status(panel)), is_on)
+    return "CAPS and NUM are purple while their keys are locked"
 
 
 # Choosing
@@ -292,6 +302,25 @@ def check_export(tour, tab, columns=None, wanted=None, keys=None):
     return f"'{path.name}' has {len(columns)} columns and {len(wanted)} rows, all as in the database"
 
 
+def refuse_export(tour):
+    """A folder stands where the workbook should come to stand."""
+    place = tour.program_folder / (workbook.file_name(MATERIALS, tour.selection) + ".xlsx")
+    place.mkdir()
+    click(tour.find("push button", EXPORT_BUTTON))
+    labels = [part.name.replace("\u200b", "") for part in tour.program.dialog("Tarvelo").descendants()
+              if part.role == "label"]
+    told, = (label for label in labels if place.name in label)
+    press("Return")
+    expect("the dialogs", tour.program.dialogs, [])
+    place.rmdir()
+    log = tour.program_folder / "Tarvelo.log"
+    line, = log.read_text(encoding="utf-8").splitlines()
+    if not line.endswith(f":ExportError:{told} Компонент Button1"):
+        raise TourError(f"the log says '{line}', the box '{told}'")
+    log.unlink()
+    return f"where a folder has its name the workbook cannot come: '{told}', and so the log"
+
+
 def export_all(tour):
     for tab in GRID_TABS:
         click_tab(tour.find("page tab", tab.caption))
@@ -339,8 +368,26 @@ def close_browser(tour):
     return "'Закрыть' leaves the tool bar and the connection"
 
 
+def start_again(tour):
+    tour.program.end()
+    tour.program = Program(tour.executable, tour.program.scale)
+    return start(tour)
+
+
 def close_program(tour):
     click(tour.find("push button", "Закрыть"))
+    expect_end(tour)
+    return "'Закрыть' ends the program; beside it lie its workbooks and no error log"
+
+
+def close_window(tour):
+    tour.find("page tab list")
+    close_by_title_bar(tour.program.root.child(0))
+    expect_end(tour)
+    return "so does the title bar, a browser being open"
+
+
+def expect_end(tour):
     status = tour.program.exit_status()
     if status != 0:
         raise TourError(f"the program ends with {status}")
@@ -348,7 +395,6 @@ def close_program(tour):
     wanted = {path.name for path in tour.exported} | {"Tarvelo"}
     if left != wanted:
         raise TourError(f"beside the program there are also {sorted(left - wanted)}")
-    return "'Закрыть' ends the program; beside it lie its workbooks and no error log"
 
 
 STEPS = (
@@ -356,6 +402,7 @@ STEPS = (
     ("ask-for-server", ask_for_server),
     ("miss-server", miss_server),
     ("connect", connect),
+    ("keyboard-locks", keyboard_locks),
     ("open-ter", open_edition, TER, FULL_REGION, NEWEST_PERIOD),
     ("hint", hint),
     ("open-region-list", open_region_list),
@@ -364,6 +411,7 @@ STEPS = (
     ("type-period", type_period, "202306"),
     ("type-region", type_region, FULL_REGION),
     ("type-newest-period", type_period, NEWEST_PERIOD),
+    ("refuse-export", refuse_export),
     ("export", export),
     ("workbook", check_export, MATERIALS),
     ("tab-contents", show_tab, CONTENTS),
@@ -417,4 +465,8 @@ STEPS = (
     ("office", open_in_office),
     ("close-browser", close_browser),
     ("close-program", close_program),
+    ("start-again", start_again),
+    ("connect-again", connect),
+    ("open-browser-again", open_edition, TER, FULL_REGION, NEWEST_PERIOD),
+    ("close-window", close_window),
 )

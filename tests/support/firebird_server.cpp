@@ -59,10 +59,13 @@ void killServer(const QString& root) {
         throw std::runtime_error("server.pid names no process");
     }
     ::kill(pid, SIGKILL);
-    // A process that has ended keeps its number until it is waited for, but not its executable.
-    const QString executable = QStringLiteral("/proc/%1/exe").arg(pid);
+    // Until it is waited for it keeps its number, as a zombie: only then are its ports free.
+    const auto hasEnded = [pid] {
+        QFile status(QStringLiteral("/proc/%1/stat").arg(pid));
+        return !status.open(QIODevice::ReadOnly) || status.readAll().contains(") Z ");
+    };
     const QDeadlineTimer deadline(std::chrono::seconds(10));
-    while (!QFile::symLinkTarget(executable).isEmpty()) {
+    while (!hasEnded()) {
         if (deadline.hasExpired()) {
             throw std::runtime_error("the server outlives SIGKILL");
         }

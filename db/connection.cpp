@@ -2,6 +2,8 @@
 
 #include "db/parameter_block.h"
 
+#include <ibase.h>
+
 #include <ranges>
 
 namespace db {
@@ -93,7 +95,21 @@ void Connection::remove(ConnectionClient& client) {
     std::erase(clients_, &client);
 }
 
+/// The client asks the server even when a handle is released, and a server that has ended a connection may
+/// have left the line open without reading it any more: the client would wait for ever.
+void Connection::breakLine() {
+    if (!isConnected()) {
+        return;
+    }
+    try {
+        library_.run([&](auto* status) { handle_->cancelOperation(status, fb_cancel_abort); });
+    } catch (const DatabaseError&) {
+        // Then the client has noticed by itself that there is no line.
+    }
+}
+
 void Connection::dropHandles() {
+    breakLine();
     for (ConnectionClient* client : std::views::reverse(clients_)) {
         client->forgetHandles();
     }

@@ -79,6 +79,7 @@ public:
 private:
     void detach();
     void dropHandles();
+    void breakLine();
     /// Asks whether the connection still exists, which the error of a call may hide: a cursor whose closing
     /// went unanswered is reported as open. Throws the DatabaseError of a lost connection.
     void requireAnswer();

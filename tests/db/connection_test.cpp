@@ -13,6 +13,7 @@
 #include <thread>
 
 #include <arpa/inet.h>
+#include <ibase.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
@@ -196,6 +197,27 @@ TEST(Connection, SurvivesAServerThatDiesWhileItAnswers) {
     module.pFIBDatabase1.open();
     module.pFIBDataSet3.open();
     EXPECT_EQ(module.pFIBDataSet3.rowCount(), 150'000);
+}
+
+TEST(Connection, LetsGoOfALineThatNobodyReads) {
+    const test::FirebirdServer server("127.0.0.3", test::limitsCatalog);
+    TDM module;
+    module.connectTo(server.address());
+    openAll(module, "202403", 1);
+    // A server that ends one connection may leave its line so.
+    server.pause();
+    const std::jthread resuming([&](const std::stop_token& stop) {
+        for (int left = 50; left > 0 && !stop.stop_requested(); --left) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        }
+        server.resume();
+    });
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_THROW(module.pFIBDatabase1.run(
+                     [](auto*) { throw db::DatabaseError("connection shutdown", {isc_att_shutdown}); }),
+                 db::DatabaseError);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(2));
+    EXPECT_FALSE(module.pFIBDatabase1.isConnected());
 }
 
 TEST(Connection, ClosesAllThatHangsOnADeadServer) {

@@ -30,6 +30,15 @@ QByteArray run(const QString& program, const QStringList& arguments, const QByte
     return output;
 }
 
+int pidOf(const QString& root) {
+    QFile file(root + QStringLiteral("/server.pid"));
+    const int pid = file.open(QIODevice::ReadOnly) ? file.readAll().trimmed().toInt() : 0;
+    if (pid <= 1) {
+        throw std::runtime_error("server.pid names no process");
+    }
+    return pid;
+}
+
 QString serverScript() {
     return QStringLiteral(TARVELO_SOURCE_DIR "/database/private-server");
 }
@@ -52,12 +61,16 @@ void FirebirdServer::start() const {
          QStringLiteral("--lifetime"), QStringLiteral("600"), QStringLiteral("--catalog"), catalog_});
 }
 
+void FirebirdServer::pause() const {
+    ::kill(pidOf(root_), SIGSTOP);
+}
+
+void FirebirdServer::resume() const {
+    ::kill(pidOf(root_), SIGCONT);
+}
+
 void killServer(const QString& root) {
-    QFile file(root + QStringLiteral("/server.pid"));
-    const int pid = file.open(QIODevice::ReadOnly) ? file.readAll().trimmed().toInt() : 0;
-    if (pid <= 1) {
-        throw std::runtime_error("server.pid names no process");
-    }
+    const int pid = pidOf(root);
     ::kill(pid, SIGKILL);
     // Until it is waited for it keeps its number, as a zombie: only then are its ports free.
     const auto hasEnded = [pid] {

@@ -26,6 +26,9 @@ public:
 
     [[nodiscard]] const QString& address() const { return address_; }
     void kill() const { killServer(root_); }
+    /// Lets it neither read nor answer until resume().
+    void pause() const;
+    void resume() const;
     /// Starts it again with the same catalog.
     void start() const;
 

@@ -478,9 +478,16 @@ TEST(Lifecycle, LeavesNoWindowWhenItCannotBeCreated) {
     EXPECT_EQ(window.form().Tag, 1);
     EXPECT_TRUE(window.form().Panel1->findChildren<TTERForm*>().isEmpty());
 
-    // The query of the firms has been read, and keeps nobody from altering its table.
-    runSql(server.address(), "alter table FIRMS add NOTE integer; create table KATALOG (ID bigint, PARENTID "
-                             "bigint, NAME varchar(1000), TREE varchar(30)); commit;");
+    // No browser will close and give back the query of the firms, which has been read by then.
+    EXPECT_EQ(
+        sqlValue(server.address(),
+                 "select count(*) from MON$STATEMENTS S join MON$ATTACHMENTS A on A.MON$ATTACHMENT_ID = "
+                 "S.MON$ATTACHMENT_ID where A.MON$SYSTEM_FLAG = 0 and A.MON$ATTACHMENT_ID <> "
+                 "current_connection"),
+        "0");
+    runSql(server.address(),
+           "create table KATALOG (ID bigint, PARENTID bigint, NAME varchar(1000), TREE varchar(30)); "
+           "commit;");
     window.choose("Action1");
     ASSERT_NE(TERForm, nullptr);
     EXPECT_TRUE(TERForm->isVisible());

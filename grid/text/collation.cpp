@@ -17,7 +17,7 @@ struct Letter {
 /// The Cyrillic letters of WIN1251 by the Russian alphabet; the letters of other alphabets stand after the
 /// Russian letter that they derive from. Firebird's PXW_CYRL puts those after я and takes ё for a letter of
 /// its own.
-constexpr std::array<Letter, 48> cyrillicLetters = {{
+constexpr auto cyrillicLetters = std::to_array<Letter>({
     {0xC0, 0xE0}, {0xC1, 0xE1}, {0xC2, 0xE2}, {0xC3, 0xE3},               // А Б В Г
     {0xA5, 0xB4}, {0x81, 0x83},                                           // Ґ Ѓ
     {0xC4, 0xE4}, {0x80, 0x90},                                           // Д Ђ
@@ -31,7 +31,7 @@ constexpr std::array<Letter, 48> cyrillicLetters = {{
     {0xD4, 0xF4}, {0xD5, 0xF5}, {0xD6, 0xF6}, {0xD7, 0xF7}, {0x8F, 0x9F}, // Ф Х Ц Ч Џ
     {0xD8, 0xF8}, {0xD9, 0xF9}, {0xDA, 0xFA}, {0xDB, 0xFB}, {0xDC, 0xFC}, // Ш Щ Ъ Ы Ь
     {0xDD, 0xFD}, {0xDE, 0xFE}, {0xDF, 0xFF},                             // Э Ю Я
-}};
+});
 
 constexpr unsigned char lowerYe = 0xE5;
 

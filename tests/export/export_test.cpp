@@ -13,16 +13,15 @@
 #include "grid/table/table_view.h"
 #include "support/catalog_window.h"
 #include "support/firebird_server.h"
+#include "support/workbook.h"
 #include "ui/screen_cursor.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
-#include <QJsonObject>
 #include <QProcess>
 #include <QPushButton>
-#include <QRegularExpression>
 #include <QSysInfo>
 #include <QTemporaryDir>
 #include <QTest>
@@ -40,6 +39,9 @@
 namespace {
 
 using exporter::ExportError;
+using test::cell;
+using test::expectShown;
+using test::readWorkbook;
 
 constexpr db::FieldSpec rangeFields[]{db::integer(u"NUMBER", u"Число"), db::text(u"NAME", 1000, u"Имя")};
 constexpr grid::ColumnSpec rangeColumns[]{{u"numberColumn", u"NUMBER"}, {u"nameColumn", u"NAME", true, 300}};
@@ -54,21 +56,9 @@ constexpr grid::GridSpec materialGrid{u"grid", u"level", u"view", materialColumn
 constexpr grid::ColumnSpec coefficientColumns[]{{u"nameColumn", u"NAME"}, {u"koeffColumn", u"KOEFF"}};
 constexpr grid::GridSpec coefficientGrid{u"grid", u"level", u"view", coefficientColumns, u"NAME"};
 
-QJsonObject readWorkbook(const QString& path) {
-    QProcess reader;
-    reader.start("/usr/bin/python3", {QStringLiteral(TARVELO_SOURCE_DIR "/tests/read_workbook.py"), path});
-    EXPECT_TRUE(reader.waitForFinished(60'000) && reader.exitCode() == 0)
-        << reader.readAllStandardError().toStdString();
-    return QJsonDocument::fromJson(reader.readAllStandardOutput()).object();
-}
-
 void exportTo(const QString& path, grid::Grid* grid, const QString& pageHeader = {}) {
     const QString folder = base::folderOf(path);
     browser::exportGrid(grid, folder, path.sliced(folder.size()), pageHeader);
-}
-
-QJsonObject cell(const QJsonObject& workbook, int row, int column) {
-    return workbook["rows"][row][column].toObject();
 }
 
 class Export : public testing::Test {
@@ -106,48 +96,6 @@ protected:
     TDM module_;
     QTemporaryDir folder_;
 };
-
-/// Every cell of the workbook against what the grid shows.
-void expectShown(const QJsonObject& workbook, const grid::TableView& view) {
-    const auto columns = view.visibleColumns();
-    const grid::TableModel& model = view.tableModel();
-    const int rows = model.rowCount();
-    ASSERT_EQ(workbook["rows"].toArray().size(), rows + 2);
-    for (int i = 0; i < static_cast<int>(columns.size()); ++i) {
-        const grid::Column& column = *columns[static_cast<std::size_t>(i)];
-        EXPECT_EQ(cell(workbook, 0, i)["value"].toString(), column.headerText());
-        const auto& all = model.columns();
-        const auto modelColumn = static_cast<int>(std::ranges::find(all, &column) - all.begin());
-        const bool number = column.field() && column.field()->isNumber();
-        const int digits = number ? column.field()->fractionDigits() : 0;
-        for (int row = 0; row < rows; ++row) {
-            const QString shown = model.text(row, modelColumn);
-            const QJsonObject written = cell(workbook, row + 1, i);
-            if (shown.isEmpty()) {
-                EXPECT_TRUE(written.isEmpty()) << row << ' ' << i;
-            } else if (written["type"] == "n") {
-                QString value = QString::number(written["value"].toDouble(), 'f', digits);
-                EXPECT_TRUE(number);
-                EXPECT_EQ(value.replace('.', model.decimalPoint()), shown);
-                EXPECT_GT(workbook["widths"][i].toDouble(), shown.size()) << "the width counts digits";
-                EXPECT_EQ(written["format"].toString(), digits == 0 ? "0" : "0." + QString(digits, '0'));
-            } else {
-                EXPECT_EQ(written["type"].toString(), "text");
-                EXPECT_EQ(written["value"].toString(), shown) << row << ' ' << i;
-                EXPECT_TRUE(written["wrap"].toBool());
-                EXPECT_EQ(written["format"].toString(), "@");
-                EXPECT_TRUE(!number || shown.count(QRegularExpression("[0-9]")) > 15) << shown.toStdString();
-            }
-            if (!shown.isEmpty()) {
-                EXPECT_EQ(written["align"].toString(),
-                          column.alignment() & Qt::AlignRight ? "right" : "left");
-            }
-        }
-        const QJsonObject footer = cell(workbook, rows + 1, i);
-        EXPECT_EQ(footer.isEmpty(), &column != view.footerColumn());
-        EXPECT_TRUE(footer.isEmpty() || (footer["type"] == "n" && footer["value"].toInt() == rows));
-    }
-}
 
 TEST_F(Export, WritesTheViewAsItIsShown) {
     openMaterials();

@@ -16,10 +16,10 @@ namespace {
 
 /// A key of the keyboard panel, with its captions.
 struct KeySpec {
-    const char* name;
+    const char* name = nullptr;
     QStringView active;
     QStringView inactive;
-    bool shown;
+    bool shown = false;
 };
 
 constexpr std::array<KeySpec, 4> keys{{

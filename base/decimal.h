@@ -24,7 +24,7 @@ private:
     template <typename Magnitude>
     void write(Magnitude magnitude, bool isNegative, int fractionDigits);
 
-    std::array<char, 42> bytes_; // filled from the end; sign, point and 39 digits at most
+    std::array<char, 42> bytes_{}; // filled from the end; sign, point and 39 digits at most
     std::size_t start_ = bytes_.size();
 };
 

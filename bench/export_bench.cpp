@@ -162,7 +162,7 @@ public:
     void pack() const {
         std::vector<unsigned char> packed(static_cast<std::size_t>(bytes_.size()));
         std::vector<unsigned char> workspace(ISAL_DEF_LVL1_DEFAULT);
-        isal_zstream stream;
+        isal_zstream stream{};
         isal_deflate_init(&stream);
         stream.level = 1; // as the exporter packs
         stream.level_buf = workspace.data();
@@ -181,7 +181,7 @@ private:
     void unpack(QByteArrayView packed, quint32 size) {
         const qsizetype before = bytes_.size();
         bytes_.resize(before + size);
-        inflate_state state;
+        inflate_state state{};
         isal_inflate_init(&state);
         state.next_in = reinterpret_cast<unsigned char*>(const_cast<char*>(packed.data()));
         state.avail_in = static_cast<std::uint32_t>(packed.size());

@@ -14,10 +14,10 @@ class TDM;
 /// A selector of the bar at the top, and the panel that keeps the next one away from it.
 struct TTERForm::SelectorSpec {
     struct Control {
-        browser::Selector* TTERForm::*member;
-        const char* name;
-        int width; ///< pixels
-        void (TTERForm::*handler)();
+        browser::Selector* TTERForm::*member = nullptr;
+        const char* name = nullptr;
+        int width = 0; ///< pixels
+        void (TTERForm::*handler)() = nullptr;
     };
 
     struct Panel {
@@ -42,8 +42,8 @@ struct TTERForm::GridPlace {
 /// All of a tab: with a button panel and a grid, which may cover another one, or with a tree.
 struct TTERForm::TabSpec {
     struct Sheet {
-        QWidget* TTERForm::*member;
-        const char* name;
+        QWidget* TTERForm::*member = nullptr;
+        const char* name = nullptr;
         QStringView caption;
     };
 

@@ -129,6 +129,7 @@ Handle<Firebird::IResultSet> DataSet::openCursor() {
 
 void DataSet::fetchRows(Handle<Firebird::IResultSet> cursor) {
     std::vector<FieldKind> kinds;
+    kinds.reserve(fields_.size());
     for (const Field* field : fields_) {
         kinds.push_back(field->kind());
     }

@@ -3,8 +3,8 @@ from tour import row_heights, workbook
 from tour.catalog import (COEFFICIENTS, CONTENTS, FER2014, FER2017, FER2020, FIRMS, GRID_TABS, LABOUR, MACHINES,
                           MATERIALS, REGIONS, SERVER, TER, TRANSPORT, TREE_TAB, Selection, count, literal, query,
                           rows, shown)
-from tour.desktop import (Program, Table, TourError, click, click_near_right_edge, click_tab, close_by_title_bar, colours,
-                          drag, expect, point, press, type_text)
+from tour.desktop import (Program, Table, TourError, click, click_near_right_edge, click_tab, close_by_title_bar,
+                          colours, drag, expect, point, press, type_text)
 from tour.table_steps import (clear_filter, copy_cell, count_words, filter_by_condition, filter_by_text,
                               filter_by_value, find_text, fit_column, hide_column, leave_find, leave_keys, list_keys,
                               menu_of_cell, open_filter, restore_columns, show_only, sort_ascending, sort_by_name,

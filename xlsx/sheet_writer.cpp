@@ -11,7 +11,7 @@ namespace xlsx {
 
 namespace {
 
-constexpr std::size_t flushedBytes = 64 * 1024;
+constexpr std::size_t flushedBytes = 65536;
 
 // Calibri 11 sets a line in 15 points; a row has at most 409.5 (ECMA-376 part 1, 18.3.1.73).
 constexpr int linePoints = 15;

@@ -153,7 +153,8 @@ QByteArray beforeRows(std::span<const Column> columns) {
     QByteArray result;
     int number = 0;
     for (const Column& column : columns) {
-        const double width = static_cast<double>(column.width * widthSteps / digitPixels) / widthSteps;
+        const int steps = column.width * widthSteps / digitPixels;
+        const double width = static_cast<double>(steps) / widthSteps;
         const QByteArray place = QByteArray::number(++number);
         result += "<col min=\"" + place + "\" max=\"" + place + "\" width=\"" +
                   QByteArray::number(width, 'g', 12) + "\" customWidth=\"1\"/>";

@@ -17,7 +17,7 @@ namespace xlsx {
 namespace {
 
 constexpr int level = 1; // the higher ones gain a few per cent of size for much more time
-constexpr std::size_t packedBytes = 64 * 1024;
+constexpr std::size_t packedBytes = 65536;
 
 // The numbers are those of PKWARE's APPNOTE.TXT 6.3.
 constexpr quint32 localSignature = 0x04034b50;

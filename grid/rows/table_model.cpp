@@ -174,6 +174,7 @@ std::vector<std::int32_t> TableModel::rowsLeftBy(const std::map<int, ColumnFilte
         return rows;
     }
     std::vector<FieldFilter> fieldFilters;
+    fieldFilters.reserve(filters.size());
     for (const auto& [columnIndex, filter] : filters) {
         fieldFilters.push_back({column(columnIndex).field(), &filter});
     }

@@ -15,12 +15,12 @@ namespace grid {
 struct NumberRelation {
     QStringView sign;
     QStringView words;
-    bool less;
-    bool equal;
-    bool greater;
+    bool less = false;
+    bool equal = false;
+    bool greater = false;
 
     [[nodiscard]] bool allows(std::strong_ordering order) const {
-        return order < 0 ? less : order > 0 ? greater : equal;
+        return std::is_lt(order) ? less : std::is_gt(order) ? greater : equal;
     }
 };
 
@@ -87,7 +87,7 @@ std::strong_ordering ExactNumber::operator<=>(const ExactNumber& other) const {
         return left.whole.size() <=> right.whole.size();
     }
     const auto order = left.whole <=> right.whole;
-    return order != 0 ? order : left.fraction <=> right.fraction;
+    return std::is_neq(order) ? order : left.fraction <=> right.fraction;
 }
 
 /// Reads conditions from the left to the right; `mistake` says what is wrong and ends it.
@@ -144,7 +144,7 @@ private:
         while (place_ < text_.size() && !isSign(text_[place_]) && !text_[place_].isSpace()) {
             ++place_;
         }
-        const QString word = text_.sliced(start, place_ - start);
+        QString word = text_.sliced(start, place_ - start);
         const std::string characters = word.toStdString();
         const auto number = ExactNumber::read(characters);
         if (number) {

@@ -167,6 +167,7 @@ constexpr int failedByClient = 2;
 /// Ends the child where a frame of the stack belongs to the client library.
 _Unwind_Reason_Code endAtFrame(_Unwind_Context* context, void*) {
     Dl_info place{};
+    // NOLINTNEXTLINE(performance-no-int-to-ptr): the unwinder tells places in the code as numbers
     ::dladdr(reinterpret_cast<void*>(::_Unwind_GetIP(context)), &place);
     const std::string_view file = place.dli_fname ? place.dli_fname : "";
     if (file.ends_with("libfbclient.so.2")) {

@@ -297,10 +297,10 @@ TEST_F(MainFormTest, OpensEditionsByEveryKeyThatPressesAButton) {
         return *std::ranges::find(buttons, caption, &QToolButton::accessibleName);
     };
     struct Press {
-        const char* caption;
-        Qt::Key key;
+        const char* caption = nullptr;
+        Qt::Key key = {};
         Qt::KeyboardModifiers modifiers;
-        int edition;
+        int edition = 0;
     };
     for (const Press& press : {Press{"ТЕР", Qt::Key_Return, Qt::NoModifier, 1},
                                {"ФЕР2014И2", Qt::Key_1, Qt::AltModifier, 4},

@@ -231,6 +231,7 @@ TEST_P(RandomTree, StandsAsAPlainTreeWould) {
             view.setExpanded(node, expanded_.contains(node));
         }
         std::vector<Row> shown;
+        shown.reserve(static_cast<std::size_t>(view.rows().count()));
         for (int row = 0; row < view.rows().count(); ++row) {
             shown.push_back({view.rows().at(row).node, view.rows().at(row).depth});
         }

@@ -104,7 +104,7 @@ void FaultyLine::connect() {
 }
 
 void FaultyLine::forwardRequest() {
-    std::array<std::uint8_t, 65536> bytes;
+    std::array<std::uint8_t, 65536> bytes{};
     const ssize_t count = ::recv(client_, bytes.data(), bytes.size(), 0);
     if (count <= 0) {
         hangUp();
@@ -114,7 +114,7 @@ void FaultyLine::forwardRequest() {
 }
 
 void FaultyLine::forwardAnswer() {
-    std::array<std::uint8_t, 65536> bytes;
+    std::array<std::uint8_t, 65536> bytes{};
     const ssize_t count = ::recv(server_, bytes.data(), bytes.size(), 0);
     if (count <= 0) {
         hangUp();

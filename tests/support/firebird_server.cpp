@@ -23,7 +23,7 @@ QByteArray run(const QString& program, const QStringList& arguments, const QByte
     process.write(input);
     process.closeWriteChannel();
     const bool ended = process.waitForFinished(60'000);
-    const QByteArray output = process.readAll();
+    QByteArray output = process.readAll();
     if (!ended || process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
         throw std::runtime_error(program.toStdString() + " failed: " + output.toStdString());
     }

@@ -67,6 +67,7 @@ TEST(TreeStructure, SortsAndNarrows) {
 TEST(TreeStructure, TakesDeepChainsAndLongCircles) {
     constexpr int count = 100'000;
     std::vector<TreeKey> keys;
+    keys.reserve(count);
     for (int node = 0; node < count; ++node) {
         keys.push_back({node, node + 1});
     }

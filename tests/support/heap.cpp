@@ -16,7 +16,8 @@ std::size_t allocatedBytes() {
     __sanitizer_purge_allocator();
     return __sanitizer_get_current_allocated_bytes();
 #else
-    return mallinfo2().uordblks;
+    const auto heap = mallinfo2();
+    return heap.uordblks + heap.hblkhd;
 #endif
 }
 

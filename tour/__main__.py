@@ -8,16 +8,19 @@ from gi.repository import GLib
 
 from tour.catalog import DatabaseError
 from tour.desktop import TourError, screenshot, set_keyboard_layouts
+from tour.guide import GUIDE
 from tour.steps import STEPS, Tour
 
 
-def main(executable, folder, scale):
+def main(executable, folder, scale, pictures=None):
+    """Where a folder for the guide's pictures is named, only these are made."""
     signal.signal(signal.SIGTERM, lambda *_: sys.exit(128 + signal.SIGTERM))
     set_keyboard_layouts("us", "ru")
     began = time.monotonic()
-    tour = Tour(Path(executable), Path(folder), float(scale))
+    steps = GUIDE if pictures else STEPS
+    tour = Tour(Path(executable), Path(folder), float(scale), pictures and Path(pictures))
     try:
-        for number, (name, step, *arguments) in enumerate(STEPS, start=1):
+        for number, (name, step, *arguments) in enumerate(steps, start=1):
             picture = tour.folder / f"{number:02}-{name}.png"
             try:
                 outcome = step(tour, *arguments)
@@ -29,7 +32,7 @@ def main(executable, folder, scale):
             print(f"{number:02} {name}: {outcome}", flush=True)
     finally:
         tour.end()
-    print(f"The tour is over: {len(STEPS)} steps in {time.monotonic() - began:.0f} s; "
+    print(f"The tour is over: {len(steps)} steps in {time.monotonic() - began:.0f} s; "
           f"the screenshots and workbooks are in {tour.folder}")
     return 0
 

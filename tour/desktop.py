@@ -262,6 +262,12 @@ class Program:
         """The captions of the open dialogs."""
         return [window.name for window in self.root.children() if window.role in ("dialog", "alert")]
 
+    def window_count(self):
+        """How many windows are on the screen, tool tips included, which stand nowhere in the tree."""
+        found = subprocess.run(["xdotool", "search", "--onlyvisible", "--pid", str(self.process.pid), ""],
+                               check=True, capture_output=True)
+        return len(found.stdout.split())
+
     def table(self):
         """The table of the tab in front."""
         return Table(self.find("table"))
@@ -376,6 +382,26 @@ def type_text(text):
 
 def screenshot(path):
     subprocess.run(["import", "-window", "root", path], check=True)
+
+
+def picture(path):
+    """A screenshot for a page, in a third of the bytes."""
+    subprocess.run(["import", "-window", "root", *_small(path)], check=True)
+
+
+def picture_of_page(document, path, width, height):
+    """The upper part of a document's first page, in as few."""
+    pixels = subprocess.run(
+        ["pdftoppm", "-singlefile", "-scale-to-x", str(width), "-scale-to-y", "-1",
+         "-x", "0", "-y", "0", "-W", str(width), "-H", str(height), document],
+        check=True, capture_output=True).stdout
+    subprocess.run(["convert", "ppm:-", *_small(path)], input=pixels, check=True)
+
+
+def _small(path):
+    """What makes ImageMagick write few bytes: a palette, and nothing about the time or the tool."""
+    return ["+dither", "-colors", "128", "-strip", "-define", "png:exclude-chunks=date,time",
+            "-define", "png:compression-level=9", f"PNG8:{path}"]
 
 
 def colours(element):

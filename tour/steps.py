@@ -8,7 +8,7 @@ from tour.desktop import (Program, Table, TourError, click, click_near_right_edg
 from tour.table_steps import (clear_filter, copy_cell, count_words, filter_by_condition, filter_by_text,
                               filter_by_value, find_text, fit_column, hide_column, leave_find, leave_keys, list_keys,
                               menu_of_cell, open_filter, restore_columns, show_only, sort_ascending, sort_by_name,
-                              sort_descending, sum_rows)
+                              sort_descending, sum_rows, type_condition)
 
 GREEN, RED, PURPLE = (0, 128, 0), (255, 0, 0), (128, 0, 128)
 NOBODY = "127.0.0.99"  # where no server listens
@@ -29,8 +29,9 @@ OTHER_REGION = "Пермский край"
 class Tour:
     """The program on the screen and what it is expected to show."""
 
-    def __init__(self, executable, folder, scale):
+    def __init__(self, executable, folder, scale, pictures=None):
         self.folder = folder
+        self.pictures = pictures  # where those of the guide go
         self.executable = executable
         self.program_folder = executable.parent
         self.program = Program(executable, scale)
@@ -434,7 +435,8 @@ STEPS = (
     ("clear-filter", clear_filter),
     ("filter-by-text", filter_by_text, "Щебень"),
     ("clear-text-filter", clear_filter),
-    ("filter-by-condition", filter_by_condition, "Сметная", ">1000 <=5000", "CMETNAY > 1000 and CMETNAY <= 5000",
+    ("type-condition", type_condition, "Сметная", ">1000 <=5000"),
+    ("filter-by-condition", filter_by_condition, "Сметная", "CMETNAY > 1000 and CMETNAY <= 5000",
      "больше 1000 и не больше 5000"),
     ("clear-condition", clear_filter),
     ("menu-of-cell", menu_of_cell, "Ед.изм"),

@@ -118,7 +118,7 @@ def leave_find(tour):
     return "Escape returns to the grid"
 
 
-def filter_by_condition(tour, label, condition, sql, words):
+def type_condition(tour, label, condition):
     click_near_right_edge(tour.table(MATERIALS).header(label), FILTER_BUTTON)
     popup = filter_popup(tour, label)
     type_text(">")
@@ -127,10 +127,14 @@ def filter_by_condition(tour, label, condition, sql, words):
     press("ctrl+a")
     type_text(condition)
     expect("the typed condition", lambda: popup.find("text").text, condition)
+    return f"the filter of '{label}' takes '{condition}'; before, '>' alone is told to be none"
+
+
+def filter_by_condition(tour, label, sql, words):
     press("Return")
     found = tour.expect_filtered(MATERIALS, sql)
     tour.find("label", f"«{label}» {words}")
-    return f"'{condition}' leaves {found} rows; before, '>' alone is told to be none"
+    return f"it leaves {found} rows: '{label}' {words}"
 
 
 def expect_heard(tour, text):

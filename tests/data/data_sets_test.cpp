@@ -170,6 +170,27 @@ TEST(DataSets, LetOthersAlterTheirTablesOnceTheirQueriesAreReleased) {
     EXPECT_EQ(coefficients.rowCount(), 1);
 }
 
+TEST(DataSets, AreReadByALoginThatMayDoNothingElse) {
+    const test::FirebirdServer server("127.0.0.4", "schema");
+    runSql(server.address(), "input '" TARVELO_SOURCE_DIR "/database/read_only_user.sql';");
+    EXPECT_EQ(sqlValue(server.address(), "select CURRENT_USER from RDB$DATABASE"), "CATALOGREADER");
+
+    TDM module;
+    module.connectTo(server.address());
+    for (const data::Edition& edition : data::editions) {
+        module.chooseEdition(edition);
+        openAll(module, "202403", 1);
+        for (db::DataSet* dataSet : module.dataSets()) {
+            dataSet->close();
+        }
+    }
+    for (const char* const change :
+         {"delete from REGION;", "drop table FIRMS;", "create table T (A integer);",
+          "create user T password 't';", "drop global mapping CATALOG_READER;"}) {
+        EXPECT_THROW(runSql(server.address(), change), std::runtime_error) << change;
+    }
+}
+
 TEST(RowDecoder, RefusesATextLongerThanItsColumn) {
     TDM module;
     module.connectTo(test::limitsServer);

@@ -45,6 +45,7 @@ constexpr std::array rows{
     Row{"export", bench::measureExport},
     Row{"export-memory", bench::measureExportMemory},
     Row{"growth", bench::measureGrowth},
+    Row{"isql", bench::measureIsql},
     Row{"start", bench::measureStart},
 };
 

@@ -33,6 +33,7 @@ std::vector<Result> measureTreeFind(const Surroundings& surroundings);
 std::vector<Result> measureExport(const Surroundings& surroundings);
 std::vector<Result> measureExportMemory(const Surroundings& surroundings);
 std::vector<Result> measureGrowth(const Surroundings& surroundings);
+std::vector<Result> measureIsql(const Surroundings& surroundings);
 std::vector<Result> measureStart(const Surroundings& surroundings);
 
 } // namespace bench

@@ -158,16 +158,19 @@ TEST(DataSets, AnswerAnyPeriodWithoutAnError) {
 
 TEST(DataSets, LetOthersAlterTheirTablesOnceTheirQueriesAreReleased) {
     const test::FirebirdServer server("127.0.0.4", "schema");
+    runSql(server.address(), "drop index OGRANICHENIE_NAME; alter table OGRANICHENIE drop NAME; alter table "
+                             "OGRANICHENIE add NAME varchar(3); commit;");
     TDM module;
     module.connectTo(server.address());
     db::DataSet& coefficients = module.pFIBDataSet8;
     coefficients.open();
     coefficients.close();
     coefficients.releaseHandles();
-    runSql(server.address(), "alter table OGRANICHENIE add NOTE integer; commit;"
-                             "insert into OGRANICHENIE (NAME, KOEFF) values ('x', 1.5); commit;");
+    runSql(server.address(), "alter table OGRANICHENIE alter NAME type varchar(255); commit;"
+                             "insert into OGRANICHENIE (NAME, KOEFF) values ('long name', 1.5); commit;");
     coefficients.open();
-    EXPECT_EQ(coefficients.rowCount(), 1);
+    ASSERT_EQ(coefficients.rowCount(), 1);
+    EXPECT_EQ(coefficients.text(0, coefficients.field("NAME")), "long name");
 }
 
 TEST(DataSets, AreReadByALoginThatMayDoNothingElse) {

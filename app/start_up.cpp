@@ -1,5 +1,6 @@
 #include "app/start_up.h"
 
+#include "app/command_line.h"
 #include "app/main_form.h"
 #include "app/style.h"
 #include "app/xpm_resource.h"
@@ -67,6 +68,10 @@ int runWindows() {
 } // namespace
 
 int run(int argc, char** argv) {
+    // There may be no display to start on.
+    if (const std::optional<QString> answer = commandLineAnswer(argc, argv)) {
+        return printText(*answer) ? EXIT_SUCCESS : EXIT_FAILURE;
+    }
     initResources();
     // The menu belongs into the window; asking the desktop for a place elsewhere would hold up the start.
     ui::Application::setAttribute(Qt::AA_DontUseNativeMenuBar);

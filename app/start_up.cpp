@@ -2,6 +2,7 @@
 
 #include "app/command_line.h"
 #include "app/main_form.h"
+#include "app/program_icon.h"
 #include "app/style.h"
 #include "app/xpm_resource.h"
 #include "data/data_modul.h"
@@ -9,7 +10,6 @@
 #include "ui/fonts.h"
 
 #include <QCursor>
-#include <QIcon>
 #include <QPixmap>
 
 #include <clocale>
@@ -44,20 +44,17 @@ void useUtf8() {
 
 constexpr int dragCopyCursor = -23;
 
-QPixmap imageOf(const QString& resource) {
-    return QPixmap::fromImage(readXpmResource(resource));
-}
-
 /// Everything that the running program consists of, from the style to the end of the message loop.
 int runWindows() {
-    ui::Application::setWindowIcon(imageOf(QStringLiteral(":/icon/tarvelo")));
+    ui::Application::setWindowIcon(programIcon());
     ui::installFontSubstitutes();
     // Without its style the program looks plainer, no more; the failure has been shown.
     static_cast<void>(trySetStyle(QStringLiteral("SLATECLASSICO")));
 
     // The program's own cursors by their numbers, the hot spot at the upper left.
     const std::map<int, QCursor> cursors{
-        {dragCopyCursor, QCursor(imageOf(QStringLiteral(":/cursor/CAT_DRAG_COPY")), 0, 0)}};
+        {dragCopyCursor,
+         QCursor(QPixmap::fromImage(readXpmResource(QStringLiteral(":/cursor/CAT_DRAG_COPY"))), 0, 0)}};
 
     TDM dataModule;
     DM = &dataModule;

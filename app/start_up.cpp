@@ -5,6 +5,7 @@
 #include "app/program_icon.h"
 #include "app/style.h"
 #include "app/xpm_resource.h"
+#include "base/program_place.h"
 #include "data/data_modul.h"
 #include "ui/application.h"
 #include "ui/fonts.h"
@@ -47,7 +48,10 @@ constexpr int dragCopyCursor = -23;
 /// Everything that the running program consists of, from the style to the end of the message loop.
 int runWindows() {
     ui::Application::setWindowIcon(programIcon());
+    // By this name a desktop finds the menu entry that the window belongs to.
+    ui::Application::setDesktopFileName(QStringLiteral("org.tarvelo.Tarvelo"));
     ui::installFontSubstitutes();
+    ui::addFontsOf(base::programFolder() + QStringLiteral("fonts"));
     // Without its style the program looks plainer, no more; the failure has been shown.
     static_cast<void>(trySetStyle(QStringLiteral("SLATECLASSICO")));
 

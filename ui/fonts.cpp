@@ -1,5 +1,7 @@
 #include "ui/fonts.h"
 
+#include <QDir>
+#include <QFontDatabase>
 #include <QStringList>
 
 namespace ui {
@@ -9,6 +11,13 @@ void installFontSubstitutes() {
                                {QStringLiteral("Carlito"), QStringLiteral("DejaVu Sans")});
     QFont::insertSubstitutions(QStringLiteral("Tahoma"),
                                {QStringLiteral("DejaVu Sans Condensed"), QStringLiteral("DejaVu Sans")});
+}
+
+void addFontsOf(const QString& folder) {
+    const QDir fonts(folder);
+    for (const QString& file : fonts.entryList({QStringLiteral("*.ttf")}, QDir::Files, QDir::Name)) {
+        QFontDatabase::addApplicationFont(fonts.filePath(file));
+    }
 }
 
 QFont pixelFont(const QString& family, int pixelHeight, bool bold) {

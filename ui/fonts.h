@@ -8,6 +8,9 @@ namespace ui {
 /// system may lack.
 void installFontSubstitutes();
 
+/// Lets the program use the fonts of a folder, of which there need be none.
+void addFontsOf(const QString& folder);
+
 /// A font by family and character height in pixels.
 [[nodiscard]] QFont pixelFont(const QString& family, int pixelHeight, bool bold = false);
 

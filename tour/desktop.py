@@ -2,9 +2,11 @@
 
 Places are looked up in the tree each time; nothing is done through it, so that only what a user can reach counts.
 """
+import os
 import signal
 import subprocess
 import time
+from pathlib import Path
 
 import gi
 
@@ -13,6 +15,7 @@ from gi.repository import Atspi, GLib  # noqa: E402
 
 PATIENCE = 15  # seconds until something that should appear counts as missing
 TAB_SCROLLS = 20  # more than there are tabs
+IN_ROOT = Path(__file__).parent.parent / "scripts/in-root"
 TABLE_ROLES = ("table", "tree")  # their children are rows; they are asked for one by one
 
 
@@ -193,7 +196,9 @@ class Program:
         self._name_listener = Atspi.EventListener.new(self._hear_name)
         self._name_listener.register("object:property-change:accessible-name")
         self._log = open(executable.parent.parent / "program-output.txt", "a", encoding="utf-8")
-        self.process = subprocess.Popen([executable], stdout=self._log, stderr=subprocess.STDOUT)
+        root = os.environ.get("TOUR_ROOT")
+        command = [IN_ROOT, root, executable] if root else [executable]
+        self.process = subprocess.Popen(command, stdout=self._log, stderr=subprocess.STDOUT)
         self.root = wait_for(self._find_root, seconds=60)
         # The tree is asked about things that have just changed.
         self.root.node.set_cache_mask(Atspi.Cache.NONE)

@@ -34,6 +34,7 @@ class Tour:
         self.pictures = pictures  # where those of the guide go
         self.executable = executable
         self.program_folder = executable.parent
+        self.there_before = {path.name for path in self.program_folder.iterdir()}
         self.program = Program(executable, scale)
         self.selection = Selection(TER, FULL_REGION, NEWEST_PERIOD)
         self.exported = {}  # workbook: rows
@@ -393,7 +394,7 @@ def expect_end(tour):
     if status != 0:
         raise TourError(f"the program ends with {status}")
     left = {path.name for path in tour.program_folder.iterdir()}
-    wanted = {path.name for path in tour.exported} | {"Tarvelo"}
+    wanted = {path.name for path in tour.exported} | tour.there_before
     if left != wanted:
         raise TourError(f"beside the program there are also {sorted(left - wanted)}")
 

@@ -22,6 +22,7 @@ struct Sample {
     int transactions = 0;
 };
 
+constexpr int longestSoak = 4 * 3600; // seconds
 constexpr double megabyte = 1024.0 * 1024.0;
 
 double residentMegabytes() {
@@ -70,7 +71,7 @@ double median(const std::vector<Sample>& samples, double from, double to, auto f
 TEST(Soak, PilesNothingUp) {
     const int changes = std::max(qEnvironmentVariableIntValue("TARVELO_SOAK_CHANGES"), 400);
     const int samplePeriod = std::max(changes / 100, 20);
-    test::User user(1, "sample", test::User::Server::Reliable);
+    test::User user(1, "sample", test::User::Server::Reliable, longestSoak);
     std::vector<Sample> samples;
     while (user.changes() < changes && !HasFailure()) {
         user.act();

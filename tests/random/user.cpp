@@ -33,10 +33,10 @@
 
 namespace test {
 
-User::User(std::uint32_t seed, const QString& catalog, Server reliability)
+User::User(std::uint32_t seed, const QString& catalog, Server reliability, int lifetime)
     : random_(seed),
       reliability_(reliability),
-      server_(QStringLiteral("127.0.0.13"), catalog),
+      server_(QStringLiteral("127.0.0.13"), catalog, lifetime),
       window_(server_.address()) {
     dialogs_.callOnTimeout([this] { answerDialog(); });
     dialogs_.start(1);

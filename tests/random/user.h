@@ -24,7 +24,8 @@ public:
     /// Whether his server dies now and then.
     enum class Server : std::uint8_t { Reliable, Dying };
 
-    User(std::uint32_t seed, const QString& catalog, Server reliability);
+    /// `lifetime`: seconds that he works at most.
+    User(std::uint32_t seed, const QString& catalog, Server reliability, int lifetime);
 
     [[nodiscard]] const QString& address() const { return server_.address(); }
 

@@ -10,12 +10,13 @@
 namespace {
 
 constexpr int actionCount = 1000;
+constexpr int longestWalk = 600; // seconds
 
 class UserWalk : public testing::TestWithParam<std::uint32_t> {};
 
 TEST_P(UserWalk, LeavesEverythingInOrder) {
     test::User user(GetParam(), GetParam() % 2 == 0 ? "sample" : test::limitsCatalog,
-                    test::User::Server::Dying);
+                    test::User::Server::Dying, longestWalk);
     for (int action = 0; action < actionCount && !HasFailure(); ++action) {
         user.act();
     }

@@ -45,8 +45,11 @@ QString serverScript() {
 
 } // namespace
 
-FirebirdServer::FirebirdServer(const QString& address, const QString& catalog)
-    : address_(address), catalog_(catalog), root_(QStringLiteral(TARVELO_SERVER_DIR "/own-") + address) {
+FirebirdServer::FirebirdServer(const QString& address, const QString& catalog, int lifetime)
+    : address_(address),
+      catalog_(catalog),
+      lifetime_(lifetime),
+      root_(QStringLiteral(TARVELO_SERVER_DIR "/own-") + address) {
     QDir(root_).removeRecursively();
     start();
 }
@@ -58,7 +61,7 @@ FirebirdServer::~FirebirdServer() {
 void FirebirdServer::start() const {
     run(serverScript(),
         {QStringLiteral("start"), QStringLiteral("--root"), root_, QStringLiteral("--address"), address_,
-         QStringLiteral("--lifetime"), QStringLiteral("600"), QStringLiteral("--catalog"), catalog_});
+         QStringLiteral("--lifetime"), QString::number(lifetime_), QStringLiteral("--catalog"), catalog_});
 }
 
 void FirebirdServer::pause() const {

@@ -18,8 +18,9 @@ void killServer(const QString& root);
 /// A private server of one test, stopped when the object goes.
 class FirebirdServer {
 public:
-    /// `catalog`: sample, schema or limitsCatalog. Throws std::runtime_error when it does not start.
-    FirebirdServer(const QString& address, const QString& catalog);
+    /// `catalog`: sample, schema or limitsCatalog; `lifetime`: seconds after which it ends by itself. Throws
+    /// std::runtime_error when it does not start.
+    FirebirdServer(const QString& address, const QString& catalog, int lifetime = 600);
     ~FirebirdServer();
     FirebirdServer(const FirebirdServer&) = delete;
     FirebirdServer& operator=(const FirebirdServer&) = delete;
@@ -35,6 +36,7 @@ public:
 private:
     QString address_;
     QString catalog_;
+    int lifetime_;
     QString root_;
 };
 

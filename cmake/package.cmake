@@ -18,9 +18,9 @@ configure_file(${packaging}/org.tarvelo.Tarvelo.metainfo.xml.in org.tarvelo.Tarv
 target_link_options(Tarvelo PRIVATE -Wl,--disable-new-dtags)
 set_target_properties(Tarvelo PROPERTIES INSTALL_RPATH "$ORIGIN/lib")
 install(TARGETS Tarvelo RUNTIME DESTINATION .)
-install(FILES ${packaging}/qt.conf LICENSE THIRD-PARTY.md CHANGELOG.md DESTINATION .)
-install(FILES docs/guide.md DESTINATION docs OPTIONAL)
-install(DIRECTORY docs/pictures DESTINATION docs OPTIONAL)
+install(FILES ${packaging}/qt.conf LICENSE THIRD-PARTY.md CHANGELOG.md SECURITY.md DESTINATION .)
+install(FILES docs/guide.md DESTINATION docs)
+install(DIRECTORY docs/pictures DESTINATION docs)
 install(PROGRAMS ${packaging}/menu-entry DESTINATION .)
 install(FILES ${packaging}/org.tarvelo.Tarvelo.desktop
   ${CMAKE_CURRENT_BINARY_DIR}/org.tarvelo.Tarvelo.metainfo.xml DESTINATION share)

@@ -104,6 +104,7 @@ TEST(XpmResource, IsReadOrRefused) {
 }
 
 TEST_F(MainFormTest, ConnectsAndReportsTheOutcomeOnly) {
+    EXPECT_EQ(form_.MainMenu1->actions(), QList<QAction*>({form_.N1}));
     EXPECT_EQ(outcome(), " #008000");
     connectTo("127.0.0.99");
     EXPECT_EQ(QStringList({caption_, prompt_, preset_}),

@@ -4,6 +4,7 @@
 #include "browser/ter_form.h"
 #include "grid/header/fitted_header.h"
 #include "grid/table/grid.h"
+#include "grid/table/table_view.h"
 #include "grid/tree/tree_list.h"
 #include "grid/tree/tree_view.h"
 #include "support/catalog_window.h"
@@ -12,7 +13,9 @@
 #include "support/printing.h"
 
 #include <QAction>
+#include <QLabel>
 #include <QLineEdit>
+#include <QListView>
 #include <QTabWidget>
 #include <QTest>
 #include <QToolButton>
@@ -50,6 +53,34 @@ protected:
         for (const auto channel : {&QColor::red, &QColor::green, &QColor::blue}) {
             EXPECT_NEAR((shown.*channel)(), (text.*channel)(), 24) << part.objectName().toStdString();
         }
+    }
+
+    /// The find bar of the materials after a search that is complete.
+    static QWidget& searchedBar() {
+        grid::TableView& table = TERForm->cxGrid1->view();
+        table.setFocus();
+        QTest::keyClick(&table, Qt::Key_F, Qt::ControlModifier);
+        auto& bar = *TERForm->cxGrid1->findChild<QWidget*>("FindBar");
+        bar.findChild<QLineEdit*>("FindBarText")->setText("бетон");
+        const auto& outcome = *bar.findChild<QLabel*>("FindBarOutcome");
+        EXPECT_TRUE(QTest::qWaitFor([&] { return outcome.text().contains(" из "); }));
+        return bar;
+    }
+
+    /// Expects so many widgets to stand side by side in a bar, and none over another one.
+    static void expectLaidOut(const QWidget& bar, qsizetype count) {
+        const QString name = bar.objectName();
+        QRegion taken;
+        qsizetype standing = 0;
+        for (const QWidget* const part : bar.findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+            if (part->isVisible()) {
+                EXPECT_TRUE(bar.rect().contains(part->geometry())) << name.toStdString();
+                EXPECT_FALSE(taken.intersects(part->geometry())) << name.toStdString();
+                taken += part->geometry();
+                ++standing;
+            }
+        }
+        EXPECT_EQ(standing, count) << name.toStdString();
     }
 
     test::CatalogWindow window_{test::sampleServer};
@@ -143,6 +174,38 @@ TEST_F(WindowPaintingTest, ShowsTheTreeWithItsButtonsAndHits) {
     edit.setText("нет такого узла");
     EXPECT_EQ(picture().foreground(view.viewport()->rect()), "#6d6d6d") << "that nothing has been found";
     EXPECT_NEAR(picture().ink(view.viewport()->rect()).center().x(), view.viewport()->width() / 2.0, 3);
+}
+
+TEST_F(WindowPaintingTest, LaysOutWhatFindsAndFilters) {
+    expectLaidOut(searchedBar(), 4);
+
+    TERForm->cxGrid1->view().openFilter(2);
+    QWidget* const popup = QApplication::activePopupWidget();
+    ASSERT_NE(popup, nullptr);
+    expectLaidOut(*popup, 6);
+    const auto& values = *popup->findChild<QListView*>("FilterValues");
+    EXPECT_GT(values.height(), popup->height() / 3);
+    popup->close();
+
+    TERForm->cxPageControl1->setCurrentWidget(TERForm->cxTabSheet8);
+    auto& words = *TERForm->cxDBTreeList1->findChild<QLineEdit*>();
+    words.setText("книга");
+    QApplication::processEvents();
+    expectLaidOut(*words.parentWidget(), 3);
+}
+
+TEST_F(WindowPaintingTest, RestsWhenASearchIsComplete) {
+    class Timers final : public QObject {
+    public:
+        int count = 0;
+        bool eventFilter(QObject*, QEvent* event) override {
+            count += event->type() == QEvent::Timer ? 1 : 0;
+            return false;
+        }
+    } timers;
+    searchedBar().installEventFilter(&timers);
+    QTest::qWait(100);
+    EXPECT_EQ(timers.count, 0);
 }
 
 } // namespace

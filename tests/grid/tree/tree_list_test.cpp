@@ -294,6 +294,7 @@ TEST_F(TreeListTest, FindPanelNarrowsTheTree) {
     edit().setText(QStringLiteral("лёгкий"));
     QTest::keyClick(&edit(), Qt::Key_Return);
     press(Qt::Key_End);
+    list_.resize(600, 120);
     list_.findChild<grid::TreeFindPanel*>()->clear();
     EXPECT_EQ(shown(), "1 .1.2 .1.1 ..1.1.1 ..>1.1.2 0 2 .2.1");
     EXPECT_FALSE(view().rowRect(view().currentRow()).isEmpty());

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "app/input_box.h"
 
 #include <QInputDialog>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "app/key_help.h"
 
 #include <QDialog>

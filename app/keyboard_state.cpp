@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "app/keyboard_state.h"
 
 #include <QGuiApplication>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "app/start_up.h"
 
 int main(int argc, char** argv) {

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "app/main_form.h"
 
 #include "app/action_manager.h"

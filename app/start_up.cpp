@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "app/start_up.h"
 
 #include "app/command_line.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "app/status_bar.h"
 
 #include "app/keyboard_state.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "app/style.h"
 
 #include "base/error.h"

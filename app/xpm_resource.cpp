@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "app/xpm_resource.h"
 
 #include "base/error.h"

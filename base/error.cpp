@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "base/error.h"
 
 #include <algorithm>

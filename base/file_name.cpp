@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "base/file_name.h"
 
 #include <algorithm>

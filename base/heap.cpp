@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "base/heap.h"
 
 #include <cstdlib>

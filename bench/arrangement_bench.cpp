@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "bench/bare_text.h"
 #include "bench/catalog_window.h"
 #include "bench/keystrokes.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "bench/bare_text.h"
 
 #include "base/win1251.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The least Qt program with a main window and one word in it: what the start of ours is compared with. The
 // word is there because the first letter that a program draws loads the system's whole font configuration.
 #include <QApplication>

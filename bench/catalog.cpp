@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "bench/catalog.h"
 
 #include "base/win1251.h"

@@ -1,3 +1,4 @@
+-- SPDX-License-Identifier: MIT
 /* Stretches of the 1,000,000 materials of region 4 in period 202403, so that catalogs of several sizes stand side by
    side: 300,000 in region 1 and 1,000 in region 2 of the same period, and in period 202412, which the browser shows
    first, 60,000 with all that belongs to them in each of the regions 1 to 4. */

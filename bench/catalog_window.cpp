@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "bench/catalog_window.h"
 
 #include "app/style.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "bench/keystrokes.h"
 
 #include "bench/screen.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "bench/catalog_window.h"
 #include "bench/rows.h"
 #include "bench/screen.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "bench/screen.h"
 
 #include "bench/measure.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Preloaded into an unchanged Qt program: tells when its first maximised window is on screen, and ends the
 // program. Standard output then holds the steady clock in nanoseconds.
 #include <QApplication>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "browser/banner.h"
 
 #include <QPainter>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "browser/grid_export.h"
 
 #include "export/table_export.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "browser/selector.h"
 
 #include "ui/fonts.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "browser/selector_lists.h"
 
 #include "data/data_modul.h"

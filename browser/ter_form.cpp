@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "browser/ter_form.h"
 
 #include "base/error.h"

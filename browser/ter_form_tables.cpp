@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "browser/ter_form_tables.h"
 
 #include "browser/grid_columns.h"

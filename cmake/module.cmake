@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # tarvelo_module(FOLDER SOURCES files... USES folders... LIBRARIES libraries...)
 #
 # One static library per folder, named tarvelo_ and the folder. A file includes its own folder and the folders among

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The archive for Linux: one folder with the program and all that is not part of every desktop, wherever it is unpacked.
 
 # A version without its changes and its day is none.

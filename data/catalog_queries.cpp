@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "data/catalog_queries.h"
 
 namespace data {

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "data/selection.h"
 
 #include "data/data_modul.h"

@@ -1,3 +1,4 @@
+-- SPDX-License-Identifier: MIT
 /* Makes the program's login an ordinary user who may read the tables of the catalog and nothing else. To be run as
    SYSDBA in the catalog, once there is another administrator: afterwards no SYSDBA comes over the network any more. */
 

@@ -1,3 +1,4 @@
+-- SPDX-License-Identifier: MIT
 /* Tables of the price catalog. Rows of the catalogs and of the tree have a key; the directories are only unique,
    because those in the field hold NULL in any of their columns. */
 

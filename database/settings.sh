@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # What the program expects of a server. Sourced by the scripts that make one or reach one.
 # shellcheck shell=bash disable=SC2034
 readonly port=3050

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "db/client_library.h"
 
 #include "base/win1251.h"

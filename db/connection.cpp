@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "db/connection.h"
 
 #include "db/parameter_block.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "db/data_set.h"
 
 #include "base/win1251.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "db/database_error.h"
 
 #include <ibase.h>

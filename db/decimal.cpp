@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "db/decimal.h"
 
 namespace db {

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "db/named_parameters.h"
 
 namespace db {

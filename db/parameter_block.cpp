@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "db/parameter_block.h"
 
 #include "db/database_error.h"

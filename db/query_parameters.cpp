@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "db/query_parameters.h"
 
 #include "base/win1251.h"

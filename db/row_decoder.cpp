@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "db/row_decoder.h"
 
 #include "db/connection.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "db/transaction.h"
 
 #include "db/connection.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "export/replacement_file.h"
 
 #include "base/error.h"

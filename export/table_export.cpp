@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "export/table_export.h"
 
 #include "base/file_name.h"

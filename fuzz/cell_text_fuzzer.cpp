@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Texts as they stand in a workbook: well-formed whatever they hold, and a reader gets back what they were.
 
 #include "base/win1251.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The order of any three texts, which must be one, and the search for one in another.
 
 #include "fuzz/fuzzing.h"

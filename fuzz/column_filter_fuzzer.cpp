@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Search words of any text over values of any bytes.
 
 #include "base/win1251.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "fuzz/fuzzing.h"
 
 #include <cstdint>

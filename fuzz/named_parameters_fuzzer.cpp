@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // The names of parameters in a query of any text.
 
 #include "db/query_parameters.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Names that users choose by regions and periods: of files, sheets and documents.
 
 #include "base/error.h"

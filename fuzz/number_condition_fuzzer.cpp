@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Number conditions of any text, and well-formed ones beside plain arithmetic.
 
 #include "base/decimal.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // A column as a server may describe it, and messages of any bytes that should hold its values.
 
 #include "db/connection.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 // Trees of any ids and parents: doubled, missing, in circles.
 
 #include "fuzz/fuzzing.h"

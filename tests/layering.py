@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Holds every #include against the folders that its own folder may know, and those against what is included.
 
 Usage: layering.py SOURCE_DIR LAYERS, where LAYERS has a line for each folder, followed by the folders it may know.

@@ -1,4 +1,5 @@
 #!/usr/bin/python3
+# SPDX-License-Identifier: MIT
 """Prints a workbook as JSON, as a reader of its own sees it."""
 import json
 import sys

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Goes through the steps, each with a line and a screenshot."""
 import signal
 import sys

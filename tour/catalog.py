@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """What the database says: the tables behind the tabs, read by isql-fb from the server that the program uses."""
 import os
 import subprocess

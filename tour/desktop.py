@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The program on its screen: what it shows, read from the accessibility tree, and a user's mouse and keyboard.
 
 Places are looked up in the tree each time; nothing is done through it, so that only what a user can reach counts.

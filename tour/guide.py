@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The pictures of the guide: a shorter way through the program, with a halt at each thing that the guide shows."""
 import subprocess
 

@@ -1,4 +1,5 @@
 #!/usr/bin/python3
+# SPDX-License-Identifier: MIT
 """Holds exported workbooks, as LibreOffice and Gnumeric read them, against the database.
 
 Usage: read_back.py EXPORT_TEST   with the packages libreoffice-calc-nogui and gnumeric

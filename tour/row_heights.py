@@ -1,4 +1,5 @@
 #!/usr/bin/python3
+# SPDX-License-Identifier: MIT
 """Holds the row heights of workbooks against those that LibreOffice finds itself.
 
 Usage: row_heights.py WORKBOOK...   with the package libreoffice-calc-nogui

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """The steps of the tour. Each does what a user does, checks what the program then shows, and says it in a line."""
 from tour import row_heights, workbook
 from tour.catalog import (COEFFICIENTS, CONTENTS, FER2014, FER2017, FER2020, FIRMS, GRID_TABS, LABOUR, MACHINES,

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Steps in the table of the materials: its order, filters, search, menus, sums and columns."""
 import re
 from decimal import Decimal

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Exported workbooks, read by programs that have nothing to do with the exporter."""
 import csv
 import subprocess

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "ui/screen_cursor.h"
 
 #include <QCursor>

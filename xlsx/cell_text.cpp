@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "xlsx/cell_text.h"
 
 #include "base/win1251.h"

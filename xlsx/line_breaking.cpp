@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "xlsx/line_breaking.h"
 
 #include <QTextStream>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "xlsx/sheet_writer.h"
 
 #include "base/decimal.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "xlsx/workbook_parts.h"
 
 #include "base/error.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "xlsx/zip_archive.h"
 
 #include "base/error.h"

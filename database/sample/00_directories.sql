@@ -1,3 +1,4 @@
+-- SPDX-License-Identifier: MIT
 /* Regions, periods and coefficients, and how much of each catalog a region has. What the later scripts need only
    while loading lies in temporary tables whose names begin with W_. Lists of texts are cast to VARCHAR, since a union
    of plain literals would pad them with blanks. */

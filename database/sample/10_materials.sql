@@ -1,3 +1,4 @@
+-- SPDX-License-Identifier: MIT
 /* Materials: twelve books of five product families; each family comes in two grades of climate, four variants and
    eight sizes. The catalog tree and the tables of contents are the same classification without prices. */
 

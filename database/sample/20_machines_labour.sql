@@ -1,3 +1,4 @@
+-- SPDX-License-Identifier: MIT
 /* Machines: sixteen types in four makes and five powers. Labour: three kinds of workers by average grade. */
 
 create global temporary table W_MACHINE (

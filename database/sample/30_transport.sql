@@ -1,3 +1,4 @@
+-- SPDX-License-Identifier: MIT
 /* Transport: six ways of carrying, four classes of cargo, twenty-five distances. One table serves all editions. */
 insert into FER20KATALOGPEREVOZKA_TABLE
 with recursive DISTANCE as (

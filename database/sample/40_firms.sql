@@ -1,3 +1,4 @@
+-- SPDX-License-Identifier: MIT
 /* Three hundred invented firms. No tax office has the code 0000 with which their numbers begin, and no site can
    exist under the top-level domain "example". */
 set term ^ ;

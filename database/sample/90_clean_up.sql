@@ -1,3 +1,4 @@
+-- SPDX-License-Identifier: MIT
 /* Only the catalog's own tables stay. */
 drop procedure W_SPLIT;
 drop table W_EDITION;

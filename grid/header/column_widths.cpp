@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "grid/header/column_widths.h"
 
 #include <algorithm>

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "grid/rows/cell_search.h"
 
 #include "db/data_set.h"

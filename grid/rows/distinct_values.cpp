@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "grid/rows/distinct_values.h"
 
 #include "db/data_set.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "grid/rows/row_filter.h"
 
 #include "db/data_set.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "grid/rows/row_order.h"
 
 #include "db/row_store.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "grid/rows/table_model.h"
 
 #include "db/data_set.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "grid/rows/tree_model.h"
 
 #include "base/win1251.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "grid/rows/tree_structure.h"
 
 #include <algorithm>

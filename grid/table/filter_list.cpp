@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "grid/table/filter_list.h"
 
 #include "grid/table/filter_values.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "grid/table/filter_popup.h"
 
 #include "grid/rows/column.h"

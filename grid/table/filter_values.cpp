@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "grid/table/filter_values.h"
 
 #include "base/decimal.h"

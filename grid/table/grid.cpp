@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "grid/table/grid.h"
 
 #include "grid/table/filter_bar.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "grid/table/table_accessibility.h"
 
 #include "grid/rows/column.h"

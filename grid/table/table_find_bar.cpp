@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "grid/table/table_find_bar.h"
 
 #include "grid/header/fitted_header.h"

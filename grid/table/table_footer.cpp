@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "grid/table/table_footer.h"
 
 #include "db/data_set.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "grid/table/table_header.h"
 
 #include "grid/header/cell_text.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "grid/table/table_view.h"
 
 #include "db/data_set.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "grid/text/cell_value.h"
 
 #include "base/win1251.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "grid/text/collation.h"
 
 #include <algorithm>

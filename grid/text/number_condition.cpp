@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "grid/text/number_condition.h"
 
 #include "base/decimal.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "grid/text/text_matcher.h"
 
 #include "base/decimal.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "grid/tree/tree_find_panel.h"
 
 #include "grid/view/outcome_label.h"

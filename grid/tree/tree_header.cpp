@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "grid/tree/tree_header.h"
 
 #include "grid/rows/column.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "grid/tree/tree_list.h"
 
 #include "db/data_source.h"

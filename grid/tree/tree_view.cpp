@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "grid/tree/tree_view.h"
 
 #include "db/data_set.h"

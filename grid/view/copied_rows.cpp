@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "grid/view/copied_rows.h"
 
 #include "base/decimal.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "grid/view/outcome_label.h"
 
 #include "grid/view/search_texts.h"

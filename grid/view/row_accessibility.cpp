@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "grid/view/row_accessibility.h"
 
 #include "grid/view/row_view.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "db/field.h"
 #include "grid/header/fitted_header.h"
 #include "grid/rows/column.h"

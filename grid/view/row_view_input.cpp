@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "grid/header/cut_text_tip.h"
 #include "grid/header/fitted_header.h"
 #include "grid/view/commands.h"

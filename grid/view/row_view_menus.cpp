@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "grid/header/fitted_header.h"
 #include "grid/rows/column.h"
 #include "grid/view/commands.h"

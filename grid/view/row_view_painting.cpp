@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "grid/header/cell_text.h"
 #include "grid/header/fitted_header.h"
 #include "grid/rows/column.h"

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Puts the libraries that `program` and `plugins` load into lib/, and the licences of these and of `other_files` into
 # licenses/.
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "app/action_manager.h"
 #include "app/error_log.h"
 #include "app/main_form.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "app/action_manager.h"
 #include "app/status_bar.h"
 #include "app/style.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "app/program_icon.h"
 
 #include "support/printing.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "base/decimal.h"
 
 #include <gtest/gtest.h>

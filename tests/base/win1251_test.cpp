@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "base/win1251.h"
 #include "support/printing.h"
 

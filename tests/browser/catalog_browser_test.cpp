@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "app/action_manager.h"
 #include "app/command.h"
 #include "app/error_log.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "app/error_log.h"
 #include "base/program_place.h"
 #include "browser/ter_form.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "app/main_form.h"
 #include "browser/banner.h"
 #include "browser/ter_form.h"

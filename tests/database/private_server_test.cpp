@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "support/firebird_server.h"
 
 #include <QCoreApplication>

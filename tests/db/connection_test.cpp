@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "data/data_modul.h"
 #include "data/selection.h"
 #include "support/catalog.h"

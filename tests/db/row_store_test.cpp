@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "db/row_store.h"
 
 #include <gtest/gtest.h>

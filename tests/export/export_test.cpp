@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "base/file_name.h"
 #include "base/program_place.h"
 #include "base/win1251.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "browser/grid_export.h"
 #include "grid/rows/cell_search.h"
 #include "grid/table/grid_fixture.h"

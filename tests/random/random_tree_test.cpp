@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "data/data_modul.h"
 #include "db/data_source.h"
 #include "grid/tree/tree_header.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "random/reference.h"
 
 #include "base/decimal.h"

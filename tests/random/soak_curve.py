@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 """Draws the table of a soak as curves, one above the other: soak_curve.py TABLE.csv PICTURE.svg"""
 import csv
 import sys

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "random/user.h"
 #include "support/heap.h"
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "support/catalog.h"
 
 #include "data/selection.h"

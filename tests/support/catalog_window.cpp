@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "support/catalog_window.h"
 
 #include "app/action_manager.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "support/faulty_line.h"
 
 #include <arpa/inet.h>

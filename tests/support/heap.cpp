@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "support/heap.h"
 
 #ifdef __SANITIZE_ADDRESS__

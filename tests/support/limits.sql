@@ -1,3 +1,4 @@
+-- SPDX-License-Identifier: MIT
 /* A small catalog of extremes: ends of the number ranges, every byte of the code page, NULL and emptiness in every
    column, names that a file or a spreadsheet would take amiss. The fourth region by name, 'В пределах', holds most. */
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "support/random.h"
 
 #include "base/decimal.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "support/waiting.h"
 
 #include <QApplication>

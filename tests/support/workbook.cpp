@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "support/workbook.h"
 
 #include "db/field.h"

@@ -1,4 +1,5 @@
 #!/usr/bin/python3
+# SPDX-License-Identifier: MIT
 """Holds the parts of a workbook against the format: ECMA-376, transitional, as far as the writer uses it.
 
 Prints what is wrong, one line each.

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "base/decimal.h"
 #include "base/win1251.h"
 #include "xlsx/cell_text.h"

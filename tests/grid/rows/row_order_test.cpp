@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "base/win1251.h"
 #include "db/row_store.h"
 #include "grid/rows/row_order.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "grid/table/grid_fixture.h"
 #include "support/catalog.h"
 

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "base/win1251.h"
 #include "grid/header/cell_text.h"
 #include "grid/table/filter_values.h"

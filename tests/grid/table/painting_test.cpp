@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "app/style.h"
 #include "grid/table/grid_fixture.h"
 #include "grid/table/table_find_bar.h"

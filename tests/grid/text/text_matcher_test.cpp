@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "base/win1251.h"
 #include "grid/text/text_matcher.h"
 #include "support/printing.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "data/data_modul.h"
 #include "db/connection.h"
 #include "db/data_set.h"

@@ -1,3 +1,5 @@
+// SPDX-License-Identifier: MIT
+
 #include "grid/view/row_layout.h"
 
 #include <gtest/gtest.h>

@@ -65,9 +65,9 @@ ClientLibrary::ClientLibrary(QStringList names) : names_(std::move(names)) {}
 
 QStringList ClientLibrary::defaultNames() {
 #ifdef Q_OS_WIN64
-    return {QStringLiteral("gds64.dll")};
+    return {QStringLiteral("gds64.dll"), QStringLiteral("fbclient.dll")};
 #elif defined(Q_OS_WIN)
-    return {QStringLiteral("gds32.dll")};
+    return {QStringLiteral("gds32.dll"), QStringLiteral("fbclient.dll")};
 #else
     return {QStringLiteral("libfbclient.so.2"), QStringLiteral("libfbclient.so")};
 #endif

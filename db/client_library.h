@@ -31,7 +31,8 @@ public:
     /// `names` are tried in turn; defaultNames() are those of the platform.
     explicit ClientLibrary(QStringList names = defaultNames());
 
-    /// "gds32.dll"/"gds64.dll" on Windows, "libfbclient.so.2"/"libfbclient.so" elsewhere.
+    /// On Windows "gds64.dll" ("gds32.dll" for 32 bits), then "fbclient.dll"; elsewhere "libfbclient.so.2",
+    /// then "libfbclient.so".
     [[nodiscard]] static QStringList defaultNames();
 
     /// Loads the library unless it is loaded. Throws DatabaseError when no library of the names is

@@ -4,18 +4,21 @@
 #include "base/program_place.h"
 #include "support/printing.h"
 
+#include <QDir>
+
 #include <gtest/gtest.h>
 
 namespace {
 
 TEST(FileName, AreCutAtTheLastPointOrDelimiter) {
-    EXPECT_EQ(base::withExtension("/opt/v1.2/Респ. Коми202403", ".xlsx"), "/opt/v1.2/Респ.xlsx");
-    EXPECT_EQ(base::withExtension("/opt/v1.2/Москва", ".xlsx"), "/opt/v1.2/Москва.xlsx");
+    const QString folder = QDir::toNativeSeparators("/opt/v1.2/");
+    EXPECT_EQ(base::withExtension(folder + "Респ. Коми202403", ".xlsx"), folder + "Респ.xlsx");
+    EXPECT_EQ(base::withExtension(folder + "Москва", ".xlsx"), folder + "Москва.xlsx");
     EXPECT_EQ(base::withExtension("D:\\a.b:name", ".log"), "D:\\a.b:name.log");
     EXPECT_EQ(base::withExtension("name", ".log"), "name.log");
     EXPECT_EQ(base::withExtension(".", ".log"), ".log");
-    EXPECT_EQ(base::folderOf("/opt/v1.2/name"), "/opt/v1.2/");
-    EXPECT_TRUE(base::programFolder().endsWith('/'));
+    EXPECT_EQ(base::folderOf(folder + "name"), folder);
+    EXPECT_TRUE(base::programFolder().endsWith(QDir::separator()));
 }
 
 } // namespace

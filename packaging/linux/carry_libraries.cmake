@@ -28,5 +28,5 @@ foreach(library IN LISTS libraries)
 endforeach()
 
 execute_process(
-  COMMAND ${CMAKE_CURRENT_LIST_DIR}/collect-licences "${root}/licenses" ${libraries} ${plugins} ${other_files}
+  COMMAND ${CMAKE_CURRENT_LIST_DIR}/../collect-licences "${root}/licenses" ${libraries} ${plugins} ${other_files}
   COMMAND_ERROR_IS_FATAL ANY)

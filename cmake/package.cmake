@@ -22,6 +22,7 @@ install(TARGETS Tarvelo RUNTIME DESTINATION .)
 install(FILES ${packaging}/qt.conf LICENSE THIRD-PARTY.md CHANGELOG.md SECURITY.md DESTINATION .)
 install(FILES docs/guide.md DESTINATION docs)
 install(DIRECTORY docs/pictures DESTINATION docs)
+install(FILES database/schema.sql database/read_only_user.sql DESTINATION database)
 install(PROGRAMS ${packaging}/menu-entry DESTINATION .)
 install(FILES ${packaging}/org.tarvelo.Tarvelo.desktop
   ${CMAKE_CURRENT_BINARY_DIR}/org.tarvelo.Tarvelo.metainfo.xml DESTINATION share)

@@ -14,7 +14,6 @@
 #include "grid/tree/tree_list.h"
 #include "support/catalog_window.h"
 #include "support/firebird_server.h"
-#include "support/heap.h"
 #include "support/printing.h"
 #include "support/waiting.h"
 #include "ui/application.h"
@@ -535,24 +534,6 @@ TEST(Lifecycle, IsGoneAfterAClosingThatFailsHalfWay) {
     window.choose("Action4");
     ASSERT_NE(TERForm, nullptr);
     EXPECT_EQ(rowCounts(window.module()), countedRows("202403", 1, "FER14I2"));
-}
-
-TEST(Lifecycle, HoldsNoMoreMemoryHoweverOftenTheChoiceChanges) {
-    CatalogWindow window(test::limitsServer);
-    const auto round = [&](int number) {
-        window.choose(number % 2 == 0 ? "Action1" : "Action4");
-        TERForm->cxComboBox1->setCurrentIndex(4 + number % 4);
-        TERForm->cxComboBox2->setCurrentIndex(number % 3);
-        QCoreApplication::processEvents();
-    };
-    for (int number = 0; number < 20; ++number) {
-        round(number);
-    }
-    const std::size_t before = test::allocatedBytes();
-    for (int number = 0; number < 60; ++number) {
-        round(number);
-    }
-    EXPECT_LT(test::allocatedBytes(), before + 100'000);
 }
 
 } // namespace

@@ -329,32 +329,6 @@ TEST(DataSets, ReadNarrowerColumnsAndNameThoseThatDoNotFit) {
     EXPECT_TRUE(module.pFIBDatabase1.isConnected());
 }
 
-TEST(DataSets, LeaveNothingOnTheServerHoweverOftenTheyAreRead) {
-    TDM module;
-    module.connectTo(test::limitsServer);
-    const auto statements = [] {
-        return sqlValue(
-            test::limitsServer,
-            QStringLiteral("select count(*) from MON$STATEMENTS s join MON$ATTACHMENTS a on "
-                           "a.MON$ATTACHMENT_ID = s.MON$ATTACHMENT_ID where a.MON$REMOTE_PID = %1")
-                .arg(QCoreApplication::applicationPid()));
-    };
-    const auto round = [&](int number) {
-        module.chooseEdition(data::editions[static_cast<std::size_t>(number) % 2]);
-        for (db::DataSet* dataSet : module.selectionDataSets()) {
-            dataSet->close();
-            data::bindSelection(*dataSet, "202403", number);
-            dataSet->open();
-        }
-    };
-    round(0);
-    const QString before = statements();
-    for (int number = 1; number <= 500; ++number) {
-        round(number);
-    }
-    EXPECT_EQ(statements(), before);
-}
-
 TEST(DataSets, TellWhichRowIsCurrent) {
     TDM module;
     module.connectTo(test::limitsServer);

@@ -50,22 +50,6 @@ TEST(TreeStructure, LosesNoRow) {
     }
 }
 
-TEST(TreeStructure, SortsAndNarrows) {
-    const std::vector<TreeKey> keys = {{1, null}, {2, 1}, {3, 1}, {4, 3}, {5, null}};
-    TreeStructure tree(keys);
-    tree.sort({4, 3, 2, 1, 0});
-    EXPECT_EQ(print(tree), "4 0(2(3) 1)");
-    tree.showOnly([](int node) { return node == 3; });
-    EXPECT_EQ(print(tree), "0(2(3))");
-    EXPECT_FALSE(tree.isShown(4));
-    tree.showOnly([](int) { return false; });
-    EXPECT_EQ(print(tree), "");
-    EXPECT_EQ(tree.next(TreeStructure::root), TreeStructure::root);
-    tree.showAll();
-    tree.sort({});
-    EXPECT_EQ(print(tree), "0(1 2(3)) 4");
-}
-
 TEST(TreeStructure, TakesDeepChainsAndLongCircles) {
     constexpr int count = 100'000;
     std::vector<TreeKey> keys;

@@ -8,8 +8,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -83,30 +81,6 @@ TEST(Collation, OnlyTheCasesOfALetterShareAPlaceAndThoseOfYe) {
             EXPECT_EQ(orderBytes(static_cast<char>(left)) == orderBytes(static_cast<char>(right)), same)
                 << left << ' ' << right;
         }
-    }
-}
-
-TEST(Needle, FindsWhatAComparisonAtEveryPlaceFinds) {
-    std::mt19937 random(7);
-    const std::string letters = bytes(QStringLiteral("абвгдеАБВГДЕ-ґҐ"));
-    const auto text = [&](std::size_t length) {
-        std::string result(length, '\0');
-        std::ranges::generate(result, [&] { return letters[random() % letters.size()]; });
-        return result;
-    };
-    for (int round = 0; round < 20000; ++round) {
-        const std::string searched = text(random() % 100);
-        const std::string sought = text(1 + random() % 5);
-        std::size_t expected = 0;
-        while (expected + sought.size() <= searched.size() &&
-               compare(searched.substr(expected, sought.size()), sought) != 0) {
-            ++expected;
-        }
-        if (expected + sought.size() > searched.size()) {
-            expected = std::string::npos;
-        }
-        ASSERT_EQ(Needle(sought).findIn(searched), expected);
-        ASSERT_EQ(Needle(sought).isStartOf(searched), expected == 0);
     }
 }
 

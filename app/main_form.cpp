@@ -264,9 +264,14 @@ void TMainForm::createBrowser(const data::Edition& edition) {
         DM->chooseEdition(edition);
         TTERForm::create(*this);
     } catch (...) {
-        // No browser is there to do it when it closes.
-        DM->releaseQueries();
-        throw;
+        const std::exception_ptr reason = std::current_exception();
+        try {
+            // No browser is there to do it when it closes.
+            DM->releaseQueries();
+        } catch (const db::DatabaseError&) {
+            // The first error is the one to tell.
+        }
+        std::rethrow_exception(reason);
     }
 }
 

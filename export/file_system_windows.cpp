@@ -24,9 +24,6 @@ constexpr unsigned long replacingPause = 100; // milliseconds
 std::wstring longForm(const QString& path) {
     const QString native = QDir::toNativeSeparators(QDir::cleanPath(QFileInfo(path).absoluteFilePath()));
     const QString prefix = QStringLiteral("\\\\?\\");
-    if (native.startsWith(prefix)) {
-        return native.toStdWString();
-    }
     return (native.startsWith(QStringLiteral("\\\\")) ? prefix + QStringLiteral("UNC") + native.sliced(1)
                                                       : prefix + native)
         .toStdWString();
@@ -62,10 +59,11 @@ QFileInfo behindLinks(const QString& target) {
         throw base::Error(QStringLiteral("это имя занято папкой"));
     }
     for (int links = 0; file.isSymbolicLink(); ++links) {
-        if (links == longestChain) {
+        const QString next = file.symLinkTarget();
+        if (links == longestChain || next.isEmpty()) {
             throw base::Error(qt_error_string(ERROR_CANT_RESOLVE_FILENAME));
         }
-        file = QFileInfo(file.symLinkTarget());
+        file = QFileInfo(next);
     }
     return file;
 }

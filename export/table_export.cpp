@@ -9,6 +9,8 @@
 #include "grid/rows/table_model.h"
 #include "xlsx/sheet_writer.h"
 
+#include <QDir>
+
 #include <algorithm>
 
 namespace exporter {
@@ -75,8 +77,10 @@ void exportTable(const TableExtract& extract, const QString& folder, const QStri
             const auto reason = QStringLiteral("строк %1, а на листе с шапкой и итогом помещается только %2");
             throw base::Error(reason.arg(extract.model.rowCount()).arg(mostRows));
         }
-        if (fileName.sliced(folder.size()).contains(u'/')) {
-            throw base::Error(QStringLiteral("в имени файла не может быть знака «/»"));
+        for (const QChar delimiter : {QChar(u'/'), QDir::separator()}) {
+            if (fileName.sliced(folder.size()).contains(delimiter)) {
+                throw base::Error(QStringLiteral("в имени файла не может быть знака «%1»").arg(delimiter));
+            }
         }
         ReplacementFile file(fileName);
         const xlsx::Page page{stem, stem.trimmed(), extract.pageHeader, extract.model.decimalPoint()};

@@ -71,6 +71,10 @@ TEST(ExportButtons, SuspendTheirGridUnderAnHourglass) {
     CatalogWindow window(test::limitsServer);
     window.choose("Action8");
     grid::Grid& control = *TERForm->cxGrid4;
+    const QDir folder(base::programFolder());
+    for (const QString& earlier : folder.entryList({"*.xlsx"})) {
+        QFile::remove(folder.filePath(earlier));
+    }
     const SuspensionWatch watch(control);
     exportBy("Button3");
     EXPECT_EQ(watch.seen, "disabled hourglass frozen exporting|enabled hourglass frozen exporting written|");

@@ -316,6 +316,7 @@ void User::makeTrouble() {
     }
     recover();
     isReliable_ = wasReliable_ = false;
+    bereaved_ = TERForm;
     trouble_ = 1 + random_.below(8);
     if (random_.oneIn(4)) {
         server_.kill();
@@ -352,7 +353,7 @@ void User::expectOrder() {
               TERForm->findChild<QLabel*>("cxLabel1")->text());
     EXPECT_EQ(ui::screenCursor(), ui::ScreenCursor::Default);
     expectShownIsCurrent();
-    if (taken_ % 40 == 0 && isReliable_) {
+    if (taken_ % 10 == 0 && isReliable_) {
         expectServerAgrees();
     }
 }
@@ -374,8 +375,10 @@ void User::expectShownIsCurrent() {
     static const QRegularExpression shownCount("^(?:выделено \\d+ из )?(\\d+)");
     for (const grid::Grid* const each : TERForm->findChildren<grid::Grid*>()) {
         const grid::TableModel& model = each->view().tableModel();
-        const QString footer = each->findChild<grid::TableFooter*>()->text();
-        EXPECT_TRUE(footer.isEmpty() || shownCount.match(footer).captured(1).toInt() == model.rowCount())
+        // What was announced, as the text itself is made at the moment it is asked for.
+        const QString footer = each->findChild<grid::TableFooter*>()->accessibleName();
+        EXPECT_EQ(shownCount.match(footer).captured(1),
+                  each == TERForm->cxGrid2 ? QString() : QString::number(model.rowCount()))
             << footer.toStdString();
         EXPECT_EQ(each->view().currentRow(), model.rowOfDataSetRow(model.dataSet().currentRow()))
             << each->objectName().toStdString();
@@ -385,29 +388,32 @@ void User::expectShownIsCurrent() {
 }
 
 void User::expectServerAgrees() {
-    const auto count = [&](const char* table) {
-        return sqlValue(
-                   server_.address(),
-                   QStringLiteral("select count(*) from %1 T join MON$ATTACHMENTS A on A.MON$ATTACHMENT_ID = "
-                                  "T.MON$ATTACHMENT_ID where A.MON$SYSTEM_FLAG = 0 and A.MON$ATTACHMENT_ID "
-                                  "<> current_connection")
-                       .arg(table))
-            .toInt();
-    };
-    EXPECT_LE(count("MON$STATEMENTS"), 10);
-    EXPECT_LE(count("MON$TRANSACTIONS"), 1);
     const data::Edition::Tables& tables = data::editionOf(window_.form().Tag).tables;
     QStringList counts, expected;
-    for (const QStringView table : {tables.materials, tables.contents, tables.machines, tables.labour,
-                                    QStringView(u"FER20KATALOGPEREVOZKA_TABLE")}) {
-        counts += QStringLiteral("(select count(*) from %1 where PER='%2' and REGIONID=%3)")
-                      .arg(table, CurPeriod.left(6))
-                      .arg(CurRegionId);
-    }
-    for (const db::DataSet* dataSet : window_.module().selectionDataSets()) {
-        expected += QString::number(dataSet->rowCount());
+    // Over a new connection a browser prepares its queries only when it reads again.
+    if (bereaved_ != TERForm) {
+        for (const char* table : {"MON$STATEMENTS", "MON$TRANSACTIONS"}) {
+            counts +=
+                QStringLiteral("(select count(*) from %1 T join MON$ATTACHMENTS A on A.MON$ATTACHMENT_ID "
+                               "= T.MON$ATTACHMENT_ID where A.MON$SYSTEM_FLAG = 0 and "
+                               "A.MON$ATTACHMENT_ID <> current_connection)")
+                    .arg(table);
+        }
+        expected << "10"
+                 << "1";
     }
     if (CurPeriod.size() <= 6 && data::isSelectionRead(window_.module())) {
+        for (const QStringView table : {tables.materials, tables.contents, tables.machines, tables.labour,
+                                        QStringView(u"FER20KATALOGPEREVOZKA_TABLE")}) {
+            counts += QStringLiteral("(select count(*) from %1 where PER='%2' and REGIONID=%3)")
+                          .arg(table, CurPeriod.left(6))
+                          .arg(CurRegionId);
+        }
+        for (const db::DataSet* dataSet : window_.module().selectionDataSets()) {
+            expected += QString::number(dataSet->rowCount());
+        }
+    }
+    if (!counts.isEmpty()) {
         EXPECT_EQ(sqlValue(server_.address(), "select " + counts.join("||' '||") + " from RDB$DATABASE"),
                   expected.join(' '));
     }

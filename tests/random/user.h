@@ -6,6 +6,7 @@
 #include "support/firebird_server.h"
 #include "support/random.h"
 
+#include <QPointer>
 #include <QStringList>
 #include <QTimer>
 
@@ -13,6 +14,7 @@
 #include <span>
 
 class QWidget;
+class TTERForm;
 
 namespace grid {
 class RowView;
@@ -102,7 +104,8 @@ private:
     bool isReliable_ = true;  // the connection is not lost
     bool wasReliable_ = true; // nor has it been since the last look
     bool isDead_ = false;
-    int trouble_ = 0; // actions until the server is back
+    QPointer<TTERForm> bereaved_; // the browser whose connection was lost
+    int trouble_ = 0;             // actions until the server is back
 };
 
 } // namespace test

@@ -3,6 +3,7 @@
 import os
 import shutil
 import signal
+import struct
 import subprocess
 from pathlib import Path
 
@@ -22,8 +23,11 @@ BUTTON = Area(10, 156, 112, 20)
 FOOTER = Area(8, 719, 66, 20)  # the count under the first column, within its frame
 STATUS = Area(0, 746, 400, 22)
 
-GREEN, RED = (0, 128, 0), (255, 0, 0)
+RIGHT_EDGE = Text("the right edge of the window", (1300, 300, 60, 100))
+
+GREEN, RED, BLACK = (0, 128, 0), (255, 0, 0), (0, 0, 0)
 PATIENCE = 60  # seconds for what takes Wine its time
+FIXED_FILE_INFO = b"\xbd\x04\xef\xfe"  # VS_FIXEDFILEINFO.dwSignature, winver.h
 LONGEST_PATH = 259  # characters that Windows allows a program that asks for no more
 LONGEST_NAME = 100  # of a folder; twice as many bytes here
 
@@ -45,9 +49,14 @@ class Check:
         self.place = folder / "Сметы и цены v1.0"
         self.server = folder / "server"
         self.process = None
+        self.boxes = 0
         self.output = open(folder / "program-output.txt", "a", encoding="utf-8")
         self.selection = Selection(TER, FIRST_REGION, NEWEST_PERIOD)
         catalog.DATABASE = catalog.DATABASE.replace(catalog.SERVER, ADDRESS, 1)
+
+    @property
+    def version(self):
+        return self.archive.name.split("-")[1]
 
     @property
     def workbook(self):
@@ -103,7 +112,8 @@ def expect_dialog(check, words, language="rus"):
         if place.height > WHOLE.height / 2 or not shows(words, place, language):
             raise NotShown(f"no box '{words}' on the screen; the window '{title}' says: {read(place, BLOCK)}")
     wait_for(look, PATIENCE)
-    screenshot(check.folder / f"box-{words}.png")
+    check.boxes += 1
+    screenshot(check.folder / f"box-{check.boxes:02}.png")
     press("Return")
     expect_main_window()
 
@@ -129,12 +139,30 @@ def expect_count(check):
 
 # Starting and connecting
 
+def tell_version(check):
+    """Without a display, as a script asks; the system shows the same of the file."""
+    environment = {name: value for name, value in os.environ.items() if name != "DISPLAY"}
+    program = check.archive / "Tarvelo.exe"
+    for option, words in (("--version", "Tarvelo " + check.version), ("--help", "--version")):
+        answer = subprocess.run(["wine", program, option], env=environment, stdout=subprocess.PIPE,
+                                stderr=check.output, check=False)
+        if answer.returncode != 0 or words not in answer.stdout.decode():
+            raise TourError(f"{option} ends with {answer.returncode} and says {answer.stdout}")
+    numbers = [int(part) for part in check.version.split(".")] + [0]
+    place = program.read_bytes().index(FIXED_FILE_INFO) + len(FIXED_FILE_INFO) + 4
+    high, low = struct.unpack("<II", program.read_bytes()[place:place + 8])
+    if [high >> 16, high & 0xFFFF, low >> 16, low & 0xFFFF] != numbers:
+        raise TourError(f"the file's properties show the version {high >> 16}.{high & 0xFFFF}.{low >> 16}")
+    return f"--version, the file's properties and the archive's name say {check.version}"
+
+
 def unpack(check):
     for earlier in check.place.glob("*"):
         raise TourError(f"{earlier} is there already")
     shutil.copytree(check.archive, check.place)
     check.launch()
     title, place = active_window()
+    expect("the window fills the screen", lambda: BLACK in colours(RIGHT_EDGE), False, PATIENCE)
     return f"in a folder with blanks, points and Cyrillic letters '{title}' starts, {place.width}x{place.height}"
 
 
@@ -205,6 +233,12 @@ def export(check):
     return f"'{check.workbook.name}' has {found} rows, all as in the database"
 
 
+def only_line(lines):
+    if len(lines) != 1:
+        raise TourError(f"the log has got {len(lines)} lines instead of one: {lines}")
+    return lines[0]
+
+
 def replace_held(check):
     """Another process has the workbook open as spreadsheets do."""
     before, lines = check.workbook.read_bytes(), len(check.log)
@@ -217,7 +251,7 @@ def replace_held(check):
         holder.stdin.close()
     if check.workbook.read_bytes() != before:
         raise TourError("a workbook that is held open has been written")
-    line, = check.log[lines:]
+    line = only_line(check.log[lines:])
     if not (":ExportError:" in line and HELD_OPEN in line and check.workbook.name in line
             and line.endswith(" Компонент Button1")):
         raise TourError(f"the log says '{line}'")
@@ -235,7 +269,7 @@ def kill_server(check):
     click(see(THIRD_REGION))
     message = "Error reading data from the connection."  # the client's own words
     expect_dialog(check, message, "eng")
-    line, = check.log[lines:]
+    line = only_line(check.log[lines:])
     if f":DatabaseError:{message}" not in line:
         raise TourError(f"the log says '{line}'")
     return f"the server is killed and the program lives on; the log: '{line}'"
@@ -291,11 +325,11 @@ def use_long_path(check):
     length = len(windows_path(check.workbook))
     if length <= LONGEST_PATH:
         raise TourError(f"the path has {length} characters only")
-    close_window(check)
     return f"a workbook is written to a path of {length} characters"
 
 
 STEPS = (
+    ("version", tell_version),
     ("start", unpack),
     ("no-client", miss_client),
     ("connect", connect),
@@ -314,4 +348,5 @@ STEPS = (
     ("export-again", export),
     ("close", close),
     ("long-path", use_long_path),
+    ("close-again", close),
 )

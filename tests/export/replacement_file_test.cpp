@@ -19,7 +19,7 @@ using exporter::ReplacementFile;
 class ReplacementFileTest : public testing::Test {
 protected:
     [[nodiscard]] QString path(const QString& name = "Сметы 2024.xlsx") const {
-        return folder_.filePath(name);
+        return folder_.path() + '/' + name;
     }
 
     [[nodiscard]] QByteArray contents() const {

@@ -43,6 +43,9 @@ class Tour:
     def end(self):
         self.program.end()
 
+    def obituary(self):
+        return self.program.obituary()
+
     def find(self, role, name=None, description=None):
         return self.program.find(role, name, description)
 

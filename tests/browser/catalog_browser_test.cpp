@@ -285,6 +285,7 @@ TEST(Selection, LeavesWhatWasReadWhenADataSetFails) {
     CatalogWindow window(test::limitsServer);
     window.choose("Action1");
     db::DataSet& machines = window.module().pFIBDataSet5;
+    const QStringList sql = machines.sql();
     machines.close();
     machines.setSql({"select ID from NO_SUCH_TABLE where per=:p1 and REGIONID=:p2"});
     const test::NextMessage shown;
@@ -311,6 +312,11 @@ TEST(Selection, LeavesWhatWasReadWhenADataSetFails) {
     EXPECT_TRUE(TERForm->cxComboBox1->accessibleDescription().contains("не все таблицы"));
     EXPECT_EQ(ui::screenCursor(), ui::ScreenCursor::Default);
     EXPECT_TRUE(hasLogged(" Компонент cxComboBox2\r\n"));
+
+    machines.setSql(sql);
+    QApplication::setActiveWindow(&window.form()); // an inactive window takes no shortcut
+    QTest::keyClick(TERForm->cxComboBox1->lineEdit(), Qt::Key_F5);
+    EXPECT_EQ(rowCounts(window.module()), countedRows("1", 5)) << "read again is what the selectors say";
 }
 
 TEST(Selection, IsReadAgainByF5AndStaysWhereItIs) {

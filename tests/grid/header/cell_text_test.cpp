@@ -34,6 +34,7 @@ TEST(CellText, BreaksWordsAndCodesButNeverANumber) {
     };
     EXPECT_EQ(linesOf("01.1.01.01-0001", widthOf("01.1.01.01-")), 2) << "after the hyphen";
     EXPECT_EQ(linesOf("01.1.01.01.1.01", widthOf("01.1.01.")), 2) << "after a point";
+    EXPECT_EQ(linesOf("000-0000-00", widthOf("000-00")), 3) << "nowhere else";
     EXPECT_EQ(linesOf("01.1.01.01-0001", 500), 1);
     EXPECT_EQ(linesOf("fifififififi", widthOf("fififi")), 2) << "letters that the font joins";
     EXPECT_FALSE(isCellTextCut("01.1.01.01-0001", 40, font));

@@ -75,8 +75,10 @@ TEST_F(GridArrivalTest, PaintsTheFirstRowsAndCountsTheOthersAsTheyCome) {
     QImage lastFooter;
     const auto& footerRow = child<TableFooter>("ViewFooter");
     const Paintings rowPaintings(*view().viewport());
+    const QSignalSpy insertions(&model(), &QAbstractItemModel::rowsInserted);
     QObject::connect(&dataSet, &db::DataSet::rowsArrived, &view(), [&](int count) {
         EXPECT_FALSE(dataSet.isOpen());
+        EXPECT_EQ(insertions.size(), std::ssize(counts));
         EXPECT_EQ(dataSet.rowCount(), 0);
         EXPECT_EQ(model().rowCount(), count);
         EXPECT_EQ(footer(), QString::number(count));

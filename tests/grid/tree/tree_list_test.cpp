@@ -441,6 +441,11 @@ TEST_F(TreeListTest, ShowsItsCurrentNodeAfterBeingHidden) {
     list_.show();
     EXPECT_GT(view().verticalScrollBar()->maximum(), 0);
     EXPECT_FALSE(view().rowRect(7).isEmpty());
+
+    view().setSearch("1");
+    view().verticalScrollBar()->setValue(0);
+    view().setSearch({});
+    EXPECT_FALSE(view().rowRect(7).isEmpty()) << "nor does the end of a search lose it";
 }
 
 TEST_F(TreeListTest, OffersWhatCanBeDoneWithANode) {

@@ -399,8 +399,7 @@ void User::expectServerAgrees() {
                                "A.MON$ATTACHMENT_ID <> current_connection)")
                     .arg(table);
         }
-        expected << "10"
-                 << "1";
+        expected << QString::number(window_.module().dataSets().size()) << "1";
     }
     if (CurPeriod.size() <= 6 && data::isSelectionRead(window_.module())) {
         for (const QStringView table : {tables.materials, tables.contents, tables.machines, tables.labour,

@@ -137,10 +137,10 @@ private:
 
 /// A work of the user's during which the line fails.
 struct Phase {
-    const char* name;
-    void (Session::*prepare)();
-    void (Session::*work)();
-    qsizetype errors;          ///< that are shown; a failure to connect is told by the status bar instead
+    const char* name = nullptr;
+    void (Session::*prepare)() = nullptr;
+    void (Session::*work)() = nullptr;
+    qsizetype errors = 0;      ///< that are shown; a failure to connect is told by the status bar instead
     std::size_t firstByte = 0; ///< of the part of the answer in which it fails
     std::size_t bytes = std::string::npos;
 };

@@ -20,8 +20,11 @@ target_link_options(Tarvelo PRIVATE -Wl,--disable-new-dtags)
 set_target_properties(Tarvelo PROPERTIES INSTALL_RPATH "$ORIGIN/lib")
 install(TARGETS Tarvelo RUNTIME DESTINATION .)
 install(FILES ${packaging}/qt.conf LICENSE THIRD-PARTY.md CHANGELOG.md SECURITY.md DESTINATION .)
-install(FILES docs/guide.md DESTINATION docs)
 install(DIRECTORY docs/pictures DESTINATION docs)
+install(CODE "execute_process(
+  COMMAND ${PROJECT_SOURCE_DIR}/packaging/guide-page ${PROJECT_SOURCE_DIR}/docs/guide.md
+    \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/docs/guide.html\"
+  COMMAND_ERROR_IS_FATAL ANY)")
 install(FILES database/schema.sql database/read_only_user.sql DESTINATION database)
 install(PROGRAMS ${packaging}/menu-entry DESTINATION .)
 install(FILES ${packaging}/org.tarvelo.Tarvelo.desktop

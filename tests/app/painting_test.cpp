@@ -1,46 +1,26 @@
 // SPDX-License-Identifier: MIT
 
 #include "app/action_manager.h"
-#include "app/status_bar.h"
-#include "app/style.h"
-#include "browser/ter_form.h"
+#include "app/window_fixture.h"
 #include "grid/header/fitted_header.h"
 #include "grid/table/grid.h"
 #include "grid/table/table_view.h"
 #include "grid/tree/tree_list.h"
 #include "grid/tree/tree_view.h"
-#include "support/catalog_window.h"
-#include "support/firebird_server.h"
-#include "support/picture.h"
-#include "support/printing.h"
 
 #include <QAction>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QTabWidget>
-#include <QTest>
 #include <QToolButton>
-#include <QWindow>
-
-#include <gtest/gtest.h>
 
 namespace {
 
 using test::Picture;
 
-/// The main window with a browser, in the program's own colours.
-class WindowPaintingTest : public testing::Test {
+class WindowPaintingTest : public WindowTest {
 protected:
-    static void SetUpTestSuite() { ASSERT_TRUE(app::trySetStyle("SLATECLASSICO")); }
-
-    WindowPaintingTest() {
-        window_.form().showNormal();
-        window_.form().resize(1200, 800);
-        window_.choose("Action1");
-        QApplication::processEvents();
-    }
-
     /// Whether a part of the main window shows its text in that font and those colours; strokes that are
     /// thinner than a pixel come near theirs.
     void expectLooks(QWidget& part, const QString& font, const QColor& text, const QColor& background) {
@@ -48,8 +28,8 @@ protected:
         EXPECT_EQ(
             QStringLiteral("%1 %2%3").arg(own.family()).arg(own.pixelSize()).arg(own.bold() ? " bold" : ""),
             font);
-        const Picture picture(window_.form());
-        const QRect area(part.mapTo(&window_.form(), QPoint(2, 2)), part.size() - QSize(4, 4));
+        const Picture picture(form_);
+        const QRect area(part.mapTo(&form_, QPoint(2, 2)), part.size() - QSize(4, 4));
         EXPECT_EQ(picture.background(area), background.name()) << part.objectName().toStdString();
         const QColor shown(picture.foreground(area));
         for (const auto channel : {&QColor::red, &QColor::green, &QColor::blue}) {
@@ -84,34 +64,26 @@ protected:
         }
         EXPECT_EQ(standing, count) << name.toStdString();
     }
-
-    test::CatalogWindow window_{test::sampleServer};
 };
 
 TEST_F(WindowPaintingTest, HasTheColoursAndFontsOfItsBars) {
-    TMainForm& form = window_.form();
-    const auto panel = [&](const char* name) -> QWidget& {
-        return *form.dxStatusBar1->findChild<QWidget*>(name);
-    };
-    form.dxStatusBar1->setText(0, "База FB");
-    form.dxStatusBar1->setText(1, "Подсказка");
     const QString statusFont = "Tahoma 13 bold";
     const QColor pale("#ffffe1");
     expectLooks(panel("ConnectionPanel"), statusFont, "#008000", pale);
-    form.dxStatusBar1->setFontColor(0, Qt::red);
+    form_.dxStatusBar1->setFontColor(0, Qt::red);
     expectLooks(panel("ConnectionPanel"), statusFont, "#ff0000", pale);
     expectLooks(panel("HintPanel"), statusFont, "#800000", pale);
     expectLooks(panel("dxStatusBar1Insert"), statusFont, "#707070", pale);
-    QTest::keyClick(form.windowHandle(), Qt::Key_Insert);
+    pressInsert();
     expectLooks(panel("dxStatusBar1Insert"), statusFont, "#800080", pale);
     EXPECT_EQ(panel("ConnectionPanel").width(), 200);
-    const Picture bar(*form.dxStatusBar1);
+    const Picture bar(*form_.dxStatusBar1);
     const QColor separator("#b4b08c");
     EXPECT_GT(bar.amount({0, 0, 200, 2}, separator), 90);
     EXPECT_GT(bar.amount({198, 2, 3, 18}, separator), 5) << "between the panels";
     EXPECT_EQ(bar.amount({202, 2, 100, 18}, separator), 0);
 
-    for (QToolButton* const button : form.ActionToolBar1->findChildren<QToolButton*>()) {
+    for (QToolButton* const button : form_.ActionToolBar1->findChildren<QToolButton*>()) {
         if (button->accessibleName() == "ТЕР") {
             const QColor marked(Picture(*button).background(button->rect()));
             EXPECT_TRUE(marked.saturation() == 0 && marked.lightness() > 220) << marked.name().toStdString();
@@ -119,8 +91,8 @@ TEST_F(WindowPaintingTest, HasTheColoursAndFontsOfItsBars) {
             expectLooks(*button, "Tahoma 11", Qt::black, "#e6e9ed");
         }
     }
-    const Picture toolBar(*form.ActionToolBar1);
-    const int used = form.ActionToolBar1->sizeHint().width();
+    const Picture toolBar(*form_.ActionToolBar1);
+    const int used = form_.ActionToolBar1->sizeHint().width();
     EXPECT_EQ(toolBar.background({used + 2, 0, 200, 23}), "#ffffff");
     EXPECT_TRUE(toolBar.ink({used + 2, 0, 200, 23}).isEmpty());
 
@@ -134,8 +106,8 @@ TEST_F(WindowPaintingTest, HasTheColoursAndFontsOfItsBars) {
 TEST_F(WindowPaintingTest, ShowsOneOfTwoGridsThatLieUponEachOther) {
     TERForm->cxPageControl1->setCurrentWidget(TERForm->cxTabSheet2);
     QApplication::processEvents();
-    const QPoint center = TERForm->cxGrid3->mapTo(&window_.form(), TERForm->cxGrid3->rect().center());
-    EXPECT_TRUE(TERForm->cxGrid3->isAncestorOf(window_.form().childAt(center)));
+    const QPoint center = TERForm->cxGrid3->mapTo(&form_, TERForm->cxGrid3->rect().center());
+    EXPECT_TRUE(TERForm->cxGrid3->isAncestorOf(form_.childAt(center)));
     const QRect place(TERForm->cxGrid3->mapTo(TERForm->cxTabSheet2, QPoint()), TERForm->cxGrid3->size());
     EXPECT_EQ(Picture(TERForm->cxTabSheet2->grab(place)).image(), Picture(*TERForm->cxGrid3).image());
 }

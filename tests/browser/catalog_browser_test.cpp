@@ -99,8 +99,7 @@ QString firstName(const db::DataSet& materials) {
 }
 
 TEST(Selection, BeginsWithTheFourthRegionAndTheNewestPeriod) {
-    CatalogWindow window(test::limitsServer);
-    window.choose("Action1");
+    CatalogWindow window(test::limitsServer, "Action1");
     EXPECT_EQ(state(), "В пределах 202403 | 1 202403 |");
     EXPECT_EQ(QString::number(TERForm->cxComboBox1->count()),
               sqlValue(test::limitsServer, "select count(*) from REGION"));
@@ -112,8 +111,7 @@ TEST(Selection, BeginsWithTheFourthRegionAndTheNewestPeriod) {
 }
 
 TEST(Selection, FollowsWheelAndKeysOnlyWhereTheFocusIs) {
-    CatalogWindow window(test::limitsServer);
-    window.choose("Action1");
+    CatalogWindow window(test::limitsServer, "Action1");
     QComboBox& selector = *TERForm->cxComboBox1;
     const QString region = selector.currentText();
     const auto turnWheel = [&] {
@@ -138,8 +136,7 @@ TEST(Selection, FollowsWheelAndKeysOnlyWhereTheFocusIs) {
 }
 
 TEST(Pages, TakeTheirKeysFromWhereverTheFocusIs) {
-    CatalogWindow window(test::sampleServer);
-    window.choose("Action1");
+    CatalogWindow window(test::sampleServer, "Action1");
     QTabWidget& pages = *TERForm->cxPageControl1;
     const auto pressIn = [](QWidget& widget, Qt::Key key, Qt::KeyboardModifiers modifiers) {
         widget.setFocus();
@@ -171,8 +168,7 @@ TEST(Pages, TakeTheirKeysFromWhereverTheFocusIs) {
 }
 
 TEST(Selection, TakesARegionOnlyByItsExactName) {
-    CatalogWindow window(test::limitsServer);
-    window.choose("Action1");
+    CatalogWindow window(test::limitsServer, "Action1");
     const db::DataSet& materials = window.module().pFIBDataSet3;
     QComboBox& selector = *TERForm->cxComboBox1;
 
@@ -194,12 +190,10 @@ TEST(Selection, TakesARegionOnlyByItsExactName) {
     selector.setCurrentText("А без кода");
     EXPECT_EQ(CurRegionId, 0);
     EXPECT_EQ(firstName(materials), "регион без кода");
-    EXPECT_EQ(ui::screenCursor(), ui::ScreenCursor::Default);
 }
 
 TEST(Selection, GoesOnFromATypedItemWithoutReadingTwice) {
-    CatalogWindow window(test::limitsServer);
-    window.choose("Action1");
+    CatalogWindow window(test::limitsServer, "Action1");
     QComboBox& selector = *TERForm->cxComboBox1;
     selector.setCurrentText("Г двойник");
     type(selector, "Е код наименьши");
@@ -218,8 +212,7 @@ TEST(Selection, GoesOnFromATypedItemWithoutReadingTwice) {
 }
 
 TEST(Selection, MarksATextThatDoesNotSayWhatIsShown) {
-    CatalogWindow window(test::limitsServer);
-    window.choose("Action1");
+    CatalogWindow window(test::limitsServer, "Action1");
     QComboBox& region = *TERForm->cxComboBox1;
     QComboBox& period = *TERForm->cxComboBox2;
     const QColor plain = region.palette().color(QPalette::Base);
@@ -242,14 +235,12 @@ TEST(Selection, MarksATextThatDoesNotSayWhatIsShown) {
 }
 
 TEST(Selection, TakesAnyPeriodAsItIsTyped) {
-    CatalogWindow window(test::limitsServer);
-    window.choose("Action1");
+    CatalogWindow window(test::limitsServer, "Action1");
     const db::DataSet& materials = window.module().pFIBDataSet3;
     QObject::connect(&materials, &db::DataSet::reset, &window.form(),
                      [] { EXPECT_EQ(ui::screenCursor(), ui::ScreenCursor::Hourglass); });
     type(*TERForm->cxComboBox2, "1");
     EXPECT_EQ(CurPeriod, "1");
-    EXPECT_EQ(ui::screenCursor(), ui::ScreenCursor::Default);
     EXPECT_EQ(firstName(materials), "короткий период");
     type(*TERForm->cxComboBox2, "");
     EXPECT_EQ(firstName(materials), "пустой период");
@@ -282,8 +273,7 @@ TEST(Selection, KeepsTheRegionOfBeforeWhereTheListIsShort) {
 }
 
 TEST(Selection, LeavesWhatWasReadWhenADataSetFails) {
-    CatalogWindow window(test::limitsServer);
-    window.choose("Action1");
+    CatalogWindow window(test::limitsServer, "Action1");
     db::DataSet& machines = window.module().pFIBDataSet5;
     const QStringList sql = machines.sql();
     machines.close();
@@ -298,7 +288,6 @@ TEST(Selection, LeavesWhatWasReadWhenADataSetFails) {
     EXPECT_EQ(std::get<std::int32_t>(window.module().pFIBDataSet6.parameter("p2")), 1);
     EXPECT_EQ(TERForm->cxGrid4->findChild<grid::TableFooter*>()->text(), "0");
     EXPECT_TRUE(TERForm->cxComboBox1->accessibleDescription().contains("не все таблицы"));
-    EXPECT_EQ(ui::screenCursor(), ui::ScreenCursor::Default);
     const auto hasLogged = [](const char* end) {
         QFile log(app::ErrorLog::path());
         return log.open(QIODevice::ReadOnly) && log.readAll().endsWith(end);
@@ -310,7 +299,6 @@ TEST(Selection, LeavesWhatWasReadWhenADataSetFails) {
     EXPECT_TRUE(next.text().contains("NO_SUCH_TABLE")) << next.text().toStdString();
     EXPECT_EQ(rowCounts(window.module())[2], "-");
     EXPECT_TRUE(TERForm->cxComboBox1->accessibleDescription().contains("не все таблицы"));
-    EXPECT_EQ(ui::screenCursor(), ui::ScreenCursor::Default);
     EXPECT_TRUE(hasLogged(" Компонент cxComboBox2\r\n"));
 
     machines.setSql(sql);
@@ -321,8 +309,7 @@ TEST(Selection, LeavesWhatWasReadWhenADataSetFails) {
 
 TEST(Selection, IsReadAgainByF5AndStaysWhereItIs) {
     const FirebirdServer server("127.0.0.8", test::limitsCatalog);
-    CatalogWindow window(server.address());
-    window.choose("Action1");
+    CatalogWindow window(server.address(), "Action1");
     const db::DataSet& labour = window.module().pFIBDataSet6;
     TERForm->cxPageControl1->setCurrentWidget(TERForm->cxTabSheet4);
     QTest::keyClick(&TERForm->cxGrid5->view(), Qt::Key_End, Qt::ControlModifier);
@@ -334,12 +321,10 @@ TEST(Selection, IsReadAgainByF5AndStaysWhereItIs) {
     EXPECT_EQ(labour.rowCount(), rows + 1);
     EXPECT_EQ(labour.text(labour.currentRow(), labour.field("ID")), current);
     EXPECT_EQ(TERForm->cxGrid5->view().currentRow(), labour.currentRow());
-    EXPECT_EQ(ui::screenCursor(), ui::ScreenCursor::Default);
 }
 
 TEST(Selection, ShowsTheFirstRowsWhileTheOthersAreRead) {
-    CatalogWindow window(test::sampleServer);
-    window.choose("Action1");
+    CatalogWindow window(test::sampleServer, "Action1");
     db::DataSet& materials = window.module().pFIBDataSet3;
     const grid::TableView& view = TERForm->cxGrid1->view();
     const int few = materials.rowCount();
@@ -370,16 +355,13 @@ TEST(Selection, ShowsTheFirstRowsWhileTheOthersAreRead) {
               materials.text(current, materials.field("ID")));
     EXPECT_EQ(view.currentRow(), materials.currentRow());
     EXPECT_FALSE(view.rowRect(view.currentRow()).isEmpty());
-    EXPECT_EQ(ui::screenCursor(), ui::ScreenCursor::Default);
 }
 
 TEST(Lifecycle, OpensWithTheFocusOnTheFirstMaterial) {
-    CatalogWindow window(test::sampleServer);
-    window.choose("Action1");
+    CatalogWindow window(test::sampleServer, "Action1");
     EXPECT_EQ(TERForm->cxPageControl1->currentIndex(), 0);
     EXPECT_TRUE(TERForm->cxGrid1->view().hasFocus());
     EXPECT_EQ(TERForm->cxGrid1->view().currentIndex().row(), 0);
-    EXPECT_EQ(ui::screenCursor(), ui::ScreenCursor::Default);
     QTest::keyClick(&TERForm->cxGrid1->view(), Qt::Key_Down);
     EXPECT_EQ(window.module().pFIBDataSet3.currentRow(), 1);
 
@@ -425,8 +407,7 @@ TEST(Lifecycle, SwitchesEditionsByFreeingTheOldWindowFirst) {
 }
 
 TEST(Lifecycle, ClosesTheBrowserFirstAndThenTheProgram) {
-    CatalogWindow window(test::sampleServer);
-    window.choose("Action1");
+    CatalogWindow window(test::sampleServer, "Action1");
     TERForm->cxComboBox2->setCurrentIndex(2);
     const QPointer<TTERForm> closing = TERForm;
     QDir::setCurrent("/");
@@ -454,8 +435,7 @@ TEST(Lifecycle, ClosesTheBrowserFirstAndThenTheProgram) {
 
 TEST(Lifecycle, GoesOnAfterAnEditionThatCannotBeOpened) {
     const FirebirdServer server("127.0.0.8", test::limitsCatalog);
-    CatalogWindow window(server.address());
-    window.choose("Action1");
+    CatalogWindow window(server.address(), "Action1");
     runSql(server.address(), "drop table FER17I5TRUD_TABLE; commit;");
     const test::NextMessage shown;
     window.choose("Action7");
@@ -470,7 +450,6 @@ TEST(Lifecycle, GoesOnAfterAnEditionThatCannotBeOpened) {
     window.choose("Action8");
     ASSERT_NE(TERForm, nullptr);
     EXPECT_EQ(window.form().Tag, 8);
-    EXPECT_EQ(ui::screenCursor(), ui::ScreenCursor::Default);
     EXPECT_EQ(rowCounts(window.module()), countedRows("202403", 1, "FER20"));
 }
 
@@ -498,12 +477,10 @@ TEST(Lifecycle, LeavesNoWindowWhenItCannotBeCreated) {
     window.choose("Action1");
     ASSERT_NE(TERForm, nullptr);
     EXPECT_TRUE(TERForm->isVisible());
-    EXPECT_EQ(ui::screenCursor(), ui::ScreenCursor::Default);
 }
 
 TEST(Lifecycle, StaysOpenWhereTheFolderOfTheProgramIsGone) {
-    CatalogWindow window(test::limitsServer);
-    window.choose("Action1");
+    CatalogWindow window(test::limitsServer, "Action1");
     TTERForm* const shown = TERForm;
     areFoldersGone = true;
     for (const char* command : {"Action9", "Action8"}) {
@@ -522,8 +499,7 @@ TEST(Lifecycle, StaysOpenWhereTheFolderOfTheProgramIsGone) {
 }
 
 TEST(Lifecycle, IsGoneAfterAClosingThatFailsHalfWay) {
-    CatalogWindow window(test::limitsServer);
-    window.choose("Action1");
+    CatalogWindow window(test::limitsServer, "Action1");
     const QPointer<TTERForm> closing = TERForm;
     const auto failing = QObject::connect(&window.module().pFIBDataSet5, &db::DataSet::aboutToReset,
                                           &window.form(), [] { throw base::Error("на полпути"); });

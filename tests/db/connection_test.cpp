@@ -3,6 +3,7 @@
 #include "data/data_modul.h"
 #include "data/selection.h"
 #include "support/catalog.h"
+#include "support/faulty_line.h"
 #include "support/firebird_server.h"
 #include "support/printing.h"
 
@@ -14,9 +15,7 @@
 #include <csignal>
 #include <thread>
 
-#include <arpa/inet.h>
 #include <ibase.h>
-#include <sys/socket.h>
 #include <unistd.h>
 
 namespace {
@@ -101,32 +100,11 @@ TEST(ConnectionDeathTest, LeavesItToTheProgramHowSignalsEndIt) {
         testing::KilledBySignal(SIGTERM), "");
 }
 
-/// Listens at an address without ever answering.
-class SilentServer final {
-public:
-    explicit SilentServer(const char* address) : socket_(::socket(AF_INET, SOCK_STREAM, 0)) {
-        sockaddr_in place{};
-        place.sin_family = AF_INET;
-        place.sin_port = htons(3050);
-        ::inet_pton(AF_INET, address, &place.sin_addr);
-        const int reuse = 1;
-        ::setsockopt(socket_, SOL_SOCKET, SO_REUSEADDR, &reuse, sizeof reuse);
-        const bool listens = ::bind(socket_, reinterpret_cast<const sockaddr*>(&place), sizeof place) == 0 &&
-                             ::listen(socket_, 1) == 0;
-        EXPECT_TRUE(listens) << address;
-    }
-    ~SilentServer() { ::close(socket_); }
-    Q_DISABLE_COPY_MOVE(SilentServer)
-
-private:
-    int socket_;
-};
-
 TEST(ConnectionDeathTest, EndsAtASignalWhileAServerDoesNotAnswer) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(
         {
-            const SilentServer silent("127.0.0.9");
+            const test::FaultyLine silent("127.0.0.9", nullptr);
             std::thread([] {
                 std::this_thread::sleep_for(std::chrono::milliseconds(500));
                 ::kill(::getpid(), SIGTERM);

@@ -4,7 +4,6 @@
 #include "base/program_place.h"
 #include "base/win1251.h"
 #include "browser/grid_export.h"
-#include "browser/ter_form.h"
 #include "data/data_modul.h"
 #include "data/selection.h"
 #include "export/table_export.h"
@@ -13,7 +12,6 @@
 #include "grid/table/grid.h"
 #include "grid/table/table_header.h"
 #include "grid/table/table_view.h"
-#include "support/catalog_window.h"
 #include "support/firebird_server.h"
 #include "support/workbook.h"
 #include "ui/screen_cursor.h"
@@ -391,40 +389,6 @@ TEST_F(Export, LeavesNothingBehindAfterAKilledOne) {
     exportTo(path(), &grid);
     EXPECT_EQ(files(), QStringList("book.xlsx"));
     EXPECT_EQ(readWorkbook(path())["rows"].toArray().size(), 5);
-}
-
-/// Sorts by the last column, downwards, and filters by the first one of texts.
-void arrange(const grid::TableView& view, const QString& text) {
-    grid::TableModel& model = view.tableModel();
-    const auto place = [&model](const grid::Column* column) {
-        return static_cast<int>(std::ranges::find(model.columns(), column) - model.columns().begin());
-    };
-    const auto columns = view.visibleColumns();
-    const auto texts =
-        std::ranges::find_if(columns, [](auto* column) { return !column->field()->isNumber(); });
-    model.sortBy({{place(columns.back()), true}});
-    grid::ColumnFilter filter;
-    filter.containedText = text;
-    model.setFilter(place(*texts), filter);
-}
-
-/// Serves tour/read_back.py.
-TEST(ExportedGrids, DISABLED_WritesEveryGrid) {
-    test::CatalogWindow window(qEnvironmentVariable("TARVELO_SERVER"));
-    const QStringList filters = qEnvironmentVariable("TARVELO_FILTERS").split('|');
-    for (const QString& edition : {QString("Action1"), QString("Action8")}) {
-        window.choose(edition);
-        test::type(*TERForm->cxComboBox1, "В пределах");
-        test::type(*TERForm->cxComboBox2, "202403");
-        const auto& form = *TERForm;
-        const std::array grids{form.cxGrid1, form.cxGrid3, form.cxGrid4, form.cxGrid5,
-                               form.cxGrid9, form.cxGrid6, form.cxGrid7, form.cxGrid8};
-        for (std::size_t i = 0; i < grids.size(); ++i) {
-            arrange(grids[i]->view(), filters[static_cast<qsizetype>(i)]);
-            const QString name = edition + u'-' + QString::number(i);
-            exportTo(qEnvironmentVariable("TARVELO_EXPORT") + u'/' + name, grids[i]);
-        }
-    }
 }
 
 } // namespace

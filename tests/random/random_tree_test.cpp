@@ -33,7 +33,7 @@ class RandomTree : public testing::TestWithParam<std::uint32_t> {
 protected:
     RandomTree() {
         static_cast<void>(test::makeRandomRows(test::sampleServer, random_, count));
-        connection_.open();
+        module_.connectTo(test::sampleServer);
         dataSet_.open();
         list_.resize(400, 300);
         list_.show();
@@ -153,13 +153,13 @@ protected:
     }
 
     test::Random random_{GetParam()};
-    db::Connection connection_{"connection", TDM::databaseNameOn(test::sampleServer),
-                               TDM::connectionParameters(), db::ClientLibrary::defaultNames(), nullptr};
-    db::Transaction transaction_{
-        "transaction", {"read", "read_committed", "rec_version"}, connection_, nullptr};
-    db::DataSet dataSet_{
-        "dataSet",   fields,       {"select ID, PARENTID, NAME from RANDOM_ROWS order by NR"},
-        connection_, transaction_, nullptr};
+    TDM module_;
+    db::DataSet dataSet_{"dataSet",
+                         fields,
+                         {"select ID, PARENTID, NAME from RANDOM_ROWS order by NR"},
+                         module_.pFIBDatabase1,
+                         module_.RFIBTransaction,
+                         nullptr};
     db::DataSource source_{"source", dataSet_, nullptr};
     grid::TreeList list_{spec, source_, nullptr};
 

@@ -5,16 +5,19 @@
 #include "app/action_manager.h"
 #include "app/error_log.h"
 #include "data/selection.h"
+#include "ui/screen_cursor.h"
 
 #include <QAction>
 #include <QLineEdit>
 #include <QTest>
 
+#include <gtest/gtest.h>
+
 #include <stdexcept>
 
 namespace test {
 
-CatalogWindow::CatalogWindow(const QString& server) {
+CatalogWindow::CatalogWindow(const QString& server, const QString& edition) {
     DM = &module_;
     CurRegionId = 0;
     CurPeriod.clear();
@@ -24,9 +27,13 @@ CatalogWindow::CatalogWindow(const QString& server) {
     if (!QTest::qWaitForWindowActive(&form_)) {
         throw std::runtime_error("the main window does not become active");
     }
+    if (!edition.isEmpty()) {
+        choose(edition);
+    }
 }
 
 CatalogWindow::~CatalogWindow() {
+    EXPECT_EQ(ui::screenCursor(), ui::ScreenCursor::Default);
     QFile::remove(app::ErrorLog::path());
 }
 

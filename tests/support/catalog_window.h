@@ -9,10 +9,12 @@
 
 namespace test {
 
-/// The program's data module and main window, shown and connected to a server, as after the menu command.
+/// The program's data module and main window, shown and connected to a server, as after the menu command. The
+/// test fails where the hourglass is left behind.
 class CatalogWindow {
 public:
-    explicit CatalogWindow(const QString& server);
+    /// `edition`: the command of the tool bar that opens one at once.
+    explicit CatalogWindow(const QString& server, const QString& edition = {});
     ~CatalogWindow();
 
     [[nodiscard]] TDM& module() { return module_; }

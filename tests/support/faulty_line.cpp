@@ -61,12 +61,13 @@ void sendAll(int descriptor, std::span<const std::uint8_t> bytes) {
 FaultyLine::FaultyLine(const char* address, const char* server)
     : listener_(socketAt(address, ::bind)), serverAddress_(server) {
     ::listen(listener_, 4);
-    thread_ = std::jthread([this](const std::stop_token& stop) { serve(stop); });
+    if (server) {
+        thread_ = std::jthread([this](const std::stop_token& stop) { serve(stop); });
+    }
 }
 
 FaultyLine::~FaultyLine() {
-    thread_.request_stop();
-    thread_.join();
+    thread_ = {};
     hangUp();
     ::close(listener_);
 }

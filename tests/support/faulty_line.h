@@ -31,7 +31,7 @@ struct LineFault {
 /// other, which no time-out of the client ends, the line ends after a moment.
 class FaultyLine final {
 public:
-    /// Throws std::system_error when the address is taken.
+    /// A line without a server never answers. Throws std::system_error when the address is taken.
     FaultyLine(const char* address, const char* server);
     ~FaultyLine();
     FaultyLine(const FaultyLine&) = delete;

@@ -2,12 +2,11 @@
 
 #include "grid/header/cell_text.h"
 #include "grid/table/grid_fixture.h"
+#include "support/menus.h"
 
 #include <QAccessible>
-#include <QContextMenuEvent>
 #include <QHelpEvent>
 #include <QLineEdit>
-#include <QMenu>
 #include <QMimeData>
 #include <QScrollBar>
 #include <QToolTip>
@@ -19,56 +18,25 @@ namespace grid {
 
 namespace {
 
+using test::choose;
+using test::close;
+using test::entries;
+using test::entry;
+using test::openMenu;
+using test::requestMenu;
+
 class GridCommandsTest : public GridTest {
 protected:
-    static void requestMenu(QWidget& target, const QPoint& place, QContextMenuEvent::Reason reason) {
-        QContextMenuEvent event(reason, place, target.mapToGlobal(place));
-        QApplication::sendEvent(&target, &event);
-    }
-    QMenu& openMenu(const char* menuName) {
-        auto* const menu = view().findChildren<QMenu*>(QString::fromLatin1(menuName)).value(0);
-        EXPECT_TRUE(menu && menu->isVisible()) << menuName;
-        return *menu;
-    }
     QMenu& rightClick(int row, int column) {
         const QPoint place = view().visualRect(model().index(row, column)).topLeft() + QPoint(5, 5);
-        requestMenu(*view().viewport(), place, QContextMenuEvent::Mouse);
-        return openMenu("CellMenu");
+        return test::requestMenu(*view().viewport(), place);
     }
     QMenu& rightClickHeader(int column) {
         QWidget& header = *view().header().viewport();
         const QPoint place(view().header().sectionViewportPosition(column) + 15, header.height() / 2);
-        requestMenu(header, place, QContextMenuEvent::Mouse);
-        return openMenu("ColumnMenu");
+        return test::requestMenu(header, place);
     }
 
-    static QAction& entry(const QMenu& menu, const QString& start) {
-        const QList<QAction*> actions = menu.actions();
-        const auto found = std::ranges::find_if(
-            actions, [&](const QAction* action) { return action->text().startsWith(start); });
-        EXPECT_NE(found, actions.end()) << start.toStdString();
-        return **found;
-    }
-    static void choose(QMenu& menu, const QString& start) {
-        QAction& action = entry(menu, start);
-        EXPECT_TRUE(action.isEnabled()) << start.toStdString();
-        QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(&action).center());
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
-    static void close(QMenu& menu) {
-        QTest::keyClick(&menu, Qt::Key_Escape);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    }
-    /// What the entries of a menu say, without their key; disabled ones in brackets.
-    static QStringList entries(const QMenu& menu) {
-        QStringList texts;
-        for (const QAction* action : menu.actions()) {
-            if (!action->isSeparator()) {
-                texts.append(action->isEnabled() ? action->text() : u'[' + action->text() + u']');
-            }
-        }
-        return texts;
-    }
     QStringList captions() {
         QStringList texts;
         for (const Column* column : view().visibleColumns()) {
@@ -103,8 +71,7 @@ TEST_F(GridCommandsTest, RightClickKeepsASelectionThatHoldsTheRow) {
     EXPECT_EQ(view().selectedRows(), std::vector<int>({4}));
 
     // Beside the rows nothing is hit, though rows are still selected.
-    requestMenu(*view().viewport(), view().viewport()->rect().bottomLeft(), QContextMenuEvent::Mouse);
-    QMenu& menu = openMenu("CellMenu");
+    QMenu& menu = requestMenu(*view().viewport(), view().viewport()->rect().bottomLeft());
     EXPECT_FALSE(entry(menu, "Копировать ячейку").isEnabled());
     EXPECT_TRUE(entry(menu, "Копировать строки").isEnabled());
     close(menu);
@@ -116,7 +83,7 @@ TEST_F(GridCommandsTest, FiltersByTheValueOfACell) {
               QStringList({"Копировать ячейку", "Копировать строки", "Копировать с заголовками",
                            "Оставить только «Щебень»", "Скрыть «Щебень»", "[Сбросить фильтр]", "Найти…",
                            "Столбец «Наименование»"}));
-    close(openMenu("CellMenu"));
+    close(openMenu());
     choose(rightClick(4, kod), "Оставить только «4»");
     EXPECT_EQ(ids(), "2 5");
     choose(rightClick(0, name), "Скрыть (Пустые)");
@@ -170,7 +137,7 @@ TEST_F(GridCommandsTest, OpensTheMenuOfTheCurrentCellByKey) {
     QTest::keyClick(&view(), Qt::Key_Right);
     view().verticalScrollBar()->setValue(2000);
     QTest::keyClick(&view(), Qt::Key_F10, Qt::ShiftModifier);
-    QMenu& byKey = openMenu("CellMenu");
+    QMenu& byKey = openMenu();
     EXPECT_EQ(byKey.activeAction(), byKey.actions().front());
     const QRect cell = view().visualRect(model().index(1, name));
     ASSERT_FALSE(cell.isEmpty()) << "it is scrolled to";
@@ -183,8 +150,7 @@ TEST_F(GridCommandsTest, OpensTheMenuOfTheCurrentCellByKey) {
     EXPECT_EQ(ids(), "1");
     EXPECT_TRUE(view().hasFocus());
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    requestMenu(view(), {}, QContextMenuEvent::Keyboard);
-    choose(openMenu("CellMenu"), "Найти…");
+    choose(requestMenu(view(), {}, QContextMenuEvent::Keyboard), "Найти…");
     EXPECT_TRUE(child<QLineEdit>("FindBarText").hasFocus());
 }
 
@@ -208,10 +174,10 @@ TEST_F(GridCommandsTest, SortsByTheColumnInFocus) {
 
     EXPECT_EQ(entries(rightClickHeader(price)).first(3),
               QStringList({"Сортировать по возрастанию", "Сортировать по убыванию", "[Без сортировки]"}));
-    choose(openMenu("ColumnMenu"), "Сортировать по убыванию");
+    choose(openMenu(), "Сортировать по убыванию");
     EXPECT_EQ(entries(rightClickHeader(price)).first(3),
               QStringList({"Сортировать по возрастанию", "[Сортировать по убыванию]", "Без сортировки"}));
-    close(openMenu("ColumnMenu"));
+    close(openMenu());
     EXPECT_EQ(entries(rightClickHeader(absent)).first(4),
               QStringList({"[Сортировать по возрастанию]", "[Сортировать по убыванию]", "Без сортировки",
                            "[Фильтр…]"}));
@@ -224,8 +190,8 @@ TEST_F(GridCommandsTest, HidesColumnsAndBringsThemBack) {
     clickRow(1);
     ASSERT_EQ(view().currentIndex().column(), name);
     EXPECT_TRUE(entries(rightClickHeader(name)).contains("[Показать столбец]")) << "none hidden by the user";
-    EXPECT_TRUE(entries(openMenu("ColumnMenu")).contains("[Исходный вид]"));
-    choose(openMenu("ColumnMenu"), "Скрыть столбец");
+    EXPECT_TRUE(entries(openMenu()).contains("[Исходный вид]"));
+    choose(openMenu(), "Скрыть столбец");
     EXPECT_EQ(captions(), QStringList({"Код", "Цена", "CMP"}));
     EXPECT_EQ(view().currentIndex().column(), price) << "what is hidden has no focus";
     EXPECT_EQ(view().selectedRows(), std::vector<int>({1}));

@@ -3,10 +3,8 @@
 #pragma once
 
 #include "data/data_modul.h"
-#include "db/connection.h"
 #include "db/data_set.h"
 #include "db/data_source.h"
-#include "db/transaction.h"
 #include "grid/header/fitted_header.h"
 #include "grid/rows/column.h"
 #include "grid/rows/table_model.h"
@@ -77,7 +75,7 @@ class GridTest : public testing::Test {
 protected:
     void open(const QString& sql) {
         QLocale::setDefault(QLocale(QLocale::Russian));
-        connection_.open();
+        module_.connectTo(test::sampleServer);
         dataSet.setSql({sql});
         dataSet.open();
         grid_ = std::make_unique<Grid>(gridSpec, source_, nullptr);
@@ -171,16 +169,11 @@ protected:
     }
 
 private:
-    db::Connection connection_{QStringLiteral("connection"), TDM::databaseNameOn(test::sampleServer),
-                               TDM::connectionParameters(), db::ClientLibrary::defaultNames(), nullptr};
-    db::Transaction transaction_{QStringLiteral("transaction"),
-                                 {"read", "nowait", "rec_version", "read_committed"},
-                                 connection_,
-                                 nullptr};
+    TDM module_;
 
 protected:
-    db::DataSet dataSet{QStringLiteral("dataSet"), fields, {}, connection_, transaction_, nullptr};
-    db::DataSet reference{QStringLiteral("reference"), fields, {}, connection_, transaction_, nullptr};
+    db::DataSet dataSet{"dataSet", fields, {}, module_.pFIBDatabase1, module_.RFIBTransaction, nullptr};
+    db::DataSet reference{"reference", fields, {}, module_.pFIBDatabase1, module_.RFIBTransaction, nullptr};
 
 private:
     db::DataSource source_{QStringLiteral("source"), dataSet, nullptr};

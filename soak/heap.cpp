@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 
-#include "support/heap.h"
+#include "soak/heap.h"
 
 #ifdef __SANITIZE_ADDRESS__
 // Part of the sanitizer's runtime, whose header the compiler does not bring.
@@ -10,7 +10,7 @@ extern "C" void __sanitizer_purge_allocator();
 #include <malloc.h>
 #endif
 
-namespace test {
+namespace soak {
 
 std::size_t allocatedBytes() {
 #ifdef __SANITIZE_ADDRESS__
@@ -23,4 +23,4 @@ std::size_t allocatedBytes() {
 #endif
 }
 
-} // namespace test
+} // namespace soak

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 
 #include "random/user.h"
-#include "support/heap.h"
+#include "soak/heap.h"
 
 #include <QDir>
 #include <QFile>
@@ -48,7 +48,7 @@ int serverCount(const test::User& user, const char* table) {
 
 Sample sampleOf(const test::User& user) {
     return {user.changes(),
-            static_cast<double>(test::allocatedBytes()) / megabyte,
+            static_cast<double>(soak::allocatedBytes()) / megabyte,
             residentMegabytes(),
             static_cast<int>(QDir("/proc/self/fd").entryList(QDir::Files | QDir::System).size()),
             serverCount(user, "MON$STATEMENTS"),

@@ -4,9 +4,9 @@
 
 #include <cstddef>
 
-namespace test {
+namespace soak {
 
 /// Bytes that the program has allocated and not yet freed.
 [[nodiscard]] std::size_t allocatedBytes();
 
-} // namespace test
+} // namespace soak

@@ -94,12 +94,6 @@ protected:
     QStringList buttons_;
 };
 
-/// An object whose handling of events fails.
-class Failing final : public QObject {
-public:
-    bool event(QEvent*) override { throw base::Error("из обработчика"); }
-};
-
 TEST(XpmResource, IsReadOrRefused) {
     EXPECT_FALSE(app::readXpmResource(":/cursor/CAT_DRAG_COPY").isNull());
     EXPECT_THROW(static_cast<void>(app::readXpmResource(":/cursor/NONE")), base::ResourceError);
@@ -128,19 +122,6 @@ TEST_F(MainFormTest, ConnectsAndReportsTheOutcomeOnly) {
     EXPECT_EQ(logLines(), QStringList());
 }
 
-TEST_F(MainFormTest, ClosesTheConnectionWithTheWindow) {
-    connectTo(test::sampleServer);
-    form_.Action1Execute(form_);
-    ASSERT_NE(TERForm, nullptr);
-    form_.close();
-    EXPECT_FALSE(module_.pFIBDatabase1.isConnected());
-    EXPECT_TRUE(ui::application().isTerminating());
-
-    ui::application().handleException(form_, base::Error("слишком поздно"));
-    EXPECT_EQ(logLines(), QStringList()) << "nothing is logged or shown while the program ends";
-    ui::application().setTerminating(false);
-}
-
 TEST_F(MainFormTest, LogsOneLineForAnErrorAndShowsIt) {
     const NextMessage first;
     ui::application().handleException(*form_.Panel1, db::DatabaseError("первая"));
@@ -160,10 +141,10 @@ TEST_F(MainFormTest, LogsOneLineForAnErrorAndShowsIt) {
         << lines[1].toStdString();
     EXPECT_EQ(lines[2], "");
 
+    const QDate date(2024, 3, 5);
     const QLocale russian(QLocale::Russian);
-    EXPECT_EQ(app::defaultDateTimeText(QDateTime(QDate(2024, 3, 5), QTime(7, 8, 9)), russian),
-              "05.03.2024 07:08:09");
-    EXPECT_EQ(app::defaultDateTimeText(QDateTime(QDate(2024, 3, 5), QTime(0, 0)), russian), "05.03.2024");
+    EXPECT_EQ(app::defaultDateTimeText({date, QTime(7, 8, 9)}, russian), "05.03.2024 07:08:09");
+    EXPECT_EQ(app::defaultDateTimeText({date, QTime(0, 0)}, russian), "05.03.2024");
 }
 
 TEST_F(MainFormTest, KeepsALongNameWithinItsMessageBox) {
@@ -180,7 +161,9 @@ TEST_F(MainFormTest, KeepsALongNameWithinItsMessageBox) {
 }
 
 TEST_F(MainFormTest, LogsWhatTheHandlingOfAnEventThrows) {
-    Failing failing;
+    class Failing final : public QObject {
+        bool event(QEvent*) override { throw base::Error("из обработчика"); }
+    } failing;
     failing.setObjectName("failing");
     const NextMessage shown;
     QEvent event(QEvent::User);
@@ -263,7 +246,9 @@ TEST_F(MainFormTest, EndsAfterTheMessageWhereItsClosingFails) {
     EXPECT_EQ(shown.text(), "на полпути");
     EXPECT_FALSE(form_.isVisible());
     EXPECT_TRUE(ui::application().isTerminating());
+    ui::application().handleException(form_, base::Error("слишком поздно"));
     ui::application().setTerminating(false);
+    EXPECT_EQ(logLines().size(), 2) << "nothing is logged or shown while the program ends";
     EXPECT_TRUE(logLines().value(0).endsWith(":DatabaseError:на полпути Компонент MainForm"));
 }
 
@@ -335,13 +320,6 @@ TEST_F(MainFormTest, ShowsAllKeysOnOnePage) {
 
 TEST_F(MainFormTest, HasItsComponentsByName) {
     QStringList missing;
-    for (const char* name :
-         {"MainMenu1", "N1", "dxStatusBar1", "ApplicationEvents1", "Panel1", "OpenDialog1", "ActionList1",
-          "ActionManager1", "ActionToolBar1", "Action1", "Action4", "Action7", "Action8", "Action9"}) {
-        if (!form_.findChild<QObject*>(name)) {
-            missing += name;
-        }
-    }
     for (const db::DataSet* dataSet : module_.dataSets()) {
         for (const db::Field* field : dataSet->fields()) {
             if (module_.findChild<db::Field*>(dataSet->objectName() + field->column()) != field) {
@@ -350,13 +328,8 @@ TEST_F(MainFormTest, HasItsComponentsByName) {
         }
     }
     EXPECT_EQ(missing, QStringList());
-    EXPECT_NE(module_.findChild<db::Field*>("pFIBDataSet3ID"), nullptr);
-    EXPECT_EQ(form_.windowTitle(), "Tarvelo");
     EXPECT_TRUE(form_.isMaximized());
-    EXPECT_EQ(form_.ActionToolBar1->height(), 23);
-    EXPECT_EQ(form_.dxStatusBar1->height(), 20);
     EXPECT_EQ(form_.ActionList1->actions().size(), data::editions.size() + 1);
-    EXPECT_EQ(panel("dxStatusBar1ScrollLock").text(), "SCRL");
     EXPECT_FALSE(panel("dxStatusBar1ScrollLock").isVisible());
     EXPECT_EQ(QAccessible::queryAccessibleInterface(&form_)->role(), QAccessible::Window);
 }

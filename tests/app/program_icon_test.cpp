@@ -29,27 +29,6 @@ int greatestDifference(const QImage& picture, const QImage& other) {
     return greatest;
 }
 
-TEST(ProgramIconTest, IsSharpInEverySize) {
-    const QIcon icon = app::programIcon();
-    for (const int side : sides) {
-        const QImage image = icon.pixmap(side, side).toImage();
-        ASSERT_EQ(image.size(), QSize(side, side));
-        EXPECT_EQ(image.pixelColor(0, 0).alpha() < 255, true) << "round corners at " << side;
-        // Away from the corners every pixel has one of the icon's colours, none lies between two of them.
-        const int corner = side / 4;
-        for (int y = 0; y < side; ++y) {
-            for (int x = 0; x < side; ++x) {
-                const bool isInCorner =
-                    std::min(x, side - 1 - x) < corner && std::min(y, side - 1 - y) < corner;
-                const QString color = image.pixelColor(x, y).name(QColor::HexArgb);
-                ASSERT_TRUE(isInCorner || color == "#ff2f5f8f" || color == "#ffffc04d" ||
-                            color == "#ffffffff")
-                    << color.toStdString() << " at " << x << ", " << y << " of " << side;
-            }
-        }
-    }
-}
-
 TEST(ProgramIconTest, IsWhatTheDesktopsFilesShow) {
     const QIcon icon = app::programIcon();
     QFile icoFile(TARVELO_SOURCE_DIR "/resources/tarvelo.ico");

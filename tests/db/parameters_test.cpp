@@ -7,27 +7,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cstring>
-#include <vector>
-
 namespace {
-
-std::vector<unsigned char> item(std::initializer_list<unsigned char> head, const char* text) {
-    std::vector<unsigned char> bytes(head);
-    bytes.insert(bytes.end(), text, text + std::strlen(text));
-    return bytes;
-}
-
-TEST(ParameterBlock, IsByteForByteWhatTheServerIsSent) {
-    std::vector<unsigned char> expected{1};
-    for (const auto& part : {item({29, 9}, "pinewoods"), item({28, 6}, "SYSDBA"), item({48, 7}, "WIN1251")}) {
-        expected.insert(expected.end(), part.begin(), part.end());
-    }
-    EXPECT_EQ(db::databaseParameterBlock({"password=pinewoods", "user_name=SYSDBA", "lc_ctype=WIN1251"}),
-              expected);
-    EXPECT_EQ(db::transactionParameterBlock({"read", "nowait", "rec_version", "read_committed"}),
-              (std::vector<unsigned char>{3, 8, 7, 17, 15}));
-}
 
 TEST(ParameterBlock, RefusesWhatItCannotExpress) {
     EXPECT_THROW(static_cast<void>(db::databaseParameterBlock({"sql_role=x"})), db::DatabaseError);

@@ -18,10 +18,10 @@
 
 #include <QAccessible>
 #include <QComboBox>
+#include <QFile>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTabWidget>
-#include <QTest>
 
 #include <gtest/gtest.h>
 

@@ -29,10 +29,8 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <clocale>
 #include <csignal>
-#include <limits>
 
 #include <sys/resource.h>
 

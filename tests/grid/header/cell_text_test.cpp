@@ -40,19 +40,6 @@ TEST(CellText, BreaksWordsAndCodesButNeverANumber) {
     EXPECT_FALSE(isCellTextCut("01.1.01.01-0001", 40, font));
 }
 
-TEST(CellText, ShowsAnEllipsisForAllOfANumberThatDoesNotFit) {
-    const auto drawn = [](const QString& text, int width) {
-        QImage image(width, 40, QImage::Format_RGB32);
-        image.fill(Qt::white);
-        QPainter painter(&image);
-        drawCellText(painter, image.rect(), text, Qt::AlignRight);
-        return image;
-    };
-    EXPECT_EQ(drawn("1234567,89", 40), drawn("12345678,90", 40));
-    EXPECT_EQ(drawn("1234567,89", 40), drawn("…", 40));
-    EXPECT_NE(drawn("1234567,89", 200), drawn("12345678,90", 200));
-}
-
 TEST(CellText, MarksEachPlaceOnItsLine) {
     const QString text = "кабель медный 2,5";
     const QFontMetrics metrics{QFont()};

@@ -4,14 +4,12 @@
 #include "grid/table/grid_fixture.h"
 #include "support/menus.h"
 
-#include <QAccessible>
 #include <QHelpEvent>
 #include <QLineEdit>
 #include <QMimeData>
 #include <QScrollBar>
 #include <QToolTip>
 
-#include <algorithm>
 #include <numeric>
 
 namespace grid {

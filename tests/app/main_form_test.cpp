@@ -329,6 +329,8 @@ TEST_F(MainFormTest, HasItsComponentsByName) {
     }
     EXPECT_EQ(missing, QStringList());
     EXPECT_TRUE(form_.isMaximized());
+    EXPECT_EQ(form_.ActionToolBar1->height(), 23);
+    EXPECT_EQ(form_.dxStatusBar1->height(), 20);
     EXPECT_EQ(form_.ActionList1->actions().size(), data::editions.size() + 1);
     EXPECT_FALSE(panel("dxStatusBar1ScrollLock").isVisible());
     EXPECT_EQ(QAccessible::queryAccessibleInterface(&form_)->role(), QAccessible::Window);

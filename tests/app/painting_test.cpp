@@ -1,26 +1,84 @@
 // SPDX-License-Identifier: MIT
 
 #include "app/action_manager.h"
-#include "app/window_fixture.h"
+#include "app/status_bar.h"
+#include "app/style.h"
+#include "browser/selector.h"
+#include "browser/ter_form.h"
 #include "grid/header/fitted_header.h"
 #include "grid/table/grid.h"
 #include "grid/table/table_view.h"
 #include "grid/tree/tree_list.h"
 #include "grid/tree/tree_view.h"
+#include "support/catalog_window.h"
+#include "support/firebird_server.h"
+#include "support/picture.h"
+#include "support/printing.h"
 
 #include <QAction>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListView>
+#include <QPushButton>
+#include <QTabBar>
 #include <QTabWidget>
+#include <QTest>
 #include <QToolButton>
+#include <QWindow>
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
 
 namespace {
 
 using test::Picture;
 
-class WindowPaintingTest : public WindowTest {
+/// The contrast of a text, from 1 to 21, as the WCAG define it.
+double contrast(const QColor& text, const QColor& background) {
+    const auto linear = [](double value) {
+        return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+    };
+    const auto luminance = [&](const QColor& color) {
+        return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) +
+               0.0722 * linear(color.blueF());
+    };
+    const auto [darker, lighter] = std::minmax({luminance(text), luminance(background)});
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
+/// The main window with a browser, in the program's own colours.
+class WindowPaintingTest : public testing::Test {
 protected:
+    static void SetUpTestSuite() { ASSERT_TRUE(app::trySetStyle("SLATECLASSICO")); }
+
+    WindowPaintingTest() {
+        form_.showNormal();
+        form_.resize(1200, 800);
+        QApplication::processEvents();
+        form_.dxStatusBar1->setText(0, "База FB");
+        form_.dxStatusBar1->setText(1, "Подсказка");
+    }
+
+    QWidget& panel(const char* name) { return *form_.dxStatusBar1->findChild<QWidget*>(name); }
+    void pressInsert() { QTest::keyClick(form_.windowHandle(), Qt::Key_Insert); }
+
+    static constexpr double leastContrast = 4.5;
+
+    /// The contrast of what a part shows. Strokes thinner than a pixel are paler than their colour, and are
+    /// read so.
+    double shown(QWidget& part, QRect area = {}) {
+        QApplication::processEvents();
+        area = area.isNull() ? part.rect().adjusted(2, 2, -2, -2) : area;
+        const Picture picture(part);
+        return contrast(QColor(picture.foreground(area)), QColor(picture.background(area)));
+    }
+    QString background(QWidget& part) {
+        QApplication::processEvents();
+        return Picture(part).background(part.rect().adjusted(2, 2, -2, -2));
+    }
+
     /// Whether a part of the main window shows its text in that font and those colours; strokes that are
     /// thinner than a pixel come near theirs.
     void expectLooks(QWidget& part, const QString& font, const QColor& text, const QColor& background) {
@@ -64,6 +122,9 @@ protected:
         }
         EXPECT_EQ(standing, count) << name.toStdString();
     }
+
+    test::CatalogWindow window_{test::sampleServer, "Action1"};
+    TMainForm& form_ = window_.form();
 };
 
 TEST_F(WindowPaintingTest, HasTheColoursAndFontsOfItsBars) {
@@ -180,6 +241,57 @@ TEST_F(WindowPaintingTest, RestsWhenASearchIsComplete) {
     searchedBar().installEventFilter(&timers);
     QTest::qWait(100);
     EXPECT_EQ(timers.count, 0);
+}
+
+TEST_F(WindowPaintingTest, EveryTextStandsOutFromItsBackground) {
+    for (const char* name : {"ConnectionPanel", "HintPanel", "dxStatusBar1CapsLock", "dxStatusBar1NumLock",
+                             "dxStatusBar1Insert"}) {
+        EXPECT_GE(shown(panel(name)), leastContrast) << name;
+    }
+    pressInsert();
+    EXPECT_GE(shown(panel("dxStatusBar1Insert")), leastContrast) << "a lit key";
+    EXPECT_GE(shown(*form_.MainMenu1), leastContrast);
+    for (QToolButton* const button : form_.ActionToolBar1->findChildren<QToolButton*>()) {
+        if (!button->text().isEmpty()) {
+            EXPECT_GE(shown(*button), leastContrast) << button->text().toStdString();
+        }
+    }
+    EXPECT_GE(shown(*TERForm->findChild<QWidget*>("cxLabel1")), leastContrast) << "the banner";
+    EXPECT_GE(shown(*TERForm->Button1), leastContrast);
+    auto& tabs = *TERForm->cxPageControl1->tabBar();
+    for (const int tab : {0, 1}) {
+        EXPECT_GE(shown(tabs, tabs.tabRect(tab).adjusted(6, 5, -6, -5)), leastContrast) << "tab " << tab;
+    }
+
+    for (browser::Selector* const selector : {TERForm->cxComboBox1, TERForm->cxComboBox2}) {
+        QLineEdit& field = *selector->lineEdit();
+        EXPECT_GE(shown(field), leastContrast);
+        const QString plain = background(field);
+        test::type(*selector, "нет такого");
+        EXPECT_NE(background(field), plain) << "a warning";
+        EXPECT_GE(shown(field), leastContrast) << "beside a warning";
+        test::type(*selector, "");
+        form_.setFocus();
+        EXPECT_GE(shown(field), leastContrast) << "the prompt of an empty field";
+    }
+    EXPECT_EQ(TERForm->cxGrid1->view().tableModel().rowCount(), 0);
+    EXPECT_GE(shown(*TERForm->cxGrid1->view().viewport()), leastContrast) << "that there are no rows";
+}
+
+// The colours of the rows themselves are fixed, see TablePaintingTest.
+TEST_F(WindowPaintingTest, EveryPairOfThePaletteStandsOut) {
+    EXPECT_GE(shown(TERForm->cxGrid1->view().header()), leastContrast);
+    // Places where no widget can be grabbed: lists, tool tips, what is found, counts in the list of a filter.
+    const QPalette colors = QApplication::palette();
+    using Pair = std::pair<QPalette::ColorRole, QPalette::ColorRole>;
+    for (const auto& [text, background] :
+         {Pair(QPalette::WindowText, QPalette::Window), Pair(QPalette::Text, QPalette::Base),
+          Pair(QPalette::Text, QPalette::AlternateBase), Pair(QPalette::PlaceholderText, QPalette::Base),
+          Pair(QPalette::ToolTipText, QPalette::ToolTipBase), Pair(QPalette::ButtonText, QPalette::Button),
+          Pair(QPalette::HighlightedText, QPalette::Highlight)}) {
+        EXPECT_GE(contrast(colors.color(text), colors.color(background)), leastContrast)
+            << text << " on " << background;
+    }
 }
 
 } // namespace

@@ -6,8 +6,6 @@
 #include "support/firebird_server.h"
 #include "support/printing.h"
 
-#include <QSignalSpy>
-
 #include <gtest/gtest.h>
 
 #include <cstring>
@@ -284,28 +282,6 @@ TEST(DataSets, ReadNarrowerColumnsAndNameThoseThatDoNotFit) {
     narrow.setSql({"select \"Нет такой\" FIXED from RDB$DATABASE"});
     EXPECT_TRUE(errorOf([&] { narrow.open(); }).contains("Нет такой"));
     EXPECT_TRUE(module.pFIBDatabase1.isConnected());
-}
-
-TEST(DataSets, TellWhichRowIsCurrent) {
-    TDM module;
-    module.connectTo(test::limitsServer);
-    db::DataSet& regions = module.pFIBDataSet1;
-    QSignalSpy moved(&regions, &db::DataSet::currentRowChanged);
-    QSignalSpy reset(&regions, &db::DataSet::reset);
-    EXPECT_EQ(regions.currentRow(), -1);
-    regions.open();
-    EXPECT_EQ(regions.currentRow(), 0);
-    EXPECT_TRUE(regions.locate("NAME", "Г двойник"));
-    EXPECT_EQ(regions.text(regions.currentRow(), regions.field("ID")), "5") << "the first of two";
-    EXPECT_FALSE(regions.locate("NAME", "г двойник"));
-    EXPECT_FALSE(regions.locate("NAME", "Г двойни"));
-    EXPECT_TRUE(regions.locate("NAME", "")) << "the empty name";
-    EXPECT_EQ(regions.text(regions.currentRow(), regions.field("ID")), "10") << "not the NULL one";
-    EXPECT_EQ(moved.size(), 2);
-    EXPECT_EQ(reset.size(), 1);
-    regions.close();
-    EXPECT_EQ(regions.currentRow(), -1);
-    EXPECT_EQ(regions.rowCount(), 0);
 }
 
 } // namespace

@@ -47,7 +47,6 @@ protected:
 
 TEST_F(PrivateServer, RefusesWhatWouldReachOutOrBreakItsConfiguration) {
     EXPECT_TRUE(run("start", {"--address", "0.0.0.0"}).contains("is not a loopback address"));
-    EXPECT_TRUE(run("start", {"--address", "127.0.0.256"}).contains("is not a loopback address"));
     EXPECT_TRUE(start({"--lifetime", "soon"}).contains("takes a number of seconds"));
     EXPECT_TRUE(run("start", {"--catalog", "other"}).contains("there is no catalog 'other'"));
     EXPECT_TRUE(runIn(folder_.filePath("a$b"), "start", {}).contains("may not hold quotes"));
@@ -77,7 +76,6 @@ TEST_F(PrivateServer, RunsOnceAndNamesWhatStandsInItsWay) {
     EXPECT_TRUE(again.contains("its pid file is removed")) << again.toStdString();
     EXPECT_TRUE(again.contains("Firebird is ready"));
     EXPECT_TRUE(run("stop").startsWith("Firebird is stopped"));
-    EXPECT_TRUE(run("stop").startsWith("Firebird is not running"));
 }
 
 TEST_F(PrivateServer, EndsByItselfWhenItsTimeIsOver) {

@@ -89,17 +89,6 @@ TEST(Connection, RefusesWhatItCannotReachAndStaysUsable) {
     EXPECT_TRUE(errorOf([&] { static_cast<void>(module.pFIBDataSet1.parameter("p1")); }).contains("p1"));
 }
 
-TEST(ConnectionDeathTest, LeavesItToTheProgramHowSignalsEndIt) {
-    GTEST_FLAG_SET(death_test_style, "threadsafe");
-    EXPECT_EXIT(
-        {
-            TDM module;
-            module.connectTo(test::sampleServer);
-            std::raise(SIGTERM);
-        },
-        testing::KilledBySignal(SIGTERM), "");
-}
-
 TEST(ConnectionDeathTest, EndsAtASignalWhileAServerDoesNotAnswer) {
     GTEST_FLAG_SET(death_test_style, "threadsafe");
     EXPECT_EXIT(

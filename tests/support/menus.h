@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QContextMenuEvent>
 #include <QMenu>
+#include <QPointer>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -37,16 +38,24 @@ inline QAction& entry(const QMenu& menu, const QString& start) {
     return **found;
 }
 
+/// Expects a menu that has been used to be freed.
+inline void expectGone(const QPointer<QMenu>& menu) {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_TRUE(menu.isNull());
+}
+
 inline void choose(QMenu& menu, const QString& start) {
     QAction& action = entry(menu, start);
     EXPECT_TRUE(action.isEnabled()) << start.toStdString();
+    const QPointer<QMenu> used(&menu);
     QTest::mouseClick(&menu, Qt::LeftButton, {}, menu.actionGeometry(&action).center());
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    expectGone(used);
 }
 
 inline void close(QMenu& menu) {
+    const QPointer<QMenu> used(&menu);
     QTest::keyClick(&menu, Qt::Key_Escape);
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    expectGone(used);
 }
 
 /// What the entries say, without their key; disabled ones in brackets.

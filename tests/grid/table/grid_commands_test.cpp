@@ -10,8 +10,6 @@
 #include <QScrollBar>
 #include <QToolTip>
 
-#include <numeric>
-
 namespace grid {
 
 namespace {
@@ -48,12 +46,6 @@ protected:
                           header.height() / 2);
         QTest::mouseClick(header.viewport(), Qt::LeftButton, {}, edge);
         QTest::mouseDClick(header.viewport(), Qt::LeftButton, {}, edge);
-    }
-    int usedWidth() {
-        const auto shown = view().header().visibleColumns();
-        return std::accumulate(shown.begin(), shown.end(), 0, [this](int sum, int column) {
-            return sum + view().header().sectionSize(column);
-        });
     }
 };
 

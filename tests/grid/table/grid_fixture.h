@@ -25,6 +25,7 @@
 
 #include <array>
 #include <memory>
+#include <numeric>
 
 namespace grid {
 
@@ -150,6 +151,13 @@ protected:
         view().openFilter(column);
         QTest::keyClick(&part<QLineEdit>("FilterText"), Qt::Key_A, Qt::ControlModifier);
         QTest::keyClicks(&part<QLineEdit>("FilterText"), keys);
+    }
+
+    /// What all columns take together.
+    int usedWidth() {
+        const auto shown = view().visibleColumns();
+        return std::accumulate(shown.begin(), shown.end(), 0,
+                               [](int sum, const Column* column) { return sum + column->width(); });
     }
 
     void clickHeader(int column, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {

@@ -114,23 +114,17 @@ TEST_F(TablePaintingTest, TellsSelectedAndCurrentRowsByColour) {
         QStringList colors; // of the rows 0, 2 and 4, which have a name
         int focusRow;       // -1: no rectangle
     };
+    const auto click = [&](int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        return [=, this] { clickRow(row, modifiers); };
+    };
+    const auto moveFocus = [&] { QTest::keyClick(&view(), Qt::Key_Down, Qt::ControlModifier); };
     const State states[]{
         {"at first", [] {}, {selected, plain, plain}, 0},
-        {"two selected",
-         [&] {
-             clickRow(2);
-             clickRow(4, Qt::ControlModifier);
-         },
-         {plain, selected, selected},
-         4},
-        {"another current",
-         [&] {
-             clickRow(0);
-             QTest::keyClick(&view(), Qt::Key_Down, Qt::ControlModifier);
-             QTest::keyClick(&view(), Qt::Key_Down, Qt::ControlModifier);
-         },
-         {selected, tinted, plain},
-         2},
+        {"one selected", click(2), {plain, selected, plain}, 2},
+        {"two selected", click(4, Qt::ControlModifier), {plain, selected, selected}, 4},
+        {"the first one", click(0), {selected, plain, plain}, 0},
+        {"another current", moveFocus, {selected, plain, plain}, 1},
+        {"and the next", moveFocus, {selected, tinted, plain}, 2},
         {"focus elsewhere", [&] { view().clearFocus(); }, {tinted, tinted, plain}, -1},
     };
     for (const State& state : states) {

@@ -121,7 +121,8 @@ def check_names(workbook, sheet):
     return wrong if table == f"A1:{last}" else wrong + [f"the table is {table}"]
 
 
-def main(path):
+def mistakes(path):
+    """What is wrong with a workbook, one line each."""
     archive = zipfile.ZipFile(path)
     parts = {name: ElementTree.fromstring(archive.read(name)) for name in archive.namelist()}
     wrong = [archive.testzip()] if archive.testzip() else []
@@ -138,4 +139,4 @@ def main(path):
 
 
 if __name__ == "__main__":
-    print("\n".join(main(sys.argv[1])), end="")
+    print("\n".join(mistakes(sys.argv[1])), end="")

@@ -14,8 +14,6 @@
 
 namespace {
 
-constexpr int sides[] = {16, 24, 32, 48, 64, 128, 256};
-
 /// The greatest difference of a colour channel between two pictures of the same size.
 int greatestDifference(const QImage& picture, const QImage& other) {
     // What is transparent has no colour to differ in.
@@ -34,7 +32,7 @@ TEST(ProgramIconTest, IsWhatTheDesktopsFilesShow) {
     QFile icoFile(TARVELO_SOURCE_DIR "/resources/tarvelo.ico");
     ASSERT_TRUE(icoFile.open(QIODevice::ReadOnly));
     const QByteArray ico = icoFile.readAll();
-    for (const int side : sides) {
+    for (const int side : {16, 24, 32, 48, 64, 128, 256}) {
         const QString name = QStringLiteral(TARVELO_SOURCE_DIR "/resources/icon/tarvelo-%1.png").arg(side);
         QFile file(name);
         ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << name.toStdString();

@@ -158,6 +158,10 @@ QByteArray contents(const QString& path) {
 
 TEST_F(Export, NamesTheReasonWhenTheFileIsImpossible) {
     openRange(3);
+    grid::TableModel& model = grid_.view().tableModel();
+    model.setFilter(1, {.containedText = "Имя", .values = {}});
+    model.sortBy({{0, true}});
+    range_.moveTo(model.dataSetRow(1));
     QDir(folder_.path()).mkdir("taken.xlsx");
     const QStringList before = files();
     // Nobody, not even root, creates files in the second one.
@@ -168,6 +172,10 @@ TEST_F(Export, NamesTheReasonWhenTheFileIsImpossible) {
         EXPECT_TRUE(reason.contains(base::withExtension(name, ".xlsx"))) << reason.toStdString();
         EXPECT_FALSE(reason.endsWith(": ") || reason.endsWith("Unknown error")) << reason.toStdString();
         EXPECT_EQ(files(), before);
+        EXPECT_EQ(model.text(0, 0) + model.text(1, 0) + model.text(2, 0), "321");
+        EXPECT_EQ(model.filters().size(), 1U);
+        EXPECT_EQ(grid_.view().currentRow(), 1);
+        EXPECT_TRUE(grid_.isEnabled() && grid_.updatesEnabled() && !grid_.isExporting());
     }
     // The longest names that a folder takes have room for no addition.
     exportTo(path(QString(250, u'a')), &grid_);

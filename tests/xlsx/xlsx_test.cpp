@@ -71,6 +71,7 @@ TEST(LineBreaking, BreaksAtBlanksAndHyphens) {
         return xlsx::linesOf(text(shown), 5 * widths['1'], widths);
     };
     EXPECT_EQ(lines(""), 1);
+    EXPECT_EQ(lines("11111"), 1);
     EXPECT_EQ(lines("11111 22222"), 2);
     EXPECT_EQ(lines("111111"), 2);
     // A word that is too long for a line begins a new one.

@@ -318,16 +318,7 @@ TEST_F(MainFormTest, ShowsAllKeysOnOnePage) {
     EXPECT_EQ(seen, QStringList({"Закрыть", "Клавиши"}));
 }
 
-TEST_F(MainFormTest, HasItsComponentsByName) {
-    QStringList missing;
-    for (const db::DataSet* dataSet : module_.dataSets()) {
-        for (const db::Field* field : dataSet->fields()) {
-            if (module_.findChild<db::Field*>(dataSet->objectName() + field->column()) != field) {
-                missing += field->objectName();
-            }
-        }
-    }
-    EXPECT_EQ(missing, QStringList());
+TEST_F(MainFormTest, HasTheSizesAndCommandsOfItsDesign) {
     EXPECT_TRUE(form_.isMaximized());
     EXPECT_EQ(form_.ActionToolBar1->height(), 23);
     EXPECT_EQ(form_.dxStatusBar1->height(), 20);

@@ -1,6 +1,5 @@
 // SPDX-License-Identifier: MIT
 
-#include "base/decimal.h"
 #include "base/win1251.h"
 #include "xlsx/cell_text.h"
 #include "xlsx/line_breaking.h"
@@ -44,14 +43,6 @@ std::string cellText(std::string_view win1251) {
     std::string xml;
     xlsx::appendText(xml, win1251);
     return xml;
-}
-
-TEST(Number, IsOneForASpreadsheetWhileItHoldsEveryDigit) {
-    using Limits = std::numeric_limits<std::int64_t>;
-    EXPECT_TRUE(base::isExactInSpreadsheet(999'999'999'999'999));
-    EXPECT_TRUE(base::isExactInSpreadsheet(-1'234'500'000'000'000'000));
-    EXPECT_FALSE(base::isExactInSpreadsheet(1'000'000'000'000'001));
-    EXPECT_FALSE(base::isExactInSpreadsheet(Limits::min()));
 }
 
 TEST(CellText, EscapesWhatAReaderWouldTakeForAnEscape) {

@@ -22,17 +22,6 @@ std::string bytes(const QString& text) {
 
 } // namespace
 
-TEST(Collation, ComparesLettersThenLengthThenDots) {
-    EXPECT_LT(compare(bytes("«Я»"), bytes("1")), 0);
-    EXPECT_LT(compare(bytes("ёж"), bytes("ежа")), 0);
-    EXPECT_LT(compare(bytes("Еще и еще"), bytes("еще и ещё")), 0);
-    EXPECT_LT(compare(bytes("еще и ещё"), bytes("ещё и еще")), 0) << "the first dots decide";
-    EXPECT_EQ(compare(bytes("ЕЩЁ"), bytes("ещё")), 0);
-    EXPECT_LT(compare(bytes("Бетон"), bytes("бетонит")), 0);
-    EXPECT_EQ(compare("", ""), 0);
-    EXPECT_LT(compare("", " "), 0);
-}
-
 TEST(Collation, TakesNumbersByValue) {
     const std::vector<QStringList> lists{
         {"-1000", "-20", "-3,5", "-3,14", "-3", "0", "0,12", "0,5", "0,50", "1", "01", "001", "1,0710",

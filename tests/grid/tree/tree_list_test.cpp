@@ -149,6 +149,8 @@ TEST_F(TreeListTest, KeysOpenCloseAndWalk) {
     EXPECT_EQ(shown(), ">1 .1.2 .1.1 ..1.1.1 ..1.1.2 0 2");
     press(Qt::Key_Right);
     press(Qt::Key_Down);
+    press(Qt::Key_Right);
+    press(Qt::Key_Left);
     press(Qt::Key_Minus);
     EXPECT_EQ(shown(), "1 .1.2 .>1.1 0 2");
     press(Qt::Key_PageDown);

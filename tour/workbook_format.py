@@ -2,7 +2,7 @@
 # SPDX-License-Identifier: MIT
 """Holds the parts of a workbook against the format: ECMA-376, transitional, as far as the writer uses it.
 
-Prints what is wrong, one line each.
+Usage: workbook_format.py WORKBOOK   prints what is wrong, one line each
 """
 import re
 import sys

@@ -284,6 +284,7 @@ TEST(Selection, LeavesWhatWasReadWhenADataSetFails) {
     EXPECT_EQ(rowCounts(window.module())[2], "-");
     EXPECT_TRUE(TERForm->cxComboBox1->accessibleDescription().contains("не все таблицы"));
     EXPECT_TRUE(hasLogged(" Компонент cxComboBox2\r\n"));
+    EXPECT_EQ(ui::screenCursor(), ui::ScreenCursor::Default);
 
     machines.setSql(sql);
     QApplication::setActiveWindow(&window.form()); // an inactive window takes no shortcut
@@ -328,6 +329,17 @@ TEST(Selection, ShowsTheFirstRowsWhileTheOthersAreRead) {
     EXPECT_GE(arrivals, 2);
     EXPECT_GT(materials.rowCount(), 10 * few);
     EXPECT_EQ(view.currentRow(), 0);
+
+    // Reading again ends where it began, whatever was in view meanwhile.
+    materials.moveTo(few / 2);
+    const int current = materials.currentRow();
+    arrivals = 0;
+    QTest::keyClick(TERForm->cxComboBox1->lineEdit(), Qt::Key_F5);
+    EXPECT_GE(arrivals, 1);
+    EXPECT_EQ(materials.text(materials.currentRow(), materials.field("ID")),
+              materials.text(current, materials.field("ID")));
+    EXPECT_EQ(view.currentRow(), materials.currentRow());
+    EXPECT_FALSE(view.rowRect(view.currentRow()).isEmpty());
 }
 
 TEST(Lifecycle, OpensWithTheFocusOnTheFirstMaterial) {

@@ -193,7 +193,6 @@ TEST(DataSets, RefuseTablesThatDoNotFit) {
     const Case cases[]{
         {"drop table FER14I2MASH_TABLE; drop table OGRANICHENIE;", 7, "OGRANICHENIE"},
         {"alter table FIRMS drop WEBSITE;", 6, "WEBSITE"},
-        {"drop table PERIOD_TABLE; commit; create table PERIOD_TABLE (PERIOD char(6));", 1, ""},
     };
     for (const Case& change : cases) {
         runSql(server.address(), QString::fromLatin1(change.change) + " commit;");
@@ -201,12 +200,8 @@ TEST(DataSets, RefuseTablesThatDoNotFit) {
         module.connectTo(server.address());
         db::DataSet& dataSet = *module.dataSets()[static_cast<std::size_t>(change.dataSet)];
         const QString error = errorOf([&] { dataSet.open(); });
-        if (*change.expected == '\0') {
-            EXPECT_EQ(error, "nothing thrown") << change.change;
-        } else {
-            EXPECT_TRUE(error.contains(change.expected)) << change.change << error.toStdString();
-            EXPECT_FALSE(dataSet.isOpen());
-        }
+        EXPECT_TRUE(error.contains(change.expected)) << change.change << error.toStdString();
+        EXPECT_FALSE(dataSet.isOpen());
     }
     TDM module;
     module.connectTo(server.address());

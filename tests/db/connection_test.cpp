@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 
 #include "data/data_modul.h"
-#include "data/selection.h"
 #include "support/catalog.h"
 #include "support/faulty_line.h"
 #include "support/firebird_server.h"

@@ -2,7 +2,6 @@
 
 #include "base/file_name.h"
 #include "base/program_place.h"
-#include "base/win1251.h"
 #include "browser/grid_export.h"
 #include "data/data_modul.h"
 #include "data/selection.h"

@@ -17,7 +17,6 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QToolTip>
-#include <QWheelEvent>
 
 #include <algorithm>
 
@@ -432,8 +431,12 @@ TEST_F(GridTest, ScrollsThroughRowsOfAllHeights) {
     key(Qt::Key_Home);
     EXPECT_TRUE(fullyVisible(0));
 
+    int lastSeen = 0;
+    while (fullyVisible(lastSeen + 1)) {
+        ++lastSeen;
+    }
     key(Qt::Key_PageDown);
-    EXPECT_LE(view().verticalScrollBar()->value(), 12) << "none is skipped";
+    EXPECT_LE(view().verticalScrollBar()->value(), lastSeen + 1) << "none is skipped";
     view().verticalScrollBar()->setValue(view().verticalScrollBar()->maximum());
     EXPECT_EQ(view().visualRect(model().index(3999, name)).bottom(), view().viewport()->height() - 1);
 }
